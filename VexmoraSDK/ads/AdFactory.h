@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "VexmoraSDK/ads/Banner.h"
+#include "VexmoraSDK/ads/Native.h"
+#include "VexmoraSDK/errors/VexmoraError.h"
+#include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/utils/Utils.h"
+
+namespace VexmoraSDK {
+
+/// Turns a request address into an ad model. The ad server is trusted: a record that makes no model
+/// is a fatal stop, not an error.
+class AdFactory {
+ public:
+    /// The model of one record, its picture being loaded. A missing member, an unknown "adTypeId",
+    /// a text that is no address or a model that is no `T` is a fatal stop.
+    template <class T>
+    static std::shared_ptr<T> createAd(const AdRecord& record) {
+        return platform::forcedConversion<T>(modelFrom(record));
+    }
+
+    /// Fetches a native ad. Returns at once; `completion` runs on the main thread. `errorCallback`
+    /// runs on a delivery thread with a `RequestError`, or on the main thread with a `ParsingError`
+    /// and then once more with `NoFill`.
+    static void fetchAndCreateAd(const platform::Url& url,
+                                 std::function<void(std::shared_ptr<Native>)> completion,
+                                 ErrorCallback errorCallback);
+
+    /// The same for a banner ad.
+    static void fetchAndCreateBanner(const platform::Url& url,
+                                     std::function<void(std::shared_ptr<Banner>)> completion,
+                                     ErrorCallback errorCallback);
+
+ private:
+    static std::shared_ptr<ImageAd> modelFrom(const AdRecord& record);
+
+    template <class T>
+    static void fetchAndCreate(const platform::Url& url,
+                               std::function<void(std::shared_ptr<T>)> completion,
+                               ErrorCallback errorCallback);
+};
+
+}  // namespace VexmoraSDK

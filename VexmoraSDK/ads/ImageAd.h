@@ -1,0 +1,41 @@
+#pragma once
+
+#include "VexmoraSDK/ads/AdHandler.h"
+#include "VexmoraSDK/ads/AdImageProtocol.h"
+#include "VexmoraSDK/ads/AdProtocol.h"
+#include "VexmoraSDK/platform/Object.h"
+#include "VexmoraSDK/utils/Guarded.h"
+
+namespace VexmoraSDK {
+
+/// An ad model that loads its own picture: what `Banner` and `Native` have in common. It is the
+/// sender of "adReady" once the picture has arrived.
+class ImageAd : public platform::Object, public AdProtocol, public AdImageProtocol {
+ public:
+    const std::shared_ptr<AdHandler>& delegate() const override { return delegate_; }
+    std::shared_ptr<const platform::Image> image() const override { return image_.get(); }
+    void setImage(std::shared_ptr<const platform::Image> image) override {
+        image_.set(std::move(image));
+    }
+    const platform::Url& clickUrl() const override { return clickUrl_; }
+
+ protected:
+    explicit ImageAd(platform::Url clickUrl) : clickUrl_(std::move(clickUrl)) {}
+
+    /// Starts the loading of `model`'s picture.
+    template <class Model>
+    static std::shared_ptr<Model> loading(std::shared_ptr<Model> model,
+                                          const platform::Url& imageUrl) {
+        model->delegate()->setImage(model, imageUrl);
+        return model;
+    }
+
+    void storeClickUrl(platform::Url clickUrl) { clickUrl_ = std::move(clickUrl); }
+
+ private:
+    std::shared_ptr<AdHandler> delegate_ = std::make_shared<AdHandler>();
+    Guarded<const platform::Image> image_;
+    platform::Url clickUrl_;
+};
+
+}  // namespace VexmoraSDK

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "VexmoraSDK/platform/Value.h"
+
+namespace VexmoraSDK {
+
+/// The library's settings: the property list in the library's bundle that the "ConfigurationPlist"
+/// entry of its information dictionary names. Read once per process; any thread.
+class Config {
+ public:
+    static constexpr std::string_view configurationPlistKey = "ConfigurationPlist";
+
+    /// The one instance, made on first use. A missing or unreadable settings file is a fatal stop.
+    static const Config& instance();
+
+    /// The setting when it is there and a `T` (`bool`, `std::int64_t`, `double`, `std::string`, …),
+    /// else absent.
+    template <class T>
+    std::optional<T> settingForKey(std::string_view key) const {
+        const auto found = store_.find(key);
+        if (found == store_.end())
+            return std::nullopt;
+        const T* value = found->second.as<T>();
+        return value ? std::optional<T>(*value) : std::nullopt;
+    }
+
+ private:
+    Config();
+    static platform::Dictionary loadDefaults();
+    void registerDefaultConfig();
+
+    platform::Dictionary store_;
+};
+
+}  // namespace VexmoraSDK

@@ -1,0 +1,17 @@
+#include "VexmoraSDK/errors/VexmoraError.h"
+
+#include "VexmoraSDK/platform/Fatal.h"
+
+namespace VexmoraSDK {
+
+VexmoraError::VexmoraError(VexmoraErrorCodes code, std::optional<platform::Dictionary> userInfo)
+    : Error(std::string(kDomain), static_cast<std::intptr_t>(code), std::move(userInfo)) {}
+
+VexmoraError::VexmoraError(std::string domain, std::intptr_t code,
+                           std::optional<platform::Dictionary> userInfo)
+    : Error(std::move(domain), code, std::move(userInfo)) {
+    platform::unimplementedInitializer("init(domain:code:userInfo:)", "VexmoraSDK.VexmoraError",
+                                       "errors/VexmoraError: 6: 20: ");
+}
+
+}  // namespace VexmoraSDK

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "VexmoraSDK/errors/VexmoraErrorCodes.h"
+#include "VexmoraSDK/platform/Error.h"
+
+namespace VexmoraSDK {
+
+/// Every failure that a host hears of. The domain is `kDomain`, the code one of
+/// `VexmoraErrorCodes`.
+class VexmoraError : public platform::Error {
+ public:
+    static constexpr std::string_view kDomain = "Vexmora";
+
+    VexmoraError(VexmoraErrorCodes code, std::optional<platform::Dictionary> userInfo);
+
+    /// Restores an archived error, of whatever domain and code.
+    explicit VexmoraError(const platform::Coder& coder) : Error(coder) {}
+
+    /// Not supported: a fatal stop. An error is made from a code, never from a free domain.
+    [[noreturn]] VexmoraError(std::string domain, std::intptr_t code,
+                              std::optional<platform::Dictionary> userInfo);
+};
+
+/// How an operation that can fail tells of it.
+using ErrorCallback = std::function<void(const VexmoraError& error)>;
+
+}  // namespace VexmoraSDK

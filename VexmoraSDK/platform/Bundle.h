@@ -1,0 +1,35 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string_view>
+
+#include "VexmoraSDK/platform/Value.h"
+
+namespace VexmoraSDK::platform {
+
+/// A folder of resources with an information dictionary, "Info.plist", in it.
+class Bundle {
+ public:
+    explicit Bundle(std::filesystem::path folder);
+
+    /// The library's own bundle, the same for the life of the process: the folder that
+    /// `setLibraryFolder` named, else `share/VexmoraSDK` beside the folder of the library or of the
+    /// executable. Any thread.
+    static const Bundle& library();
+    /// Names the library's resource folder. Call it before the first ad view is made; it has no
+    /// effect afterwards.
+    static void setLibraryFolder(std::filesystem::path folder);
+
+    /// An entry of the information dictionary, or null. Valid while the bundle is.
+    const Value* objectForInfoDictionaryKey(std::string_view key) const;
+    /// The file `name`.`type` of the bundle; absent when there is none.
+    std::optional<std::filesystem::path> pathForResource(std::string_view name,
+                                                         std::string_view type) const;
+
+ private:
+    std::filesystem::path folder_;
+    Dictionary info_;
+};
+
+}  // namespace VexmoraSDK::platform

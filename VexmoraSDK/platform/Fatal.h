@@ -1,0 +1,42 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+#include <utility>
+
+namespace VexmoraSDK::platform {
+
+/// Prints "fatal error: `message`" to standard error and aborts. Any thread.
+[[noreturn]] void fatalError(std::string_view message) noexcept;
+
+/// The stop of `unwrap`: a value that must be present is not.
+[[noreturn]] void fatalNil() noexcept;
+
+/// The stop of a forced conversion of an object to a class that it is not of.
+[[noreturn]] void fatalConversion(std::string_view from, std::string_view to) noexcept;
+
+/// The stop of an initialiser that a class does not support. `location` names the source as
+/// "file: line: column: ", or is empty.
+[[noreturn]] void unimplementedInitializer(std::string_view initializer, std::string_view className,
+                                           std::string_view location = {}) noexcept;
+
+/// What an optional or a pointer holds; a fatal stop when it holds nothing.
+template <class Optional>
+decltype(auto) unwrap(Optional&& value) {
+    if (!value)
+        fatalNil();
+    return *std::forward<Optional>(value);
+}
+
+/// `object` as a `To`; a fatal stop when it is of another class. An absent object is a fatal stop
+/// too.
+template <class To, class From>
+std::shared_ptr<To> forcedConversion(const std::shared_ptr<From>& object) {
+    if (!object)
+        fatalNil();
+    if (auto converted = std::dynamic_pointer_cast<To>(object))
+        return converted;
+    fatalConversion(object->className(), To::kClassName);
+}
+
+}  // namespace VexmoraSDK::platform

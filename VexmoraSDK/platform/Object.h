@@ -1,0 +1,46 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+namespace VexmoraSDK::platform {
+
+/// Base of everything that is sent messages by name or stands as the sender of a notification.
+/// Objects are held by `std::shared_ptr` only.
+class Object : public std::enable_shared_from_this<Object> {
+ public:
+    static constexpr std::string_view kClassName = "Object";
+
+    Object() = default;
+    Object(const Object&) = delete;
+    Object& operator=(const Object&) = delete;
+    virtual ~Object() = default;
+
+    /// The name that fatal reports give this object's class.
+    virtual std::string_view className() const { return kClassName; }
+
+    bool respondsTo(std::string_view selector) const { return method(selector) != nullptr; }
+
+    /// Runs the method of that name on the calling thread. `argument` may be absent. A selector
+    /// that the object does not answer is a fatal stop.
+    void perform(std::string_view selector, Object* argument);
+
+    /// Fills the outlet of that name while an interface file is loaded. An outlet that the object
+    /// does not have, or that does not take an object of this class, is a fatal stop.
+    virtual void setOutlet(std::string_view outlet, const std::shared_ptr<Object>& object);
+
+ protected:
+    using Method = void (*)(Object& self, Object* argument);
+
+    /// The method that answers `selector`, or absent. An override asks its base class for what it
+    /// does not answer itself.
+    virtual Method method(std::string_view selector) const;
+
+    /// This object as the `T` that it is.
+    template <class T>
+    std::shared_ptr<T> shared() {
+        return std::static_pointer_cast<T>(shared_from_this());
+    }
+};
+
+}  // namespace VexmoraSDK::platform

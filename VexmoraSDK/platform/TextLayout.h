@@ -1,0 +1,31 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "VexmoraSDK/platform/Font.h"
+#include "VexmoraSDK/platform/Geometry.h"
+
+namespace VexmoraSDK::platform {
+
+/// A text laid out in lines. What is measured is what is painted.
+class TextLayout {
+ public:
+    struct Impl;
+
+    /// Lays `text` (UTF-8) out in lines of at most `width` points: wraps at words, breaks words
+    /// that are too long. Main thread.
+    TextLayout(const std::string& text, const Font& font, double width);
+    ~TextLayout();
+
+    /// What the lines take, the width rounded up so that the text, laid out in just that width,
+    /// wraps no further. An empty text takes no width and the height of one line.
+    Size size() const;
+    /// The backend's own lines, for presenters.
+    const Impl& impl() const { return *impl_; }
+
+ private:
+    std::unique_ptr<const Impl> impl_;
+};
+
+}  // namespace VexmoraSDK::platform

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace VexmoraSDK::platform {
+
+/// An address: an absolute URL or a relative reference whose characters are those of RFC 3986. Its
+/// text is kept byte for byte, because click addresses carry signatures.
+class Url {
+ public:
+    /// Absent for an empty text and for a text that is no address.
+    static std::optional<Url> fromString(std::string_view text);
+
+    const std::string& text() const { return text_; }
+    /// In lower case; empty for a relative reference.
+    std::string scheme() const;
+    /// The host as it is written; empty when there is none.
+    std::string host() const;
+
+    friend bool operator==(const Url&, const Url&) = default;
+
+ private:
+    explicit Url(std::string text) : text_(std::move(text)) {}
+
+    std::string text_;
+};
+
+}  // namespace VexmoraSDK::platform

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "VexmoraSDK/platform/Color.h"
+#include "VexmoraSDK/platform/Geometry.h"
+#include "VexmoraSDK/platform/MainQueue.h"
+#include "VexmoraSDK/platform/Object.h"
+#include "VexmoraSDK/platform/TapGestureRecognizer.h"
+
+namespace VexmoraSDK::platform {
+
+/// A rectangle of the user interface, in a tree with others. A presenter shows a tree: it paints
+/// the root view and all below it, and hands taps in. Main thread only, but for the last reference
+/// to a view, which may go anywhere: views are made by `create` and destroyed on the main thread.
+class View : public Object {
+ public:
+    static constexpr std::string_view kClassName = "View";
+
+    static std::shared_ptr<View> create(Rect frame = {}) { return makeSharedOnMain<View>(frame); }
+    explicit View(Rect frame) : frame_(frame) {}
+
+    std::string_view className() const override { return kClassName; }
+
+    /// Position and size in the superview's coordinates.
+    Rect frame() const { return frame_; }
+    void setFrame(Rect frame);
+    /// The middle of the frame; setting it moves the frame.
+    Point center() const;
+    void setCenter(Point center);
+
+    bool isHidden() const { return hidden_; }
+    void setHidden(bool hidden);
+    /// Absent means transparent.
+    std::optional<Color> backgroundColor() const { return backgroundColor_; }
+    void setBackgroundColor(std::optional<Color> color);
+
+    /// From the rearmost to the frontmost.
+    const std::vector<std::shared_ptr<View>>& subviews() const { return subviews_; }
+    std::shared_ptr<View> superview() const { return superview_.lock(); }
+    /// Adds `view` as the frontmost subview, away from the superview that it had, then calls
+    /// `didAddSubview`.
+    void addSubview(const std::shared_ptr<View>& view);
+    void removeFromSuperview();
+
+    /// The size that the view would like within `proposed`; here, the size that it has.
+    virtual Size sizeThatFits(Size proposed);
+    /// Gives the view the size that fits, at the same origin.
+    void sizeToFit();
+
+    void addGestureRecognizer(std::shared_ptr<TapGestureRecognizer> recognizer);
+    const std::vector<std::shared_ptr<TapGestureRecognizer>>& gestureRecognizers() const {
+        return gestureRecognizers_;
+    }
+
+    /// The deepest view under `point`, which is in this view's own coordinates, the frontmost
+    /// first; absent when there is none. Views that take no touches are looked through.
+    std::shared_ptr<View> hitTest(Point point);
+    /// A tap at `point`, in this view's own coordinates: fires one recogniser of the deepest view
+    /// under it that has any, once. Called by presenters. Whether one was fired.
+    bool tap(Point point);
+
+    /// Tells the presenter of this tree that it must be painted again.
+    void setNeedsDisplay();
+    /// Called whenever this view or one below it must be painted again or has another frame. Set on
+    /// the root view by its presenter; absent for none.
+    void setDisplayCallback(std::function<void()> callback) {
+        displayCallback_ = std::move(callback);
+    }
+
+ protected:
+    /// Called after each `addSubview`.
+    virtual void didAddSubview(View& subview);
+    /// Whether a finger can touch this view at all.
+    virtual bool takesTouches() const { return true; }
+
+ private:
+    Rect frame_;
+    bool hidden_ = false;
+    std::optional<Color> backgroundColor_;
+    std::vector<std::shared_ptr<View>> subviews_;
+    std::weak_ptr<View> superview_;
+    std::vector<std::shared_ptr<TapGestureRecognizer>> gestureRecognizers_;
+    std::function<void()> displayCallback_;
+};
+
+}  // namespace VexmoraSDK::platform

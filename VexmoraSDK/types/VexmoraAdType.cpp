@@ -1,0 +1,47 @@
+#include "VexmoraSDK/types/VexmoraAdType.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+namespace VexmoraSDK {
+namespace {
+
+constexpr std::array kAdTypes = {
+    VexmoraAdType::native,     VexmoraAdType::mediumRectangle, VexmoraAdType::leaderboard,
+    VexmoraAdType::banner,     VexmoraAdType::slideshow,       VexmoraAdType::mediumBanner,
+    VexmoraAdType::fullBanner,
+};
+
+}  // namespace
+
+std::vector<std::intptr_t> rawValues(const std::vector<VexmoraAdType>& adTypes) {
+    std::vector<std::intptr_t> values;
+    values.reserve(adTypes.size());
+    std::ranges::transform(adTypes, std::back_inserter(values), rawValue);
+    return values;
+}
+
+std::optional<VexmoraAdType> adTypeWithRawValue(std::intptr_t value) {
+    const auto found = std::ranges::find(kAdTypes, value, rawValue);
+    if (found == kAdTypes.end())
+        return std::nullopt;
+    return *found;
+}
+
+const std::map<std::string, std::vector<VexmoraAdType>, std::less<>>& adTypesBySize() {
+    static const std::map<std::string, std::vector<VexmoraAdType>, std::less<>> table = {
+        {"300x250", {VexmoraAdType::mediumRectangle}}, {"728x90", {VexmoraAdType::leaderboard}},
+        {"320x60", {VexmoraAdType::banner}},           {"320x100", {VexmoraAdType::mediumBanner}},
+        {"468x60", {VexmoraAdType::fullBanner}},
+    };
+    return table;
+}
+
+}  // namespace VexmoraSDK
+
+std::size_t std::hash<VexmoraSDK::VexmoraAdType>::operator()(
+    VexmoraSDK::VexmoraAdType adType) const noexcept {
+    using VexmoraSDK::kAdTypes;
+    return static_cast<std::size_t>(std::ranges::find(kAdTypes, adType) - kAdTypes.begin());
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace VexmoraSDK {
+
+/// The ad formats that the ad server knows, under its own numbers.
+enum class VexmoraAdType : std::intptr_t {
+    native = 1,
+    mediumRectangle = 14,
+    leaderboard = 15,
+    banner = 77,
+    slideshow = 79,
+    mediumBanner = 83,
+    fullBanner = 84,
+};
+
+constexpr std::intptr_t rawValue(VexmoraAdType adType) {
+    return static_cast<std::intptr_t>(adType);
+}
+
+/// The raw values of ad types, in their order.
+std::vector<std::intptr_t> rawValues(const std::vector<VexmoraAdType>& adTypes);
+
+/// The ad type of that raw value; absent when there is none.
+std::optional<VexmoraAdType> adTypeWithRawValue(std::intptr_t rawValue);
+
+/// The ad types that a size string such as "320x60" stands for.
+const std::map<std::string, std::vector<VexmoraAdType>, std::less<>>& adTypesBySize();
+
+}  // namespace VexmoraSDK
+
+/// The hash of an ad type is its position in the enumeration, counted from 0.
+template <>
+struct std::hash<VexmoraSDK::VexmoraAdType> {
+    std::size_t operator()(VexmoraSDK::VexmoraAdType adType) const noexcept;
+};

@@ -1,0 +1,21 @@
+#include "VexmoraSDK/types/VexmoraViewType.h"
+
+namespace VexmoraSDK {
+
+std::optional<VexmoraViewType> viewTypeWithRawValue(std::intptr_t value) {
+    if (value < rawValue(VexmoraViewType::banner) || value > rawValue(VexmoraViewType::native)) {
+        return std::nullopt;
+    }
+    return static_cast<VexmoraViewType>(value);
+}
+
+const std::map<std::string, VexmoraViewType, std::less<>>& adViewBySize() {
+    static const std::map<std::string, VexmoraViewType, std::less<>> table = {
+        {"300x250", VexmoraViewType::interstitial}, {"728x90", VexmoraViewType::interstitial},
+        {"320x60", VexmoraViewType::banner},        {"320x100", VexmoraViewType::banner},
+        {"468x60", VexmoraViewType::banner},
+    };
+    return table;
+}
+
+}  // namespace VexmoraSDK

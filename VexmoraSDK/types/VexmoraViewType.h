@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+
+namespace VexmoraSDK {
+
+/// The kinds of ad view.
+enum class VexmoraViewType : std::intptr_t {
+    banner = 1,
+    interstitial = 2,
+    native = 3,
+};
+
+constexpr std::intptr_t rawValue(VexmoraViewType viewType) {
+    return static_cast<std::intptr_t>(viewType);
+}
+
+/// The view type of that raw value; absent when there is none.
+std::optional<VexmoraViewType> viewTypeWithRawValue(std::intptr_t rawValue);
+
+/// The kind of view that shows ads of a size string such as "320x60".
+const std::map<std::string, VexmoraViewType, std::less<>>& adViewBySize();
+
+}  // namespace VexmoraSDK

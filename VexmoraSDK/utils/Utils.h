@@ -1,0 +1,63 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "VexmoraSDK/errors/VexmoraError.h"
+#include "VexmoraSDK/platform/Color.h"
+#include "VexmoraSDK/platform/Data.h"
+#include "VexmoraSDK/platform/Url.h"
+
+namespace VexmoraSDK {
+
+/// One ad of the server's answer: its numbers and strings, all as text, under their member names.
+using AdRecord = std::map<std::string, std::string, std::less<>>;
+
+/// Fetching and reading ads, and the constants of the views.
+class Utils {
+ public:
+    /// A font by name, with the colour that goes with it.
+    struct Font {
+        std::string family;
+        double size;  ///< in points
+        platform::Color color;
+    };
+
+    /// Gets the body at `url` with one GET. Calls exactly one of the callbacks, once, on a
+    /// background thread, after it has returned: `completion` with the body for any HTTP answer,
+    /// whatever its status, `errorCallback` with a `RequestError` when the transfer failed.
+    static void getDataFromUrl(const platform::Url& url,
+                               std::function<void(std::optional<platform::Data>)> completion,
+                               ErrorCallback errorCallback);
+
+    /// The records of an answer; none when it is no JSON. An answer that is JSON but no array of
+    /// objects is a fatal stop.
+    static std::vector<AdRecord> parseAdJson(const platform::Data& data);
+
+    /// Builds a model from every record of an answer, which starts the loading of every picture,
+    /// and gives the first; absent, after a `ParsingError` through `errorCallback`, when the answer
+    /// is no JSON or holds no ad. `T` is `Banner` or `Native`. A record that makes no `T` is a
+    /// fatal stop. Main thread.
+    template <class T>
+    static std::shared_ptr<T> getAdFromJson(const platform::Data& data,
+                                            const ErrorCallback& errorCallback);
+
+    static constexpr std::string_view adReadyNotificationName = "adReady";
+    static constexpr std::string_view adReadyCallbackSelector = "adReadyCallback:";
+    static constexpr std::string_view handleTapCallbackSelector = "handleTap:";
+
+    /// Where the first text of a native ad begins, and what is added below each, in points.
+    static constexpr double nativeStartY = 0.0;
+    static constexpr double nativeYElementPadding = -15.0;
+
+    static const Font& nativeTitleFont();
+    static const Font& nativeDescriptionFont();
+    static const Font& nativeDisplayNameFont();
+};
+
+}  // namespace VexmoraSDK

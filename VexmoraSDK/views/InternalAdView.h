@@ -1,0 +1,63 @@
+#pragma once
+
+#include "VexmoraSDK/types/VexmoraAdType.h"
+#include "VexmoraSDK/utils/Guarded.h"
+#include "VexmoraSDK/views/AdViewHandler.h"
+#include "VexmoraSDK/views/VexmoraView.h"
+
+namespace VexmoraSDK {
+
+/// The life that every ad view shares: assigning the container identifier starts a request, the ad
+/// that it brings is stored, and when the ad's picture has arrived it is drawn.
+class InternalAdView : public VexmoraView {
+ public:
+    const std::vector<std::intptr_t>& adTypes() const override { return adTypes_; }
+    void setAdTypes(std::vector<std::intptr_t> adTypes) override { adTypes_ = std::move(adTypes); }
+    VexmoraViewType viewType() const override { return viewType_; }
+    const std::optional<std::string>& containerId() const override { return containerId_; }
+    void setContainerId(std::optional<std::string> containerId) override;
+    std::shared_ptr<VexmoraDelegate> delegate() const override { return delegate_.get(); }
+    void setDelegate(std::shared_ptr<VexmoraDelegate> delegate) override;
+
+    /// The ad types that this kind of view can show.
+    const std::vector<VexmoraAdType>& allowedAdTypes() const { return allowedAdTypes_; }
+    /// The view's helper, not the host's delegate; never absent.
+    const std::shared_ptr<AdViewHandler>& vexmoraDelegate() const { return vexmoraDelegate_; }
+
+    /// Starts a request with the container identifier and the ad types as they are.
+    virtual void containerSetCallback() = 0;
+    /// The ad's picture has arrived: draws on the main queue. Any thread.
+    void adReadyCallback();
+
+    /// Calls an operation of the host's delegate, when there is a delegate that implements it, with
+    /// this view and `arguments`.
+    template <class Operation, class... Arguments>
+    void tell(Operation VexmoraDelegate::*operation, const Arguments&... arguments) {
+        const auto delegate = this->delegate();
+        if (delegate && delegate.get()->*operation) {
+            (delegate.get()->*operation)(*this, arguments...);
+        }
+        platform::MainQueue::release(std::move(delegate));
+    }
+
+ protected:
+    /// `allowedAdTypes` outlives the view; `adTypes` is what the view asks for at first.
+    InternalAdView(platform::Rect frame, VexmoraViewType viewType,
+                   const std::vector<VexmoraAdType>& allowedAdTypes,
+                   const std::vector<VexmoraAdType>& adTypes);
+
+    /// Draws the ad into the view and tells the delegate. Main thread.
+    virtual void draw() = 0;
+
+    Method method(std::string_view selector) const override;
+
+ private:
+    const VexmoraViewType viewType_;
+    const std::vector<VexmoraAdType>& allowedAdTypes_;
+    std::vector<std::intptr_t> adTypes_;
+    Guarded<VexmoraDelegate> delegate_;
+    const std::shared_ptr<AdViewHandler> vexmoraDelegate_ = std::make_shared<AdViewHandler>();
+    std::optional<std::string> containerId_;
+};
+
+}  // namespace VexmoraSDK

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "VexmoraSDK/platform/View.h"
+#include "VexmoraSDK/types/VexmoraViewType.h"
+#include "VexmoraSDK/views/VexmoraDelegate.h"
+
+namespace VexmoraSDK {
+
+/// An ad view, as its host sees it. Main thread only.
+class VexmoraView : public platform::View {
+ public:
+    using View::View;
+
+    /// The raw values of the ad types that the view asks for, in the order of the request.
+    virtual const std::vector<std::intptr_t>& adTypes() const = 0;
+    virtual void setAdTypes(std::vector<std::intptr_t> adTypes) = 0;
+
+    virtual VexmoraViewType viewType() const = 0;
+
+    /// The placement's name at the ad server; absent until it is set.
+    virtual const std::optional<std::string>& containerId() const = 0;
+    /// Every assignment starts a request, whether or not the value is another; a request under way
+    /// goes on, and the ad that arrives last is the one shown. An absent value, or one that makes
+    /// no valid address, is a fatal stop.
+    virtual void setContainerId(std::optional<std::string> containerId) = 0;
+
+    /// Held by the view; may be absent. It may be replaced from inside any of its operations.
+    virtual std::shared_ptr<VexmoraDelegate> delegate() const = 0;
+    virtual void setDelegate(std::shared_ptr<VexmoraDelegate> delegate) = 0;
+};
+
+}  // namespace VexmoraSDK
