@@ -1,0 +1,114 @@
+#include "VexmoraSDK/platform/UrlSession.h"
+
+#include <algorithm>
+#include <mutex>
+#include <stdexcept>
+#include <thread>
+
+#include "VexmoraSDK/platform/MainQueue.h"
+#include "tests/fake_platform/FakeUrlSession.h"
+
+namespace VexmoraSDK::platform {
+
+struct UrlSessionLimits {};
+
+struct UrlSessionTask::Transfer {
+    Url url;
+    UrlSession::Completion completion;
+    std::once_flag resumed;
+
+    Transfer(Url address, UrlSession::Completion callback)
+        : url(std::move(address)), completion(std::move(callback)) {}
+};
+
+namespace {
+
+using Transfer = UrlSessionTask::Transfer;
+
+struct State {
+    std::mutex mutex;
+    std::vector<std::string> requests;
+    std::vector<std::shared_ptr<Transfer>> open;
+};
+
+State& state() {
+    static State& state = *new State;
+    return state;
+}
+
+void start(std::shared_ptr<Transfer> transfer) {
+    const std::lock_guard lock(state().mutex);
+    state().requests.push_back(transfer->url.text());
+    state().open.push_back(std::move(transfer));
+}
+
+std::shared_ptr<Transfer> takeOpen(std::string_view url) {
+    const std::lock_guard lock(state().mutex);
+    auto& open = state().open;
+    const auto found = std::ranges::find(open, url, [](auto& each) { return each->url.text(); });
+    if (found == open.end())
+        throw std::logic_error("no open request for " + std::string(url));
+    auto transfer = std::move(*found);
+    open.erase(found);
+    return transfer;
+}
+
+// The last reference to the transfer, and with it to what its completion holds, goes on the
+// delivery thread.
+void deliver(std::shared_ptr<Transfer> transfer, std::optional<Data> body,
+             std::optional<UrlResponse> response, std::optional<Error> error) {
+    std::thread([&, transfer = std::move(transfer)]() mutable {
+        transfer->completion(std::move(body), response, std::move(error));
+        transfer.reset();
+    }).join();
+}
+
+}  // namespace
+
+UrlSession& UrlSession::shared() {
+    static UrlSession& session = *new UrlSession(UrlSessionLimits());
+    return session;
+}
+
+UrlSession::UrlSession(const UrlSessionLimits&) {}
+
+UrlSessionTask UrlSession::dataTask(Url url, Completion completion) {
+    return UrlSessionTask(std::make_shared<Transfer>(std::move(url), std::move(completion)));
+}
+
+void UrlSessionTask::resume() {
+    std::call_once(transfer_->resumed, [this] {
+        if (auto* queue = MainQueue::main(); queue && queue->isRunningBlock()) {
+            queue->async([transfer = transfer_] { start(transfer); });
+        } else {
+            start(transfer_);
+        }
+    });
+}
+
+void FakeUrlSession::reset() {
+    std::vector<std::shared_ptr<Transfer>> dropped;
+    const std::lock_guard lock(state().mutex);
+    state().requests.clear();
+    dropped.swap(state().open);
+}
+
+std::vector<std::string> FakeUrlSession::requests() {
+    const std::lock_guard lock(state().mutex);
+    return state().requests;
+}
+
+void FakeUrlSession::answer(std::string_view url, std::string_view body) {
+    deliver(takeOpen(url), dataOf(body), UrlResponse{200}, std::nullopt);
+}
+
+void FakeUrlSession::answerWithoutBody(std::string_view url) {
+    deliver(takeOpen(url), std::nullopt, UrlResponse{200}, std::nullopt);
+}
+
+void FakeUrlSession::fail(std::string_view url, std::optional<Dictionary> userInfo) {
+    deliver(takeOpen(url), std::nullopt, std::nullopt,
+            Error("FakeTransport", -1001, std::move(userInfo)));
+}
+
+}  // namespace VexmoraSDK::platform
