@@ -1,0 +1,184 @@
+#include "adserver/AdServer.h"
+
+#include <gtest/gtest.h>
+#include <httplib.h>
+
+#include <boost/json.hpp>
+#include <future>
+#include <set>
+
+using VexmoraSDK::AdServer;
+using VexmoraSDK::Catalog;
+
+namespace json = boost::json;
+
+namespace {
+
+Catalog shippedCatalog() {
+    std::string error;
+    auto catalog = Catalog::load(Catalog::defaultFile(), error);
+    EXPECT_TRUE(catalog) << error;
+    return catalog.value_or(Catalog{});
+}
+
+class AdServerTest : public testing::Test {
+ protected:
+    AdServerTest() {
+        client_.set_keep_alive(true);
+        client_.set_url_encode(false);
+    }
+
+    httplib::Result ask(const std::string& container, const std::string& types = "77") {
+        return client_.Get("/ads?container=" + container + "&types=" + types);
+    }
+
+    json::array ads(const std::string& container, const std::string& types = "77") {
+        return json::parse(ask(container, types)->body).as_array();
+    }
+
+    std::string picture(const json::value& ad) { return text(ad, "bannerUrl"); }
+
+    /// The answer for the picture of the container's ad.
+    httplib::Result fetchPicture(const std::string& container) {
+        return fetch(picture(ads(container).at(0)));
+    }
+
+    httplib::Result fetch(const std::string& address) {
+        EXPECT_EQ(address.find(server_->address() + '/'), 0u) << address;
+        return client_.Get(address.substr(server_->address().size()));
+    }
+
+    static std::string text(const json::value& ad, const char* member) {
+        return json::value_to<std::string>(ad.at(member));
+    }
+
+    std::unique_ptr<AdServer> server_ = std::make_unique<AdServer>(shippedCatalog());
+    httplib::Client client_{server_->address()};
+};
+
+TEST_F(AdServerTest, ServesTheAdsOfAPlacementInTurn) {
+    std::vector<std::string> pictures;
+    for (int i = 0; i < 4; ++i) {
+        const json::array answer = ads("home-bottom", "83");
+        ASSERT_EQ(answer.size(), 1u);
+        EXPECT_EQ(answer[0].at("adTypeId"), 83);
+        pictures.push_back(picture(answer[0]));
+    }
+    EXPECT_EQ(std::set(pictures.begin(), pictures.begin() + 3).size(), 3u);
+    EXPECT_EQ(pictures[3], pictures[0]);
+
+    EXPECT_TRUE(ads("home-bottom", "14").empty()) << "of a type that the placement has not";
+}
+
+TEST_F(AdServerTest, ServesOtherContainersTheFirstAcceptedTypeThatThereIs) {
+    EXPECT_EQ(ads("elsewhere", "79,15,14").at(0).at("adTypeId"), 15);
+    EXPECT_EQ(ads("elsewhere", "14,15").at(0).at("adTypeId"), 14);
+    EXPECT_FALSE(text(ads("elsewhere", "1").at(0), "description").empty());
+    EXPECT_TRUE(ads("elsewhere", "79").empty());
+    EXPECT_TRUE(ads("elsewhere", "").empty());
+}
+
+TEST_F(AdServerTest, ServesThePictureAndTheLandingPageOfEveryAd) {
+    const std::map<std::string, std::string> beginnings{
+        {"image/png", "\x89PNG"}, {"image/jpeg", "\xff\xd8\xff"}, {"image/webp", "RIFF"}};
+    std::set<std::string> formats;
+    for (const char* types : {"1", "14", "15", "77", "83", "84"}) {
+        const json::array answer = ads("fault-three", types);
+        EXPECT_EQ(answer.size(), 3u);
+        for (const json::value& ad : answer) {
+            const auto picture = fetch(this->picture(ad));
+            const std::string format = picture->get_header_value("Content-Type");
+            EXPECT_EQ(picture->body.find(beginnings.at(format)), 0u) << this->picture(ad);
+            formats.insert(format);
+            EXPECT_EQ(fetch(text(ad, "clickUrl"))->get_header_value("Content-Type"), "text/html");
+        }
+    }
+    EXPECT_EQ(formats.size(), beginnings.size());
+}
+
+TEST_F(AdServerTest, KeepsAddressesByteForByte) {
+    EXPECT_EQ(text(ads("home-bottom").at(0), "clickUrl"),
+              server_->address() + "/landing/harbour-coffee?sig=%41%c3&from=home");
+
+    ask("a%41+%c3|{b}", "77,,x");
+    const auto requests = server_->requests();
+    ASSERT_EQ(requests.size(), 2u);
+    EXPECT_EQ(requests[1].method, "GET");
+    EXPECT_EQ(requests[1].target, "/ads?container=a%41+%c3|{b}&types=77,,x");
+    EXPECT_EQ(requests[1].headers.at("host"), server_->address().substr(strlen("http://")));
+    EXPECT_EQ(requests[1].clientPort, requests[0].clientPort) << "connections are kept";
+}
+
+TEST_F(AdServerTest, AnswersWithTheStatusAndTextOfTheFault) {
+    EXPECT_EQ(ask("fault-status-404")->status, 404);
+    EXPECT_EQ(ask("fault-status-404")->get_header_value("Content-Type"), "text/html");
+    EXPECT_EQ(ask("fault-status-500")->status, 500);
+    EXPECT_EQ(ask("fault-status-204")->status, 204);
+    EXPECT_EQ(ask("fault-empty-body")->body, "");
+    EXPECT_EQ(ask("fault-empty-array")->body, "[]");
+    EXPECT_TRUE(json::parse(ask("fault-object")->body).is_object());
+    EXPECT_THROW(ads("fault-not-json"), boost::system::system_error);
+    EXPECT_FALSE(ads("fault-missing-click").at(0).as_object().contains("clickUrl"));
+    EXPECT_EQ(ads("fault-bad-type").at(0).at("adTypeId"), 2);
+    EXPECT_FALSE(text(ads("fault-native", "83").at(0), "title").empty());
+    EXPECT_EQ(fetchPicture("fault-picture-404")->status, 404);
+    EXPECT_EQ(fetchPicture("fault-picture-empty")->body, "");
+    EXPECT_EQ(fetchPicture("fault-picture-slow")->get_header_value("Content-Type"), "image/png");
+}
+
+TEST_F(AdServerTest, CompressesOnlyTheFaultThatSaysSo) {
+    client_.set_default_headers({{"Accept-Encoding", "deflate, gzip, br"}});
+    EXPECT_EQ(ask("fault-gzip")->get_header_value("Content-Encoding"), "gzip");
+    EXPECT_EQ(ads("fault-gzip"), ads("elsewhere"));
+    EXPECT_FALSE(ask("home-bottom")->has_header("Content-Encoding"));
+    client_.set_default_headers({});
+    EXPECT_FALSE(ask("fault-gzip")->has_header("Content-Encoding"));
+}
+
+TEST_F(AdServerTest, BreaksOffWhereTheFaultSaysSo) {
+    EXPECT_EQ(ask("fault-cut-short").error(), httplib::Error::Read);
+    EXPECT_EQ(ask("fault-cut-chunked").error(), httplib::Error::Read);
+    EXPECT_EQ(fetchPicture("fault-picture-cut-short").error(), httplib::Error::Read);
+
+    std::size_t received = 0;
+    const auto enough = [&](const char*, std::size_t size) {
+        return (received += size) < (std::size_t{1} << 20);
+    };
+    EXPECT_EQ(client_.Get("/ads?container=fault-endless&types=77", enough).error(),
+              httplib::Error::Canceled);
+}
+
+TEST_F(AdServerTest, RedirectsOnceOrForEver) {
+    EXPECT_EQ(ask("fault-redirect-file")->get_header_value("Location"), "file:///etc/hostname");
+    client_.set_follow_location(true);
+    EXPECT_EQ(ads("fault-redirect", "83").at(0).at("adTypeId"), 83);
+    EXPECT_EQ(ask("fault-redirect-loop").error(), httplib::Error::ExceedRedirectCount);
+}
+
+TEST_F(AdServerTest, ServesOthersBesideStalledRequestsAndEndsWithoutWaitingForThem) {
+    std::vector<std::future<httplib::Result>> stalled;
+    for (const char* container : {"fault-stall", "fault-stall-body"}) {
+        for (int i = 0; i < 20; ++i) {
+            stalled.push_back(
+                std::async(std::launch::async, [address = server_->address(), container] {
+                    httplib::Client client(address);
+                    client.set_read_timeout(std::chrono::hours(1));
+                    return client.Get(std::string("/ads?types=77&container=") + container);
+                }));
+        }
+    }
+    ASSERT_TRUE(server_->waitForRequests(stalled.size()));
+    EXPECT_EQ(ads("home-bottom").size(), 1u);
+
+    server_.reset();
+    for (auto& request : stalled)
+        EXPECT_EQ(request.get().error(), httplib::Error::Read);
+}
+
+TEST_F(AdServerTest, TakesNoPortThatAnotherServerHas) {
+    const AdServer second(shippedCatalog(), {.port = server_->port(), .latency = {}});
+    EXPECT_EQ(second.port(), 0);
+    EXPECT_EQ(ask("home-bottom")->status, 200);
+}
+
+}  // namespace
