@@ -2,6 +2,10 @@
 
 #include <poll.h>
 
+#include <algorithm>
+#include <condition_variable>
+#include <utility>
+
 /// Asked for by ThreadSanitizer, where the program is built with it: httplib's shared library is
 /// not instrumented, so the guards of its function-local statics go unseen and their uses look like
 /// races.
@@ -50,9 +54,9 @@ void readAddress(decltype(getpeername) query, socket_t socket, std::string& ip, 
 
 Connection::Connection(socket_t socket) : socket_(socket) {}
 
-bool Connection::wait(std::optional<std::chrono::milliseconds> time) const {
+void Connection::wait(std::optional<std::chrono::milliseconds> time) const {
     pollfd end{socket_, POLLRDHUP, 0};
-    return poll(&end, 1, time ? static_cast<int>(time->count()) : -1) == 0;
+    poll(&end, 1, time ? static_cast<int>(time->count()) : -1);
 }
 
 ssize_t Connection::read(char* data, size_t size) {

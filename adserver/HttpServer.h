@@ -2,6 +2,7 @@
 
 #include <httplib.h>
 
+#include <array>
 #include <chrono>
 #include <functional>
 #include <mutex>
@@ -18,9 +19,9 @@ class Connection : public httplib::Stream {
     /// Does not own the socket.
     explicit Connection(socket_t socket);
 
-    /// Lets `time` pass, or, without one, all there is. Returns early, and then false, when the
-    /// client leaves or the server ends.
-    bool wait(std::optional<std::chrono::milliseconds> time = std::nullopt) const;
+    /// Lets `time` pass, or, without one, all there is. Returns early when the client leaves or the
+    /// server ends.
+    void wait(std::optional<std::chrono::milliseconds> time = std::nullopt) const;
 
     bool is_readable() const override { return true; }
     bool is_writable() const override { return true; }
