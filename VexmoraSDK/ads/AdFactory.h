@@ -22,6 +22,10 @@ class AdFactory {
         return platform::forcedConversion<T>(modelFrom(record));
     }
 
+    /// The ad type that a record names under "adTypeId", in decimal digits with an optional sign.
+    /// No such ad type is a fatal stop.
+    static VexmoraAdType adTypeOf(const AdRecord& record);
+
     /// Fetches a native ad. Returns at once; `completion` runs on the main thread. `errorCallback`
     /// runs on a delivery thread with a `RequestError`, or on the main thread with a `ParsingError`
     /// and then once more with `NoFill`.

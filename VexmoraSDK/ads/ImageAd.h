@@ -22,14 +22,6 @@ class ImageAd : public platform::Object, public AdProtocol, public AdImageProtoc
  protected:
     explicit ImageAd(platform::Url clickUrl) : clickUrl_(std::move(clickUrl)) {}
 
-    /// Starts the loading of `model`'s picture.
-    template <class Model>
-    static std::shared_ptr<Model> loading(std::shared_ptr<Model> model,
-                                          const platform::Url& imageUrl) {
-        model->delegate()->setImage(model, imageUrl);
-        return model;
-    }
-
     void storeClickUrl(platform::Url clickUrl) { clickUrl_ = std::move(clickUrl); }
 
  private:

@@ -20,8 +20,13 @@ class Coder {
     static std::optional<Coder> fromData(const Data& data);
 
     void encode(std::string key, Value value);
-    /// The value under `key`, or null. Valid while the coder is.
-    const Value* decode(std::string_view key) const;
+    /// The value under `key` when it is a `T` of a `Value`'s alternatives, else null. Valid while
+    /// the coder is.
+    template <class T>
+    const T* decode(std::string_view key) const {
+        const auto found = values_.find(key);
+        return found == values_.end() ? nullptr : found->second.as<T>();
+    }
 
     /// The archive as a property list.
     Data data() const;

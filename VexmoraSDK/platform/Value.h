@@ -1,10 +1,12 @@
 #pragma once
 
 #include <chrono>
+#include <concepts>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -42,6 +44,9 @@ class Value {
     /// The value of a number as an integer: a fraction is dropped, what lies beyond the range
     /// becomes the nearest end of it, and true and false are 1 and 0. Absent for anything else.
     std::optional<std::int64_t> integerValue() const;
+
+    /// What fatal reports call the type of this value.
+    std::string_view typeName() const;
 
     const Variant& variant() const { return variant_; }
 

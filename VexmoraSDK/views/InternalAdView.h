@@ -30,10 +30,10 @@ class InternalAdView : public VexmoraView {
     void adReadyCallback();
 
     /// Calls an operation of the host's delegate, when there is a delegate that implements it, with
-    /// this view and `arguments`.
+    /// this view and `arguments`. The delegate is held meanwhile, so that the host may replace it.
     template <class Operation, class... Arguments>
     void tell(Operation VexmoraDelegate::*operation, const Arguments&... arguments) {
-        const auto delegate = this->delegate();
+        auto delegate = this->delegate();
         if (delegate && delegate.get()->*operation) {
             (delegate.get()->*operation)(*this, arguments...);
         }

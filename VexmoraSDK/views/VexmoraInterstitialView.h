@@ -23,7 +23,7 @@ class VexmoraInterstitialView : public AdView<AdProtocol> {
     void draw() override;
 
  private:
-    void handleResponse(const std::optional<platform::Data>& body);
+    void handleResponse(const platform::Data& body);
 };
 
 }  // namespace VexmoraSDK

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "VexmoraSDK/ads/Native.h"
-#include "VexmoraSDK/views/AdView.h"
+#include "VexmoraSDK/views/FetchedAdView.h"
 
 namespace VexmoraSDK {
 
-/// Shows a native ad: its picture and three texts.
-class VexmoraNativeView : public AdView<Native> {
+/// Shows a native ad: its picture at the left and three texts stacked to its right. Takes the size
+/// of what it shows.
+class VexmoraNativeView : public FetchedAdView<Native, &AdFactory::fetchAndCreateAd> {
  public:
     static constexpr std::string_view kClassName = "VexmoraSDK.VexmoraNativeView";
     /// `native`; what `adTypes` is at first.
@@ -17,13 +17,17 @@ class VexmoraNativeView : public AdView<Native> {
 
     std::string_view className() const override { return kClassName; }
 
-    void containerSetCallback() override;
-    /// The ad was tapped: tells the host and opens the ad's address. No ad is a fatal stop.
-    void handleTap();
+    /// The size of the content, whatever is proposed: texts one above the other beside pictures.
+    /// How far the texts overlap, and the gap beside the picture, do not count.
+    platform::Size sizeThatFits(platform::Size proposed) override;
 
  protected:
+    /// Fits an added text to its width and stacks it below the last.
+    void didAddSubview(platform::View& subview) override;
     void draw() override;
-    Method method(std::string_view selector) const override;
+
+ private:
+    double lastTextViewYPos_ = Utils::nativeStartY;
 };
 
 }  // namespace VexmoraSDK

@@ -1,0 +1,89 @@
+#include "VexmoraSDK/ads/AdFactory.h"
+
+#include <charconv>
+#include <utility>
+
+#include "VexmoraSDK/platform/MainQueue.h"
+
+namespace VexmoraSDK {
+
+using platform::unwrap;
+
+namespace {
+
+const std::string& member(const AdRecord& record, std::string_view name) {
+    const auto found = record.find(name);
+    if (found == record.end())
+        platform::fatalNil();
+    return found->second;
+}
+
+/// The integer that a text of an optional sign and decimal digits, and nothing else, stands for.
+std::optional<std::intptr_t> integer(std::string_view text) {
+    if (text.starts_with('+') && !text.starts_with("+-"))
+        text.remove_prefix(1);
+    std::intptr_t value = 0;
+    const char* end = text.data() + text.size();
+    const auto [parsedTo, failure] = std::from_chars(text.data(), end, value);
+    if (failure != std::errc() || parsedTo != end)
+        return std::nullopt;
+    return value;
+}
+
+platform::Url address(const AdRecord& record, std::string_view name) {
+    return unwrap(platform::Url::fromString(member(record, name)));
+}
+
+}  // namespace
+
+VexmoraAdType AdFactory::adTypeOf(const AdRecord& record) {
+    return unwrap(adTypeWithRawValue(unwrap(integer(member(record, "adTypeId")))));
+}
+
+std::shared_ptr<ImageAd> AdFactory::modelFrom(const AdRecord& record) {
+    const auto adType = adTypeOf(record);
+    auto clickUrl = address(record, "clickUrl");
+    auto bannerUrl = address(record, "bannerUrl");
+    if (adType == VexmoraAdType::native) {
+        return Native::create(std::move(clickUrl), member(record, "title"),
+                              member(record, "description"), member(record, "displayName"),
+                              bannerUrl);
+    }
+    return Banner::create(std::move(clickUrl), std::move(bannerUrl), adType);
+}
+
+template <class T>
+void AdFactory::fetchAndCreate(const platform::Url& url,
+                               std::function<void(std::shared_ptr<T>)> completion,
+                               ErrorCallback errorCallback) {
+    const auto parse = [completion = std::move(completion),
+                        errorCallback](const std::optional<platform::Data>& body) {
+        if (auto ad = Utils::getAdFromJson<T>(unwrap(body), errorCallback)) {
+            completion(std::move(ad));
+        } else {
+            errorCallback(VexmoraError(VexmoraErrorCodes::NoFill, std::nullopt));
+        }
+    };
+    Utils::getDataFromUrl(
+        url,
+        [parse](std::optional<platform::Data> body) {
+            unwrap(platform::MainQueue::main()).async([parse, body = std::move(body)] {
+                parse(body);
+            });
+        },
+        errorCallback);
+}
+
+void AdFactory::fetchAndCreateAd(const platform::Url& url,
+                                 std::function<void(std::shared_ptr<Native>)> completion,
+                                 ErrorCallback errorCallback) {
+    fetchAndCreate(url, std::move(completion), std::move(errorCallback));
+}
+
+void AdFactory::fetchAndCreateBanner(const platform::Url& url,
+                                     std::function<void(std::shared_ptr<Banner>)> completion,
+                                     ErrorCallback errorCallback) {
+    fetchAndCreate(url, std::move(completion), std::move(errorCallback));
+}
+
+}  // namespace VexmoraSDK

@@ -1,0 +1,21 @@
+#include "VexmoraSDK/ads/AdHandler.h"
+
+#include "VexmoraSDK/ads/ImageAd.h"
+#include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/platform/NotificationCenter.h"
+#include "VexmoraSDK/utils/Utils.h"
+
+namespace VexmoraSDK {
+
+void AdHandler::setImage(std::shared_ptr<ImageAd> ad, const platform::Url& imageUrl) {
+    Utils::getDataFromUrl(
+        imageUrl,
+        [ad = std::move(ad)](std::optional<platform::Data> bytes) {
+            ad->setImage(platform::Image::fromData(platform::unwrap(bytes)));
+            platform::NotificationCenter::defaultCenter().post(
+                std::string(Utils::adReadyNotificationName), ad);
+        },
+        [](const VexmoraError&) {});
+}
+
+}  // namespace VexmoraSDK

@@ -1,0 +1,36 @@
+#include "VexmoraSDK/ads/Banner.h"
+
+#include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/views/InternalAdView.h"
+
+namespace VexmoraSDK {
+
+std::shared_ptr<Banner> Banner::create(platform::Url clickUrl, platform::Url bannerUrl,
+                                       VexmoraAdType adType) {
+    std::shared_ptr<Banner> banner(new Banner(std::move(clickUrl), std::move(bannerUrl), adType));
+    banner->delegate()->setImage(banner, banner->bannerUrl());
+    return banner;
+}
+
+Banner::Banner(platform::Url clickUrl, platform::Url bannerUrl, VexmoraAdType adType)
+    : ImageAd(std::move(clickUrl)), bannerUrl_(std::move(bannerUrl)), adType_(adType) {}
+
+Banner::Banner()
+    : ImageAd(
+          []() -> platform::Url { platform::unimplementedInitializer("init()", kClassName); }()) {}
+
+void Banner::render(InternalAdView& view) {
+    const auto& handler = *view.vexmoraDelegate();
+    auto picture = image();
+    if (!picture)
+        platform::fatalNil();
+    const auto imageView = handler.addImageView(view, std::move(picture));
+    if (view.viewType() == VexmoraViewType::interstitial) {
+        imageView->setContentMode(platform::ContentMode::center);
+        // As it stands, in the coordinates of the view's superview: the picture is in the middle of
+        // a view whose origin is (0, 0).
+        imageView->setCenter(view.center());
+    }
+}
+
+}  // namespace VexmoraSDK

@@ -1,0 +1,104 @@
+#include "VexmoraSDK/utils/Utils.h"
+
+#include <utility>
+
+// Reading an answer and building its models is one recursion: the only place where this folder
+// looks up to `ads/`.
+#include "VexmoraSDK/ads/AdFactory.h"
+#include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/platform/Json.h"
+#include "VexmoraSDK/platform/UrlSession.h"
+
+namespace VexmoraSDK {
+namespace {
+
+AdRecord recordFrom(const platform::Dictionary& ad) {
+    AdRecord record;
+    for (const auto& [name, value] : ad) {
+        if (const auto number = value.integerValue()) {
+            record.emplace(name, std::to_string(*number));
+        } else if (const auto* text = value.as<std::string>()) {
+            record.emplace(name, *text);
+        }
+    }
+    return record;
+}
+
+/// `value` as a `T`; a fatal stop when it is of another type.
+template <class T>
+const T& forced(const platform::Value& value, std::string_view typeName) {
+    const T* converted = value.as<T>();
+    if (!converted)
+        platform::fatalConversion(value.typeName(), typeName);
+    return *converted;
+}
+
+}  // namespace
+
+void Utils::getDataFromUrl(const platform::Url& url,
+                           std::function<void(std::optional<platform::Data>)> completion,
+                           ErrorCallback errorCallback) {
+    auto task = platform::UrlSession::shared().dataTask(
+        url, [completion = std::move(completion), errorCallback = std::move(errorCallback)](
+                 std::optional<platform::Data> body, std::optional<platform::UrlResponse>,
+                 std::optional<platform::Error> error) {
+            if (error) {
+                errorCallback(VexmoraError(VexmoraErrorCodes::RequestError, error->userInfo()));
+            } else {
+                completion(std::move(body));
+            }
+        });
+    task.resume();
+}
+
+std::vector<AdRecord> Utils::parseAdJson(const platform::Data& data) {
+    const auto answer = platform::Json::read(data);
+    const auto* json = std::get_if<platform::Value>(&answer);
+    if (!json)
+        return {};
+
+    std::vector<AdRecord> records;
+    for (const auto& ad : forced<platform::Array>(*json, "array")) {
+        records.push_back(recordFrom(forced<platform::Dictionary>(ad, "dictionary")));
+    }
+    return records;
+}
+
+template <class T>
+std::shared_ptr<T> Utils::getAdFromJson(const platform::Data& data,
+                                        const ErrorCallback& errorCallback) {
+    const auto answer = platform::Json::read(data);
+    if (const auto* error = std::get_if<platform::Error>(&answer)) {
+        errorCallback(VexmoraError(VexmoraErrorCodes::ParsingError, error->userInfo()));
+        return nullptr;
+    }
+    const auto records = parseAdJson(data);
+    if (records.empty()) {
+        errorCallback(VexmoraError(VexmoraErrorCodes::ParsingError, std::nullopt));
+        return nullptr;
+    }
+    std::vector<std::shared_ptr<T>> ads;
+    for (const auto& record : records)
+        ads.push_back(AdFactory::createAd<T>(record));
+    return ads.front();
+}
+
+template std::shared_ptr<Banner> Utils::getAdFromJson(const platform::Data&, const ErrorCallback&);
+template std::shared_ptr<Native> Utils::getAdFromJson(const platform::Data&, const ErrorCallback&);
+
+const Utils::Font& Utils::nativeTitleFont() {
+    static const Font font{"Helvetica-Bold", 13.0, platform::Color::black()};
+    return font;
+}
+
+const Utils::Font& Utils::nativeDescriptionFont() {
+    static const Font font{"Helvetica", 12.0, platform::Color::black()};
+    return font;
+}
+
+const Utils::Font& Utils::nativeDisplayNameFont() {
+    static const Font font{"Helvetica", 12.0, platform::Color::gray()};
+    return font;
+}
+
+}  // namespace VexmoraSDK

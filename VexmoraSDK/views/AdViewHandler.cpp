@@ -1,0 +1,104 @@
+#include "VexmoraSDK/views/AdViewHandler.h"
+
+#include <array>
+
+#include "VexmoraSDK/config/Config.h"
+#include "VexmoraSDK/platform/Application.h"
+#include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/platform/NotificationCenter.h"
+#include "VexmoraSDK/platform/TapGestureRecognizer.h"
+#include "VexmoraSDK/views/InternalAdView.h"
+
+namespace VexmoraSDK {
+namespace {
+
+/// `format` with its two placeholders filled in; see `AdViewHandler::requestUrlFormat`. Whatever
+/// else it holds, a further placeholder too, stays as it is.
+std::string filled(std::string_view format, const std::string& first, const std::string& second) {
+    const std::array<const std::string*, 2> arguments = {&first, &second};
+    std::size_t next = 0;
+    std::string text;
+    while (!format.empty()) {
+        std::size_t length = 1;
+        if (format.starts_with("%%")) {
+            length = 2;
+            text += '%';
+        } else if (format.starts_with("%@") && next < arguments.size()) {
+            length = 2;
+            text += *arguments[next++];
+        } else if (format.starts_with("%1$@")) {
+            length = 4;
+            text += first;
+        } else if (format.starts_with("%2$@")) {
+            length = 4;
+            text += second;
+        } else {
+            text += format.front();
+        }
+        format.remove_prefix(length);
+    }
+    return text;
+}
+
+std::string joined(const std::vector<std::intptr_t>& numbers) {
+    std::string text;
+    for (const auto number : numbers) {
+        if (!text.empty())
+            text += ',';
+        text += std::to_string(number);
+    }
+    return text;
+}
+
+}  // namespace
+
+using platform::unwrap;
+
+AdViewHandler::AdViewHandler()
+    : requestUrlFormat_(unwrap(Config::instance().settingForKey<std::string>("requestUrlFormat"))) {
+}
+
+platform::Url AdViewHandler::getUrl(const VexmoraView& view) const {
+    const auto adTypes = joined(view.adTypes());
+    const auto text = filled(requestUrlFormat_, unwrap(view.containerId()), adTypes);
+    return unwrap(platform::Url::fromString(text));
+}
+
+std::shared_ptr<platform::ImageView> AdViewHandler::addImageView(
+    VexmoraView& view, std::shared_ptr<const platform::Image> image) const {
+    auto imageView = platform::ImageView::create(std::move(image));
+    view.addSubview(imageView);
+    return imageView;
+}
+
+std::shared_ptr<platform::TextView> AdViewHandler::addTextView(
+    VexmoraView& view, platform::Rect frame, const Utils::Font& font,
+    std::optional<std::string> text) const {
+    auto textView = platform::TextView::create(frame);
+    textView->setFont(platform::Font::named(font.family, font.size));
+    textView->setText(std::move(text));
+    textView->setEditable(false);
+    view.addSubview(textView);
+    return textView;
+}
+
+void AdViewHandler::addObserver(VexmoraView& view, const std::shared_ptr<AdProtocol>& ad) const {
+    platform::NotificationCenter::defaultCenter().addObserver(
+        view.shared_from_this(), std::string(Utils::adReadyCallbackSelector),
+        std::string(Utils::adReadyNotificationName),
+        std::dynamic_pointer_cast<platform::Object>(ad));
+}
+
+void AdViewHandler::addTapHandler(InternalAdView& view) const {
+    auto recognizer = std::make_shared<platform::TapGestureRecognizer>(
+        view.weak_from_this(), std::string(Utils::handleTapCallbackSelector));
+    recognizer->setDelegate(view.weak_from_this());
+    view.addGestureRecognizer(std::move(recognizer));
+}
+
+void AdViewHandler::handleTap(InternalAdView& view, const platform::Url& url) const {
+    view.tell(&VexmoraDelegate::willLeaveApplication);
+    platform::Application::openUrl(url);
+}
+
+}  // namespace VexmoraSDK

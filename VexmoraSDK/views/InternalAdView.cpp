@@ -1,0 +1,42 @@
+#include "VexmoraSDK/views/InternalAdView.h"
+
+#include "VexmoraSDK/platform/Fatal.h"
+
+namespace VexmoraSDK {
+
+InternalAdView::InternalAdView(platform::Rect frame, VexmoraViewType viewType,
+                               const std::vector<VexmoraAdType>& allowedAdTypes,
+                               const std::vector<VexmoraAdType>& adTypes)
+    : VexmoraView(frame),
+      viewType_(viewType),
+      allowedAdTypes_(allowedAdTypes),
+      adTypes_(rawValues(adTypes)) {}
+
+void InternalAdView::setContainerId(std::optional<std::string> containerId) {
+    containerId_ = std::move(containerId);
+    containerSetCallback();
+}
+
+void InternalAdView::setDelegate(std::shared_ptr<VexmoraDelegate> delegate) {
+    delegate_.set(std::move(delegate));
+}
+
+void InternalAdView::adReadyCallback() {
+    platform::unwrap(platform::MainQueue::main()).async([self = shared<InternalAdView>()] {
+        self->draw();
+    });
+}
+
+InternalAdView::Method InternalAdView::method(std::string_view selector) const {
+    if (selector == Utils::adReadyCallbackSelector) {
+        return [](Object& self, Object*) { static_cast<InternalAdView&>(self).adReadyCallback(); };
+    }
+    if (selector == "containerSetCallback") {
+        return [](Object& self, Object*) {
+            static_cast<InternalAdView&>(self).containerSetCallback();
+        };
+    }
+    return VexmoraView::method(selector);
+}
+
+}  // namespace VexmoraSDK

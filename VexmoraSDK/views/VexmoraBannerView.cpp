@@ -1,0 +1,27 @@
+#include "VexmoraSDK/views/VexmoraBannerView.h"
+
+namespace VexmoraSDK {
+
+using platform::unwrap;
+
+const std::vector<VexmoraAdType>& VexmoraBannerView::allowedAdTypes() {
+    static const std::vector types = {VexmoraAdType::banner, VexmoraAdType::mediumBanner,
+                                      VexmoraAdType::fullBanner};
+    return types;
+}
+
+std::shared_ptr<VexmoraBannerView> VexmoraBannerView::create(platform::Rect frame) {
+    return platform::makeSharedOnMain<VexmoraBannerView>(frame);
+}
+
+VexmoraBannerView::VexmoraBannerView(platform::Rect frame)
+    : FetchedAdView(frame, VexmoraViewType::banner, allowedAdTypes(), allowedAdTypes()) {}
+
+void VexmoraBannerView::draw() {
+    unwrap(ad()).render(*this);
+    const auto image = unwrap(ad()).image();
+    setFrame({frame().origin, unwrap(image).size()});
+    tell(&VexmoraDelegate::didReceiveAd);
+}
+
+}  // namespace VexmoraSDK

@@ -1,0 +1,55 @@
+#include "VexmoraSDK/views/VexmoraInterstitialView.h"
+
+#include "VexmoraSDK/ads/AdFactory.h"
+#include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/views/VexmoraBannerView.h"
+
+namespace VexmoraSDK {
+
+using platform::unwrap;
+
+const std::vector<VexmoraAdType>& VexmoraInterstitialView::allowedAdTypes() {
+    static const std::vector types = {VexmoraAdType::leaderboard, VexmoraAdType::mediumRectangle};
+    return types;
+}
+
+std::shared_ptr<VexmoraInterstitialView> VexmoraInterstitialView::create(platform::Rect frame) {
+    return platform::makeSharedOnMain<VexmoraInterstitialView>(frame);
+}
+
+VexmoraInterstitialView::VexmoraInterstitialView(platform::Rect frame)
+    : AdView(frame, VexmoraViewType::interstitial, allowedAdTypes(),
+             VexmoraBannerView::allowedAdTypes()) {}
+
+void VexmoraInterstitialView::containerSetCallback() {
+    const auto self = shared<VexmoraInterstitialView>();
+    Utils::getDataFromUrl(
+        vexmoraDelegate()->getUrl(*this),
+        [self](std::optional<platform::Data> body) {
+            unwrap(platform::MainQueue::main()).async([self, body = std::move(body)] {
+                self->handleResponse(unwrap(body));
+            });
+        },
+        [self](const VexmoraError& error) { self->tell(&VexmoraDelegate::didHaveError, error); });
+}
+
+void VexmoraInterstitialView::handleResponse(const platform::Data& body) {
+    const auto records = Utils::parseAdJson(body);
+    if (records.empty()) {
+        tell(&VexmoraDelegate::didHaveError, VexmoraError(VexmoraErrorCodes::NoFill, std::nullopt));
+        return;
+    }
+    // Only the first record is looked at so strictly before any model is built.
+    AdFactory::adTypeOf(records.front());
+    std::vector<std::shared_ptr<Banner>> banners;
+    for (const auto& record : records)
+        banners.push_back(AdFactory::createAd<Banner>(record));
+    receive(banners.front());
+}
+
+void VexmoraInterstitialView::draw() {
+    unwrap(ad()).render(*this);
+    tell(&VexmoraDelegate::didReceiveAd);
+}
+
+}  // namespace VexmoraSDK

@@ -1,0 +1,70 @@
+#include "VexmoraSDK/views/VexmoraNativeView.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace VexmoraSDK {
+
+using platform::ImageView;
+using platform::Size;
+using platform::TextView;
+
+const std::vector<VexmoraAdType>& VexmoraNativeView::allowedAdTypes() {
+    static const std::vector types = {VexmoraAdType::native};
+    return types;
+}
+
+std::shared_ptr<VexmoraNativeView> VexmoraNativeView::create(platform::Rect frame) {
+    return platform::makeSharedOnMain<VexmoraNativeView>(frame);
+}
+
+VexmoraNativeView::VexmoraNativeView(platform::Rect frame)
+    : FetchedAdView(frame, VexmoraViewType::native, allowedAdTypes(), allowedAdTypes()) {}
+
+void VexmoraNativeView::draw() {
+    if (!ad()) {
+        tell(&VexmoraDelegate::didHaveError,
+             VexmoraError(VexmoraErrorCodes::UnknownError, std::nullopt));
+        return;
+    }
+    if (!ad()->image()) {
+        tell(&VexmoraDelegate::didHaveError,
+             VexmoraError(VexmoraErrorCodes::ImageRequestError, std::nullopt));
+        return;
+    }
+    ad()->render(*this);
+    tell(&VexmoraDelegate::didReceiveAd);
+}
+
+void VexmoraNativeView::didAddSubview(platform::View& subview) {
+    auto* text = dynamic_cast<TextView*>(&subview);
+    if (!text)
+        return;
+
+    const auto [origin, size] = text->frame();
+    const Size fitted = text->sizeThatFits({size.width, std::numeric_limits<double>::max()});
+    // Only now, so that the text keeps the height that it has with its own inset.
+    text->setTextContainerInset({});
+    text->setFrame({{origin.x, lastTextViewYPos_}, fitted});
+    lastTextViewYPos_ += fitted.height + Utils::nativeYElementPadding;
+}
+
+Size VexmoraNativeView::sizeThatFits(Size) {
+    Size texts;
+    Size pictures;
+    for (const auto& subview : subviews()) {
+        Size* column = nullptr;
+        if (dynamic_cast<const TextView*>(subview.get()))
+            column = &texts;
+        if (dynamic_cast<const ImageView*>(subview.get()))
+            column = &pictures;
+        if (!column)
+            continue;
+        const Size size = subview->frame().size;
+        column->height += size.height;
+        column->width = std::max(column->width, size.width);
+    }
+    return {texts.width + pictures.width, std::max(pictures.height, texts.height)};
+}
+
+}  // namespace VexmoraSDK

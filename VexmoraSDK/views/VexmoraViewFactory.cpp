@@ -1,0 +1,92 @@
+#include "VexmoraSDK/views/VexmoraViewFactory.h"
+
+#include "VexmoraSDK/views/VexmoraBannerView.h"
+#include "VexmoraSDK/views/VexmoraInterstitialView.h"
+#include "VexmoraSDK/views/VexmoraNativeView.h"
+
+namespace VexmoraSDK {
+namespace {
+
+using Delegate = std::shared_ptr<VexmoraDelegate>;
+
+template <class View>
+std::shared_ptr<VexmoraView> makeView(const std::string& containerId,
+                                      const std::vector<VexmoraAdType>& adTypes,
+                                      Delegate delegate) {
+    auto view = View::create();
+    if (delegate)
+        view->setDelegate(std::move(delegate));
+    view->setAdTypes(rawValues(adTypes));
+    // Last: this starts the request, which needs all of the above.
+    view->setContainerId(containerId);
+    return view;
+}
+
+}  // namespace
+
+std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& containerId,
+                                                            std::string_view adSize,
+                                                            Delegate delegate) {
+    const auto adTypes = adTypesBySize().find(adSize);
+    if (adTypes == adTypesBySize().end() || adTypes->second.empty())
+        return nullptr;
+    const auto viewType = adViewBySize().find(adSize);
+    if (viewType == adViewBySize().end())
+        return nullptr;
+
+    switch (viewType->second) {
+        case VexmoraViewType::interstitial:
+            return makeView<VexmoraInterstitialView>(containerId, adTypes->second,
+                                                     std::move(delegate));
+        case VexmoraViewType::banner:
+            return makeView<VexmoraBannerView>(containerId, adTypes->second, std::move(delegate));
+        default:
+            return nullptr;
+    }
+}
+
+std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& containerId,
+                                                            VexmoraViewType viewType,
+                                                            Delegate delegate) {
+    switch (viewType) {
+        case VexmoraViewType::interstitial:
+            return makeView<VexmoraInterstitialView>(
+                containerId, VexmoraInterstitialView::allowedAdTypes(), std::move(delegate));
+        case VexmoraViewType::native:
+            return makeView<VexmoraNativeView>(containerId, VexmoraNativeView::allowedAdTypes(),
+                                               std::move(delegate));
+        default:
+            return makeView<VexmoraBannerView>(containerId, VexmoraBannerView::allowedAdTypes(),
+                                               std::move(delegate));
+    }
+}
+
+std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& containerId,
+                                                            VexmoraAdType adType,
+                                                            Delegate delegate) {
+    switch (adType) {
+        case VexmoraAdType::native:
+            return makeView<VexmoraNativeView>(containerId, {adType}, std::move(delegate));
+        case VexmoraAdType::mediumRectangle:
+        case VexmoraAdType::leaderboard:
+            return makeView<VexmoraInterstitialView>(containerId, {adType}, std::move(delegate));
+        case VexmoraAdType::banner:
+        case VexmoraAdType::mediumBanner:
+        case VexmoraAdType::fullBanner:
+            return makeView<VexmoraBannerView>(containerId, {adType}, std::move(delegate));
+        default:
+            break;
+    }
+    if (delegate && delegate->didHaveError) {
+        delegate->didHaveError(*VexmoraBannerView::create(),
+                               VexmoraError(VexmoraErrorCodes::InvalidAdTypeError, std::nullopt));
+    }
+    return nullptr;
+}
+
+std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& containerId,
+                                                            VexmoraAdType adType) {
+    return createView(containerId, adType, nullptr);
+}
+
+}  // namespace VexmoraSDK
