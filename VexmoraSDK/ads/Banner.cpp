@@ -4,6 +4,13 @@
 #include "VexmoraSDK/views/InternalAdView.h"
 
 namespace VexmoraSDK {
+namespace {
+
+[[noreturn]] platform::Url unavailable() {
+    platform::unimplementedInitializer("init()", Banner::kClassName);
+}
+
+}  // namespace
 
 std::shared_ptr<Banner> Banner::create(platform::Url clickUrl, platform::Url bannerUrl,
                                        VexmoraAdType adType) {

@@ -4,6 +4,13 @@
 #include "VexmoraSDK/views/InternalAdView.h"
 
 namespace VexmoraSDK {
+namespace {
+
+[[noreturn]] platform::Url unavailable() {
+    platform::unimplementedInitializer("init()", Native::kClassName);
+}
+
+}  // namespace
 
 std::shared_ptr<Native> Native::create(platform::Url clickUrl, std::string title,
                                        std::string description, std::string displayName,

@@ -67,9 +67,9 @@ std::shared_ptr<View> View::hitTest(Point point) {
     const bool inside = point.x >= 0 && point.y >= 0 && point.x < width && point.y < height;
     if (hidden_ || !takesTouches() || !inside)
         return nullptr;
-    for (const auto& subview : subviews_ | std::views::reverse) {
-        const Point origin = subview->frame_.origin;
-        if (auto hit = subview->hitTest({point.x - origin.x, point.y - origin.y}))
+    for (auto subview = subviews_.rbegin(); subview != subviews_.rend(); ++subview) {
+        const Point origin = (*subview)->frame_.origin;
+        if (auto hit = (*subview)->hitTest({point.x - origin.x, point.y - origin.y}))
             return hit;
     }
     return shared<View>();
