@@ -13,20 +13,17 @@ namespace {
 
 const std::string& member(const AdRecord& record, std::string_view name) {
     const auto found = record.find(name);
-    if (found == record.end())
-        platform::fatalNil();
+    if (found == record.end()) platform::fatalNil();
     return found->second;
 }
 
 /// The integer that a text of an optional sign and decimal digits, and nothing else, stands for.
 std::optional<std::intptr_t> integer(std::string_view text) {
-    if (text.starts_with('+') && !text.starts_with("+-"))
-        text.remove_prefix(1);
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
     std::intptr_t value = 0;
     const char* end = text.data() + text.size();
     const auto [parsedTo, failure] = std::from_chars(text.data(), end, value);
-    if (failure != std::errc() || parsedTo != end)
-        return std::nullopt;
+    if (failure != std::errc() || parsedTo != end) return std::nullopt;
     return value;
 }
 

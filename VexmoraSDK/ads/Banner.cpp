@@ -22,15 +22,12 @@ std::shared_ptr<Banner> Banner::create(platform::Url clickUrl, platform::Url ban
 Banner::Banner(platform::Url clickUrl, platform::Url bannerUrl, VexmoraAdType adType)
     : ImageAd(std::move(clickUrl)), bannerUrl_(std::move(bannerUrl)), adType_(adType) {}
 
-Banner::Banner()
-    : ImageAd(
-          []() -> platform::Url { platform::unimplementedInitializer("init()", kClassName); }()) {}
+Banner::Banner() : Banner(unavailable(), unavailable(), VexmoraAdType::banner) {}
 
 void Banner::render(InternalAdView& view) {
     const auto& handler = *view.vexmoraDelegate();
     auto picture = image();
-    if (!picture)
-        platform::fatalNil();
+    if (!picture) platform::fatalNil();
     const auto imageView = handler.addImageView(view, std::move(picture));
     if (view.viewType() == VexmoraViewType::interstitial) {
         imageView->setContentMode(platform::ContentMode::center);

@@ -28,15 +28,12 @@ Native::Native(platform::Url clickUrl, std::string title, std::string descriptio
       desc_(std::move(description)),
       displayName_(std::move(displayName)) {}
 
-Native::Native()
-    : ImageAd(
-          []() -> platform::Url { platform::unimplementedInitializer("init()", kClassName); }()) {}
+Native::Native() : ImageAd(unavailable()) {}
 
 void Native::render(InternalAdView& view) {
     const auto& handler = *view.vexmoraDelegate();
     auto loaded = image();
-    if (!loaded)
-        platform::fatalNil();
+    if (!loaded) platform::fatalNil();
     const auto picture = handler.addImageView(view, std::move(loaded));
     picture->setFrame({{0, 0}, {132, 99}});
     picture->setContentMode(platform::ContentMode::scaleAspectFit);

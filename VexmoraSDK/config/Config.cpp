@@ -25,8 +25,7 @@ platform::Dictionary Config::loadDefaults() {
     const auto& bundle = platform::Bundle::library();
     const auto& entry = unwrap(bundle.objectForInfoDictionaryKey(configurationPlistKey));
     const auto* name = entry.as<std::string>();
-    if (!name)
-        platform::fatalConversion(entry.typeName(), "string");
+    if (!name) platform::fatalConversion(entry.typeName(), "string");
     return unwrap(platform::PropertyList::dictionaryWithContentsOfFile(
         unwrap(bundle.pathForResource(*name, "plist"))));
 }

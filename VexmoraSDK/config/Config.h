@@ -21,8 +21,7 @@ class Config {
     template <class T>
     std::optional<T> settingForKey(std::string_view key) const {
         const auto found = store_.find(key);
-        if (found == store_.end())
-            return std::nullopt;
+        if (found == store_.end()) return std::nullopt;
         const T* value = found->second.as<T>();
         return value ? std::optional<T>(*value) : std::nullopt;
     }

@@ -26,8 +26,7 @@ enum class VexmoraErrorCodes : std::intptr_t {
 
 /// The code of that raw value; absent when there is none.
 constexpr std::optional<VexmoraErrorCodes> errorCodeWithRawValue(std::intptr_t rawValue) {
-    if (rawValue < 1 || rawValue > 7)
-        return std::nullopt;
+    if (rawValue < 1 || rawValue > 7) return std::nullopt;
     return static_cast<VexmoraErrorCodes>(rawValue);
 }
 

@@ -23,8 +23,7 @@ namespace VexmoraSDK::platform {
 /// What an optional or a pointer holds; a fatal stop when it holds nothing.
 template <class Optional>
 decltype(auto) unwrap(Optional&& value) {
-    if (!value)
-        fatalNil();
+    if (!value) fatalNil();
     return *std::forward<Optional>(value);
 }
 
@@ -32,10 +31,8 @@ decltype(auto) unwrap(Optional&& value) {
 /// too.
 template <class To, class From>
 std::shared_ptr<To> forcedConversion(const std::shared_ptr<From>& object) {
-    if (!object)
-        fatalNil();
-    if (auto converted = std::dynamic_pointer_cast<To>(object))
-        return converted;
+    if (!object) fatalNil();
+    if (auto converted = std::dynamic_pointer_cast<To>(object)) return converted;
     fatalConversion(object->className(), To::kClassName);
 }
 

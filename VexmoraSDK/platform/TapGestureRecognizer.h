@@ -24,8 +24,7 @@ class TapGestureRecognizer : public Object {
 
     /// Sends the action. Called by the view tree when it was tapped.
     void fire() {
-        if (auto target = target_.lock())
-            target->perform(action_, this);
+        if (auto target = target_.lock()) target->perform(action_, this);
     }
 
  private:

@@ -24,8 +24,7 @@ std::vector<std::intptr_t> rawValues(const std::vector<VexmoraAdType>& adTypes) 
 
 std::optional<VexmoraAdType> adTypeWithRawValue(std::intptr_t value) {
     const auto found = std::ranges::find(kAdTypes, value, rawValue);
-    if (found == kAdTypes.end())
-        return std::nullopt;
+    if (found == kAdTypes.end()) return std::nullopt;
     return *found;
 }
 

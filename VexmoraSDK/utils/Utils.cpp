@@ -28,8 +28,7 @@ AdRecord recordFrom(const platform::Dictionary& ad) {
 template <class T>
 const T& forced(const platform::Value& value, std::string_view typeName) {
     const T* converted = value.as<T>();
-    if (!converted)
-        platform::fatalConversion(value.typeName(), typeName);
+    if (!converted) platform::fatalConversion(value.typeName(), typeName);
     return *converted;
 }
 
@@ -54,8 +53,7 @@ void Utils::getDataFromUrl(const platform::Url& url,
 std::vector<AdRecord> Utils::parseAdJson(const platform::Data& data) {
     const auto answer = platform::Json::read(data);
     const auto* json = std::get_if<platform::Value>(&answer);
-    if (!json)
-        return {};
+    if (!json) return {};
 
     std::vector<AdRecord> records;
     for (const auto& ad : forced<platform::Array>(*json, "array")) {

@@ -43,8 +43,7 @@ std::string filled(std::string_view format, const std::string& first, const std:
 std::string joined(const std::vector<std::intptr_t>& numbers) {
     std::string text;
     for (const auto number : numbers) {
-        if (!text.empty())
-            text += ',';
+        if (!text.empty()) text += ',';
         text += std::to_string(number);
     }
     return text;

@@ -38,8 +38,7 @@ void VexmoraNativeView::draw() {
 
 void VexmoraNativeView::didAddSubview(platform::View& subview) {
     auto* text = dynamic_cast<TextView*>(&subview);
-    if (!text)
-        return;
+    if (!text) return;
 
     const auto [origin, size] = text->frame();
     const Size fitted = text->sizeThatFits({size.width, std::numeric_limits<double>::max()});
@@ -54,12 +53,9 @@ Size VexmoraNativeView::sizeThatFits(Size) {
     Size pictures;
     for (const auto& subview : subviews()) {
         Size* column = nullptr;
-        if (dynamic_cast<const TextView*>(subview.get()))
-            column = &texts;
-        if (dynamic_cast<const ImageView*>(subview.get()))
-            column = &pictures;
-        if (!column)
-            continue;
+        if (dynamic_cast<const TextView*>(subview.get())) column = &texts;
+        if (dynamic_cast<const ImageView*>(subview.get())) column = &pictures;
+        if (!column) continue;
         const Size size = subview->frame().size;
         column->height += size.height;
         column->width = std::max(column->width, size.width);

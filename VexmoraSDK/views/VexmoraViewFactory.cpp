@@ -14,8 +14,7 @@ std::shared_ptr<VexmoraView> makeView(const std::string& containerId,
                                       const std::vector<VexmoraAdType>& adTypes,
                                       Delegate delegate) {
     auto view = View::create();
-    if (delegate)
-        view->setDelegate(std::move(delegate));
+    if (delegate) view->setDelegate(std::move(delegate));
     view->setAdTypes(rawValues(adTypes));
     // Last: this starts the request, which needs all of the above.
     view->setContainerId(containerId);
@@ -28,11 +27,9 @@ std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& c
                                                             std::string_view adSize,
                                                             Delegate delegate) {
     const auto adTypes = adTypesBySize().find(adSize);
-    if (adTypes == adTypesBySize().end() || adTypes->second.empty())
-        return nullptr;
+    if (adTypes == adTypesBySize().end() || adTypes->second.empty()) return nullptr;
     const auto viewType = adViewBySize().find(adSize);
-    if (viewType == adViewBySize().end())
-        return nullptr;
+    if (viewType == adViewBySize().end()) return nullptr;
 
     switch (viewType->second) {
         case VexmoraViewType::interstitial:
@@ -40,8 +37,7 @@ std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& c
                                                      std::move(delegate));
         case VexmoraViewType::banner:
             return makeView<VexmoraBannerView>(containerId, adTypes->second, std::move(delegate));
-        default:
-            return nullptr;
+        default: return nullptr;
     }
 }
 
@@ -74,8 +70,7 @@ std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& c
         case VexmoraAdType::mediumBanner:
         case VexmoraAdType::fullBanner:
             return makeView<VexmoraBannerView>(containerId, {adType}, std::move(delegate));
-        default:
-            break;
+        default: break;
     }
     if (delegate && delegate->didHaveError) {
         delegate->didHaveError(*VexmoraBannerView::create(),

@@ -46,8 +46,7 @@ std::optional<fs::path> sharedFolderNear(fs::path folder) {
         folder = folder.parent_path();
         std::error_code ignored;
         auto candidate = folder / "share" / "VexmoraSDK";
-        if (fs::exists(candidate / kInfoFile, ignored))
-            return candidate;
+        if (fs::exists(candidate / kInfoFile, ignored)) return candidate;
     }
     return std::nullopt;
 }
@@ -55,11 +54,9 @@ std::optional<fs::path> sharedFolderNear(fs::path folder) {
 fs::path libraryFolder() {
     auto& host = HostFolder::shared();
     const std::lock_guard lock(host.mutex);
-    if (!host.folder.empty())
-        return host.folder;
+    if (!host.folder.empty()) return host.folder;
     for (const auto& start : {folderOfThisCode(), folderOfTheExecutable()}) {
-        if (auto found = sharedFolderNear(start))
-            return *found;
+        if (auto found = sharedFolderNear(start)) return *found;
     }
     return {};
 }
@@ -93,8 +90,7 @@ std::optional<fs::path> Bundle::pathForResource(std::string_view name,
     file += '.';
     file += type;
     std::error_code ignored;
-    if (!fs::is_regular_file(file, ignored))
-        return std::nullopt;
+    if (!fs::is_regular_file(file, ignored)) return std::nullopt;
     return file;
 }
 

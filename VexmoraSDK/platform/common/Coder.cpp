@@ -6,8 +6,7 @@ namespace VexmoraSDK::platform {
 
 std::optional<Coder> Coder::fromData(const Data& data) {
     auto values = PropertyList::dictionary(data);
-    if (!values)
-        return std::nullopt;
+    if (!values) return std::nullopt;
     return Coder(std::move(*values));
 }
 

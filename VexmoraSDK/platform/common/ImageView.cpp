@@ -14,8 +14,7 @@ void ImageView::setContentMode(ContentMode mode) {
 
 Rect ImageView::imageRect() const {
     const Size view = frame().size;
-    if (!image_ || contentMode_ == ContentMode::scaleToFill)
-        return {{}, view};
+    if (!image_ || contentMode_ == ContentMode::scaleToFill) return {{}, view};
     Size size = image_->size();
     if (contentMode_ == ContentMode::scaleAspectFit) {
         const double scale = std::min(view.width / size.width, view.height / size.height);

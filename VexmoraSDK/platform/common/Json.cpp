@@ -20,18 +20,12 @@ Error readerError(const std::string& reason, std::size_t offset) {
 
 Value valueFrom(const json::value& source) {
     switch (source.kind()) {
-        case json::kind::null:
-            return {};
-        case json::kind::bool_:
-            return source.get_bool();
-        case json::kind::int64:
-            return source.get_int64();
-        case json::kind::uint64:
-            return static_cast<double>(source.get_uint64());
-        case json::kind::double_:
-            return source.get_double();
-        case json::kind::string:
-            return std::string(source.get_string());
+        case json::kind::null: return {};
+        case json::kind::bool_: return source.get_bool();
+        case json::kind::int64: return source.get_int64();
+        case json::kind::uint64: return static_cast<double>(source.get_uint64());
+        case json::kind::double_: return source.get_double();
+        case json::kind::string: return std::string(source.get_string());
         case json::kind::array: {
             Array array;
             array.reserve(source.get_array().size());
@@ -62,8 +56,7 @@ std::variant<Value, Error> read(const Data& data) {
     json::parser parser({}, options);
     json::error_code failure;
     const std::size_t consumed = parser.write(text.data(), text.size(), failure);
-    if (failure)
-        return readerError(failure.message(), skipped + consumed);
+    if (failure) return readerError(failure.message(), skipped + consumed);
 
     const json::value top = parser.release();
     if (!top.is_array() && !top.is_object()) {

@@ -14,8 +14,7 @@ NotificationCenter& NotificationCenter::defaultCenter() {
 void NotificationCenter::addObserver(const std::shared_ptr<Object>& observer, std::string selector,
                                      std::string name, const std::shared_ptr<Object>& sender) {
     const std::lock_guard lock(mutex_);
-    if (count_ >= sweepAt_)
-        forgetTheGone();
+    if (count_ >= sweepAt_) forgetTheGone();
     subscriptions_[sender].push_back(
         {nextOrder_++, observer, std::move(selector), std::move(name)});
     ++count_;
@@ -30,11 +29,9 @@ void NotificationCenter::post(std::string name, const std::shared_ptr<Object>& s
     std::vector<Delivery> deliveries;
     const auto collect = [&](const Sender& filter) {
         const auto found = subscriptions_.find(filter);
-        if (found == subscriptions_.end())
-            return;
+        if (found == subscriptions_.end()) return;
         for (const auto& subscription : found->second) {
-            if (subscription.name != name)
-                continue;
+            if (subscription.name != name) continue;
             if (auto observer = subscription.observer.lock()) {
                 deliveries.push_back(
                     {subscription.order, std::move(observer), subscription.selector});
@@ -44,8 +41,7 @@ void NotificationCenter::post(std::string name, const std::shared_ptr<Object>& s
     {
         const std::lock_guard lock(mutex_);
         collect(Sender());
-        if (sender)
-            collect(sender);
+        if (sender) collect(sender);
     }
     std::ranges::sort(deliveries, {}, &Delivery::order);
 
@@ -62,8 +58,7 @@ void NotificationCenter::forgetTheGone() {
     for (auto entry = subscriptions_.begin(); entry != subscriptions_.end();) {
         auto& [sender, subscriptions] = *entry;
         const bool fromAnybody = !Sender().owner_before(sender);
-        if (sender.expired() && !fromAnybody)
-            subscriptions.clear();
+        if (sender.expired() && !fromAnybody) subscriptions.clear();
         std::erase_if(subscriptions, [](const auto& each) { return each.observer.expired(); });
         count_ += subscriptions.size();
         entry = subscriptions.empty() ? subscriptions_.erase(entry) : std::next(entry);

@@ -34,8 +34,7 @@ Dictionary dictionaryFrom(plist_t node) {
         plist_t item = nullptr;
         plist_dict_next_item(node, iterator, &key, &item);
         const Text keyOwner(key);
-        if (!key || !item)
-            return dictionary;
+        if (!key || !item) return dictionary;
         dictionary.insert_or_assign(key, valueFrom(item));
     }
 }
@@ -82,10 +81,8 @@ Value valueFrom(plist_t node) {
             }
             return array;
         }
-        case PLIST_DICT:
-            return dictionaryFrom(node);
-        default:
-            return {};
+        case PLIST_DICT: return dictionaryFrom(node);
+        default: return {};
     }
 }
 
@@ -135,18 +132,15 @@ std::optional<Dictionary> dictionary(const Data& data) {
     plist_from_memory(reinterpret_cast<const char*>(data.data()),
                       static_cast<std::uint32_t>(data.size()), &root);
     const Plist owner(root);
-    if (!root || plist_get_node_type(root) != PLIST_DICT)
-        return std::nullopt;
+    if (!root || plist_get_node_type(root) != PLIST_DICT) return std::nullopt;
     return dictionaryFrom(root);
 }
 
 std::optional<Dictionary> dictionaryWithContentsOfFile(const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios::binary);
-    if (!stream)
-        return std::nullopt;
+    if (!stream) return std::nullopt;
     const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
-    if (stream.bad())
-        return std::nullopt;
+    if (stream.bad()) return std::nullopt;
     return dictionary(dataOf(bytes));
 }
 

@@ -14,8 +14,7 @@ boost::urls::url_view parsed(const std::string& text) {
 }  // namespace
 
 std::optional<Url> Url::fromString(std::string_view text) {
-    if (text.empty() || !boost::urls::parse_uri_reference(text))
-        return std::nullopt;
+    if (text.empty() || !boost::urls::parse_uri_reference(text)) return std::nullopt;
     return Url(std::string(text));
 }
 

@@ -10,22 +10,17 @@ std::int64_t truncated(double number) {
     using Limits = std::numeric_limits<std::int64_t>;
     // 2^63 is exact in a double, the largest integer is not.
     constexpr double kEnd = 9223372036854775808.0;
-    if (number >= kEnd)
-        return Limits::max();
-    if (number < -kEnd)
-        return Limits::min();
+    if (number >= kEnd) return Limits::max();
+    if (number < -kEnd) return Limits::min();
     return static_cast<std::int64_t>(number);
 }
 
 }  // namespace
 
 std::optional<std::int64_t> Value::integerValue() const {
-    if (const auto* boolean = as<bool>())
-        return *boolean ? 1 : 0;
-    if (const auto* integer = as<std::int64_t>())
-        return *integer;
-    if (const auto* number = as<double>())
-        return truncated(*number);
+    if (const auto* boolean = as<bool>()) return *boolean ? 1 : 0;
+    if (const auto* integer = as<std::int64_t>()) return *integer;
+    if (const auto* number = as<double>()) return truncated(*number);
     return std::nullopt;
 }
 

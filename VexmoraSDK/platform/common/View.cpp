@@ -5,8 +5,7 @@
 namespace VexmoraSDK::platform {
 
 void View::setFrame(Rect frame) {
-    if (frame == frame_)
-        return;
+    if (frame == frame_) return;
     frame_ = frame;
     setNeedsDisplay();
 }
@@ -40,8 +39,7 @@ void View::addSubview(const std::shared_ptr<View>& view) {
 
 void View::removeFromSuperview() {
     const auto parent = superview();
-    if (!parent)
-        return;
+    if (!parent) return;
     const auto self = shared<View>();
     std::erase(parent->subviews_, self);
     superview_.reset();
@@ -65,20 +63,17 @@ void View::addGestureRecognizer(std::shared_ptr<TapGestureRecognizer> recognizer
 std::shared_ptr<View> View::hitTest(Point point) {
     const auto [width, height] = frame_.size;
     const bool inside = point.x >= 0 && point.y >= 0 && point.x < width && point.y < height;
-    if (hidden_ || !takesTouches() || !inside)
-        return nullptr;
+    if (hidden_ || !takesTouches() || !inside) return nullptr;
     for (auto subview = subviews_.rbegin(); subview != subviews_.rend(); ++subview) {
         const Point origin = (*subview)->frame_.origin;
-        if (auto hit = (*subview)->hitTest({point.x - origin.x, point.y - origin.y}))
-            return hit;
+        if (auto hit = (*subview)->hitTest({point.x - origin.x, point.y - origin.y})) return hit;
     }
     return shared<View>();
 }
 
 bool View::tap(Point point) {
     for (auto view = hitTest(point); view; view = view->superview()) {
-        if (view->gestureRecognizers_.empty())
-            continue;
+        if (view->gestureRecognizers_.empty()) continue;
         const auto recognizer = view->gestureRecognizers_.back();
         recognizer->fire();
         return true;
@@ -87,10 +82,8 @@ bool View::tap(Point point) {
 }
 
 void View::setNeedsDisplay() {
-    if (displayCallback_)
-        displayCallback_();
-    if (const auto parent = superview())
-        parent->setNeedsDisplay();
+    if (displayCallback_) displayCallback_();
+    if (const auto parent = superview()) parent->setNeedsDisplay();
 }
 
 }  // namespace VexmoraSDK::platform
