@@ -4,8 +4,8 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 #include <memory>
+#include <sstream>
 
 namespace VexmoraSDK::platform::PropertyList {
 namespace {
@@ -138,10 +138,12 @@ std::optional<Dictionary> dictionary(const Data& data) {
 
 std::optional<Dictionary> dictionaryWithContentsOfFile(const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios::binary);
-    if (!stream) return std::nullopt;
-    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
-    if (stream.bad()) return std::nullopt;
-    return dictionary(dataOf(bytes));
+    std::ostringstream bytes;
+    // Unlike the stream's iterators this does not throw, at a folder for instance.
+    bytes << stream.rdbuf();
+    if (!stream || !bytes)
+        return std::nullopt;
+    return dictionary(dataOf(bytes.view()));
 }
 
 Data xml(const Dictionary& dictionary) {
