@@ -1,0 +1,122 @@
+#include "VexmoraSDK/platform/NotificationCenter.h"
+
+#include <gmock/gmock.h>
+
+#include <atomic>
+#include <thread>
+
+#include "tests/unit/platform/Listener.h"
+
+namespace VexmoraSDK::platform {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class NotificationCenterTest : public testing::Test {
+ protected:
+    /// A listener that writes its own name and the notification's into the log.
+    std::shared_ptr<Listener> listener(const std::string& listenerName) {
+        return std::make_shared<Listener>([this, listenerName](Object* notification) {
+            log_.push_back(listenerName + " hears " +
+                           dynamic_cast<Notification&>(*notification).name());
+        });
+    }
+
+    void subscribe(const std::shared_ptr<Object>& observer, std::string name,
+                   const std::shared_ptr<Object>& sender) {
+        center_.addObserver(observer, "hear:", std::move(name), sender);
+    }
+
+    std::vector<std::string> heard() { return std::exchange(log_, {}); }
+
+    const std::shared_ptr<Object> sender_ = std::make_shared<Object>();
+    const std::shared_ptr<Object> stranger_ = std::make_shared<Object>();
+    NotificationCenter center_;
+
+ private:
+    std::vector<std::string> log_;
+};
+
+TEST_F(NotificationCenterTest, DeliversOnlyTheNameAndTheSenderAskedFor) {
+    const auto choosy = listener("choosy");
+    const auto curious = listener("curious");
+    subscribe(choosy, "ready", sender_);
+    subscribe(curious, "ready", nullptr);
+    center_.post("ready", sender_);
+    EXPECT_THAT(heard(), ElementsAre("choosy hears ready", "curious hears ready"));
+    center_.post("ready", stranger_);
+    center_.post("ready", nullptr);
+    EXPECT_THAT(heard(), ElementsAre("curious hears ready", "curious hears ready"));
+    center_.post("gone", sender_);
+    EXPECT_THAT(heard(), IsEmpty());
+}
+
+TEST_F(NotificationCenterTest, DeliversOncePerSubscriptionInTheirOrder) {
+    const auto first = listener("first");
+    const auto second = listener("second");
+    subscribe(first, "ready", nullptr);
+    subscribe(second, "ready", sender_);
+    subscribe(first, "ready", sender_);
+    subscribe(second, "ready", nullptr);
+    center_.post("ready", sender_);
+    EXPECT_THAT(heard(), ElementsAre("first hears ready", "second hears ready", "first hears ready",
+                                     "second hears ready"));
+}
+
+TEST_F(NotificationCenterTest, HoldsObserversAndSendersWeakly) {
+    auto sender = std::make_shared<Object>();
+    auto observer = listener("gone");
+    subscribe(observer, "ready", sender);
+    EXPECT_EQ(sender.use_count(), 1);
+    EXPECT_EQ(observer.use_count(), 1);
+    observer.reset();
+    center_.post("ready", sender);
+    EXPECT_THAT(heard(), IsEmpty());
+}
+
+TEST_F(NotificationCenterTest, TellsASenderFromALaterOneAtTheSameAddress) {
+    const auto keepInPlace = [](Object*) {};
+    const auto place = std::make_unique<Listener>();
+    const auto observer = listener("observer");
+    std::shared_ptr<Object> sender(place.get(), keepInPlace);
+    subscribe(observer, "ready", sender);
+    sender.reset();
+    sender = std::shared_ptr<Object>(place.get(), keepInPlace);
+    center_.post("ready", sender);
+    EXPECT_THAT(heard(), IsEmpty());
+}
+
+TEST_F(NotificationCenterTest, LetsObserversPostSubscribeAndReleaseEachOther) {
+    auto victim = std::make_shared<Listener>([](Object*) {});
+    const auto nested = listener("nested");
+    const auto busy = std::make_shared<Listener>([&](Object*) {
+        victim.reset();
+        subscribe(nested, "nested", nullptr);
+        center_.post("nested", sender_);
+    });
+    subscribe(busy, "ready", sender_);
+    subscribe(victim, "ready", sender_);
+    center_.post("ready", sender_);
+    EXPECT_THAT(heard(), ElementsAre("nested hears nested"));
+}
+
+TEST_F(NotificationCenterTest, LetsThreadsPostWhileOthersSubscribe) {
+    constexpr int kRounds = 500;
+    std::atomic<int> heardCount = 0;
+    const auto observer = std::make_shared<Listener>([&](Object*) { ++heardCount; });
+    std::thread poster([&] {
+        for (int round = 0; round < kRounds; ++round)
+            center_.post("ready", sender_);
+    });
+    for (int round = 0; round < kRounds; ++round)
+        subscribe(observer, "ready", std::make_shared<Object>());
+    subscribe(observer, "ready", sender_);
+    poster.join();
+    heardCount = 0;
+    center_.post("ready", sender_);
+    EXPECT_EQ(heardCount, 1);
+}
+
+}  // namespace
+}  // namespace VexmoraSDK::platform

@@ -1,0 +1,40 @@
+#include "VexmoraSDK/platform/PropertyList.h"
+
+#include <gmock/gmock.h>
+
+namespace VexmoraSDK::platform {
+namespace {
+
+// {"name": "x"}
+constexpr std::string_view kBinary(
+    "bplist00\xd1\x01\x02TnameQx\x08\x0b\x10\0\0\0\0\0\0\x01\x01\0\0\0\0\0\0\0\x03\0\0\0\0\0\0\0\0"
+    "\0\0\0\0\0\0\0\x12",
+    53);
+
+TEST(PropertyListTest, ReadsXmlAndBinary) {
+    const Dictionary named = {{"name", std::string("x")}};
+    EXPECT_EQ(PropertyList::dictionary(dataOf(kBinary)), named);
+    EXPECT_EQ(PropertyList::dictionary(
+                  dataOf("<plist><dict><key>name</key><string>x</string></dict></plist>")),
+              named);
+}
+
+TEST(PropertyListTest, IsAbsentForBytesThatHoldNoDictionary) {
+    for (const auto text : {std::string_view(), std::string_view("garbage"), kBinary.substr(0, 30),
+                            std::string_view("<plist><array><string>x</string></array></plist>"),
+                            std::string_view("<plist><dict><key>name</key><string>x</str")}) {
+        EXPECT_FALSE(PropertyList::dictionary(dataOf(text))) << text;
+    }
+    EXPECT_FALSE(PropertyList::dictionaryWithContentsOfFile("/no/such/file.plist"));
+    EXPECT_FALSE(PropertyList::dictionaryWithContentsOfFile("/"));
+}
+
+TEST(PropertyListTest, LeavesNullsOutOfWhatItWrites) {
+    const Dictionary holed = {
+        {"a", Value()}, {"b", Array{Value(), std::int64_t{1}}}, {"c", Dictionary{{"d", Value()}}}};
+    const Dictionary whole = {{"b", Array{std::int64_t{1}}}, {"c", Dictionary()}};
+    EXPECT_EQ(PropertyList::dictionary(PropertyList::xml(holed)), whole);
+}
+
+}  // namespace
+}  // namespace VexmoraSDK::platform

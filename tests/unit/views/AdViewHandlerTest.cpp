@@ -1,0 +1,81 @@
+#include "VexmoraSDK/views/AdViewHandler.h"
+
+#include "VexmoraSDK/views/VexmoraBannerView.h"
+#include "tests/unit/FatalReports.h"
+#include "tests/unit/views/AdViewTest.h"
+
+namespace VexmoraSDK {
+namespace {
+
+using platform::Font;
+using platform::Rect;
+using testing::ElementsAre;
+
+class AdViewHandlerTest : public AdViewTest {
+ protected:
+    /// The request address of a view with this identifier and these types.
+    std::string addressOf(const std::string& containerId, std::vector<std::intptr_t> adTypes) {
+        view_->setAdTypes(std::move(adTypes));
+        view_->setContainerId(containerId);
+        return handler().getUrl(*view_).text();
+    }
+
+    /// What a template makes of the identifier "home" and the types 15 and 14.
+    std::string filled(std::string format) {
+        handler().setRequestUrlFormat(std::move(format));
+        return addressOf("home", {15, 14});
+    }
+
+    AdViewHandler& handler() { return *view_->vexmoraDelegate(); }
+
+    const std::shared_ptr<VexmoraBannerView> view_ = VexmoraBannerView::create();
+};
+
+TEST_F(AdViewHandlerTest, FillsTheTemplateWithTheIdentifierAndTheTypesAsTheyAre) {
+    EXPECT_EQ(addressOf("123-4", {15, 14}), "https://ads.test/?container=123-4&types=15,14");
+    EXPECT_EQ(addressOf("a%41&b=", {77, 77, -1}),
+              "https://ads.test/?container=a%41&b=&types=77,77,-1");
+    EXPECT_EQ(addressOf("", {}), "https://ads.test/?container=&types=");
+}
+
+TEST_F(AdViewHandlerTest, FormatsObjectsAndPercentSignsAndKeepsAllElse) {
+    EXPECT_EQ(filled("https://a.test/%@/%@/"), "https://a.test/home/15,14/");
+    EXPECT_EQ(filled("https://a.test/%2$@/%1$@/"), "https://a.test/15,14/home/");
+    EXPECT_EQ(filled("https://a.test/%%41/%@?t=%@"), "https://a.test/%41/home?t=15,14");
+    EXPECT_EQ(filled("https://a.test/%41%d0/%@?t=%@"), "https://a.test/%41%d0/home?t=15,14");
+}
+
+TEST_F(AdViewHandlerTest, AddsAPictureInFrontAtItsNaturalSize) {
+    view_->addSubview(platform::View::create());
+    const auto picture = handler().addImageView(
+        *view_, platform::Image::fromData(platform::dataOf("fake-image 320x50")));
+    EXPECT_EQ(view_->subviews().back(), picture);
+    EXPECT_EQ(picture->frame(), (Rect{{0, 0}, {320, 50}}));
+}
+
+TEST_F(AdViewHandlerTest, AddsATextInItsFontButNotInItsColour) {
+    const Rect frame{{135, 0}, {188, 20}};
+    const auto text =
+        handler().addTextView(*view_, frame, {"Helvetica", 12, platform::Color::gray()}, "Shop");
+    EXPECT_EQ(text->frame(), frame);
+    EXPECT_EQ(text->text(), "Shop");
+    EXPECT_EQ(text->font(), Font::named("Helvetica", 12));
+    EXPECT_EQ(text->textColor(), platform::Color::black());
+    EXPECT_FALSE(text->isEditable());
+
+    const auto plain = handler().addTextView(*view_, frame, {"Unknown", 12, {}}, std::nullopt);
+    EXPECT_EQ(plain->text(), std::nullopt);
+    EXPECT_EQ(plain->font(), std::nullopt);
+    EXPECT_THAT(view_->subviews(), ElementsAre(text, plain));
+}
+
+using AdViewHandlerDeathTest = AdViewHandlerTest;
+
+TEST_F(AdViewHandlerDeathTest, StopsAtAnIdentifierThatMakesNoAddress) {
+    EXPECT_DEATH(view_->setContainerId("two words"), kFoundNil);
+    EXPECT_DEATH(view_->setContainerId("100%"), kFoundNil);
+    EXPECT_DEATH(view_->setContainerId(std::nullopt), kFoundNil);
+}
+
+}  // namespace
+}  // namespace VexmoraSDK

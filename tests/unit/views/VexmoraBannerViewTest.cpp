@@ -1,0 +1,242 @@
+#include "VexmoraSDK/views/VexmoraBannerView.h"
+
+#include <thread>
+
+#include "tests/unit/FatalReports.h"
+#include "tests/unit/views/AdViewTest.h"
+
+namespace VexmoraSDK {
+namespace {
+
+using platform::Rect;
+using platform::Size;
+using platform::FakeMainQueue::drain;
+using platform::FakeUrlSession::answer;
+using platform::FakeUrlSession::fail;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class VexmoraBannerViewTest : public AdViewTest {
+ protected:
+    VexmoraBannerViewTest() { view_->setDelegate(host()); }
+
+    /// Asks for the ad of a placement.
+    void ask(const std::string& placement) { view_->setContainerId(placement); }
+
+    static std::string placementUrl(const std::string& placement) {
+        return adUrl(placement, "77,83,84");
+    }
+
+    /// The server has an ad, with this picture, for a placement.
+    static void serveAd(const std::string& placement, std::string_view picture) {
+        serve(placementUrl(placement), "[" + bannerAd(picture) + "]");
+    }
+
+    static void servePicture(const std::string& picture, std::string_view size) {
+        serve("https://cdn.test/" + picture, "fake-image " + std::string(size));
+    }
+
+    /// All of it, up to the drawn ad.
+    void showAd() {
+        ask("home");
+        serveAd("home", "a");
+        servePicture("a", "320x50");
+    }
+
+    bool tapView() { return view_->tap({5, 5}); }
+
+    std::shared_ptr<VexmoraBannerView> view_ =
+        VexmoraBannerView::create(Rect{{10, 20}, {320, 100}});
+};
+
+TEST_F(VexmoraBannerViewTest, IsEmptyAndAsksForNothingUntilItHasAnIdentifier) {
+    EXPECT_EQ(view_->viewType(), VexmoraViewType::banner);
+    EXPECT_THAT(view_->adTypes(), ElementsAre(77, 83, 84));
+    EXPECT_EQ(view_->containerId(), std::nullopt);
+    EXPECT_EQ(view_->ad(), nullptr);
+    EXPECT_FALSE(tapView());
+    drain();
+    EXPECT_THAT(requests(), IsEmpty());
+    EXPECT_THAT(heard(), IsEmpty());
+}
+
+TEST_F(VexmoraBannerViewTest, TakesTheSizeOfItsPictureAndKeepsItsPlaceBeforeItsHostHears) {
+    Rect frameThen;
+    view_->setDelegate(host([&] { frameThen = view_->frame(); }));
+    ask("home");
+    EXPECT_EQ(view_->containerId(), "home");
+    serveAd("home", "a");
+    EXPECT_TRUE(view_->ad());
+    EXPECT_TRUE(view_->subviews().empty());
+    EXPECT_THAT(heard(), IsEmpty());
+
+    servePicture("a", "320x50");
+    EXPECT_THAT(heard(), ElementsAre("didReceiveAd"));
+    EXPECT_EQ(frameThen, (Rect{{10, 20}, {320, 50}}));
+    ASSERT_EQ(view_->subviews().size(), 1U);
+    EXPECT_EQ(view_->subviews()[0]->frame(), (Rect{{0, 0}, {320, 50}}));
+    EXPECT_THAT(requests(), ElementsAre(placementUrl("home"), "https://cdn.test/a"));
+}
+
+TEST_F(VexmoraBannerViewTest, ReportsWhatFailsAndCanAskAgain) {
+    ask("home");
+    fail(placementUrl("home"));
+    EXPECT_THAT(heard(), ElementsAre("background: didHaveError 3"));
+    ask("home");
+    serve(placementUrl("home"), "[]");
+    EXPECT_THAT(heard(), ElementsAre("didHaveError 2", "didHaveError 5"));
+    EXPECT_EQ(view_->ad(), nullptr);
+    EXPECT_EQ(view_->frame(), (Rect{{10, 20}, {320, 100}}));
+    showAd();
+    EXPECT_THAT(heard(), ElementsAre("didReceiveAd"));
+}
+
+TEST_F(VexmoraBannerViewTest, ShowsALaterAdInFrontAndTellsOfATapBeforeItOpensTheAddress) {
+    showAd();
+    ask("more");
+    serveAd("more", "b");
+    servePicture("b", "468x60");
+    EXPECT_THAT(heard(), ElementsAre("didReceiveAd", "didReceiveAd"));
+    ASSERT_EQ(view_->subviews().size(), 2U);
+    EXPECT_EQ(view_->subviews()[1]->frame().size, (Size{468, 60}));
+    EXPECT_EQ(view_->frame(), (Rect{{10, 20}, {468, 60}}));
+    EXPECT_TRUE(tapView());
+    EXPECT_THAT(heard(), ElementsAre("willLeaveApplication", "opens https://shop.test/b"));
+}
+
+TEST_F(VexmoraBannerViewTest, RequestsAnewAtEveryAssignmentAndKeepsTheAdThatArrivesLast) {
+    ask("home");
+    ask("home");
+    ask("more");
+    EXPECT_THAT(requests(),
+                ElementsAre(placementUrl("home"), placementUrl("home"), placementUrl("more")));
+    serveAd("more", "b");
+    serveAd("home", "a");
+    serve(placementUrl("home"), "[]");
+    EXPECT_EQ(view_->ad()->bannerUrl(), url("https://cdn.test/a"));
+}
+
+TEST_F(VexmoraBannerViewTest, DrawsTheAdThatItHoldsWhicheverOfItsAdsIsReady) {
+    ask("home");
+    serveAd("home", "a");
+    ask("more");
+    serveAd("more", "b");
+    servePicture("b", "468x60");
+    servePicture("a", "320x50");
+    EXPECT_THAT(heard(), ElementsAre("didReceiveAd", "didReceiveAd"));
+    EXPECT_EQ(view_->frame().size, (Size{468, 60}));
+}
+
+TEST_F(VexmoraBannerViewTest, HearsOfNoOtherViewsAd) {
+    const auto other = VexmoraBannerView::create();
+    other->setContainerId("other");
+    serveAd("other", "b");
+    ask("home");
+    serveAd("home", "a");
+    servePicture("b", "468x60");
+    EXPECT_THAT(heard(), IsEmpty());
+    EXPECT_TRUE(view_->subviews().empty());
+    EXPECT_EQ(other->subviews().size(), 1U);
+}
+
+TEST_F(VexmoraBannerViewTest, NeedsNoHost) {
+    for (const auto& nobody :
+         {std::shared_ptr<VexmoraDelegate>(), std::make_shared<VexmoraDelegate>()}) {
+        view_->setDelegate(nobody);
+        ask("home");
+        serve(placementUrl("home"), "[]");
+        ask("home");
+        fail(placementUrl("home"));
+        showAd();
+        EXPECT_TRUE(tapView());
+        EXPECT_THAT(heard(), ElementsAre("opens https://shop.test/a"));
+    }
+}
+
+TEST_F(VexmoraBannerViewTest, LetsItsHostLeaveFromInsideEveryOperation) {
+    const auto leave = [this] { view_->setDelegate(nullptr); };
+    const auto askAs = [&](const std::string& placement) {
+        view_->setDelegate(host(leave));
+        ask(placement);
+    };
+    askAs("failing");
+    fail(placementUrl("failing"));
+    EXPECT_THAT(heard(), ElementsAre("background: didHaveError 3"));
+    askAs("empty");
+    serve(placementUrl("empty"), "[]");
+    EXPECT_THAT(heard(), ElementsAre("didHaveError 2"));
+    view_->setDelegate(host(leave));
+    showAd();
+    EXPECT_THAT(heard(), ElementsAre("didReceiveAd"));
+    view_->setDelegate(host([&] {
+        leave();
+        view_->setAd(nullptr);
+    }));
+    tapView();
+    EXPECT_THAT(heard(), ElementsAre("willLeaveApplication", "opens https://shop.test/a"));
+}
+
+TEST_F(VexmoraBannerViewTest, MayBeReleasedFromInsideEveryOperation) {
+    const auto renew = [this] {
+        EXPECT_FALSE(view_);
+        view_ = VexmoraBannerView::create();
+        view_->setDelegate(host([this] { view_.reset(); }));
+    };
+    view_.reset();
+    renew();
+    ask("failing");
+    fail(placementUrl("failing"));
+    EXPECT_THAT(heard(), ElementsAre("background: didHaveError 3"));
+    renew();
+    ask("empty");
+    serve(placementUrl("empty"), "[]");
+    EXPECT_THAT(heard(), ElementsAre("didHaveError 2", "didHaveError 5"));
+    renew();
+    showAd();
+    EXPECT_THAT(heard(), ElementsAre("didReceiveAd"));
+    renew();
+    auto releasing = view_->delegate();
+    view_->setDelegate(nullptr);
+    showAd();
+    view_->setDelegate(std::move(releasing));
+    EXPECT_TRUE(tapView());
+    EXPECT_THAT(heard(), ElementsAre("willLeaveApplication", "opens https://shop.test/a"));
+    EXPECT_FALSE(view_);
+}
+
+TEST_F(VexmoraBannerViewTest, DiesOnTheMainThreadWithItsHostWhenABackgroundThreadHeldItLast) {
+    auto delegate = host();
+    delegate->willShowScreen =
+        [held = std::shared_ptr<void>(nullptr, [this](void*) { hear("dies"); })](VexmoraView&) {};
+    view_->setDelegate(std::move(delegate));
+    ask("home");
+    view_.reset();
+    fail(placementUrl("home"));
+    EXPECT_THAT(heard(), ElementsAre("background: didHaveError 3"));
+    drain();
+    EXPECT_THAT(heard(), ElementsAre("dies"));
+}
+
+TEST_F(VexmoraBannerViewTest, LetsTheHostChangeWhileARequestFails) {
+    for (int round = 0; round < 50; ++round) {
+        ask("home");
+        std::thread network([] { fail(placementUrl("home")); });
+        view_->setDelegate(std::make_shared<VexmoraDelegate>());
+        network.join();
+    }
+}
+
+using VexmoraBannerViewDeathTest = VexmoraBannerViewTest;
+
+TEST_F(VexmoraBannerViewDeathTest, StopsWhenItDrawsAnAdWithoutAPicture) {
+    ask("home");
+    serveAd("home", "a");
+    EXPECT_DEATH(serve("https://cdn.test/a", "<html>not found</html>"), kFoundNil);
+}
+
+TEST_F(VexmoraBannerViewDeathTest, StopsAtATapWithoutAnAd) {
+    EXPECT_DEATH(view_->perform("handleTap:", nullptr), kFoundNil);
+}
+
+}  // namespace
+}  // namespace VexmoraSDK
