@@ -1,0 +1,46 @@
+#include "VexmoraSDK/platform/Application.h"
+
+#include <QtCore/QtGlobal>
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#if defined(Q_OS_LINUX) && !defined(Q_OS_ANDROID)
+#include <QtCore/QProcess>
+#else
+#include <QtCore/QUrl>
+#include <QtGui/QDesktopServices>
+#endif
+
+namespace VexmoraSDK::platform {
+namespace {
+
+bool leadsOutOfTheDevice(const Url& url) {
+    constexpr std::array<std::string_view, 4> kInward = {"", "file", "javascript", "data"};
+    return std::ranges::find(kInward, url.scheme()) == kInward.end();
+}
+
+#if defined(Q_OS_LINUX) && !defined(Q_OS_ANDROID)
+// The opener is given the text itself: a QUrl would rewrite some of its escapes.
+void open(const std::string& address) {
+    QProcess opener;
+    opener.setProgram(QStringLiteral("xdg-open"));
+    opener.setArguments({QString::fromStdString(address)});
+    opener.setStandardInputFile(QProcess::nullDevice());
+    opener.setStandardOutputFile(QProcess::nullDevice());
+    opener.setStandardErrorFile(QProcess::nullDevice());
+    opener.startDetached();
+}
+#else
+void open(const std::string& address) {
+    QDesktopServices::openUrl(QUrl(QString::fromStdString(address)));
+}
+#endif
+
+}  // namespace
+
+void Application::openUrl(const Url& url) {
+    if (leadsOutOfTheDevice(url)) open(url.text());
+}
+
+}  // namespace VexmoraSDK::platform

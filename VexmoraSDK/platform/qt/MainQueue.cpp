@@ -1,0 +1,93 @@
+#include "VexmoraSDK/platform/MainQueue.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QScopedValueRollback>
+#include <QtCore/QThread>
+#include <deque>
+#include <mutex>
+
+namespace VexmoraSDK::platform {
+namespace {
+
+using Block = std::function<void()>;
+
+// Never destroyed: threads may hand in blocks until the process is gone. What they hand in after
+// the application has ended stays here, so that nothing of the main thread is destroyed elsewhere.
+struct State {
+    std::mutex mutex;
+    std::deque<Block> blocks;
+    /// Lives on the main thread while there is an application.
+    QObject* receiver = nullptr;
+    /// Of the latest application; only compared.
+    const QThread* mainThread = nullptr;
+};
+
+State& state() {
+    static State& state = *new State;
+    return state;
+}
+
+thread_local bool runningBlock = false;
+
+void runNextBlock() {
+    std::unique_lock lock(state().mutex);
+    const Block block = std::move(state().blocks.front());
+    state().blocks.pop_front();
+    lock.unlock();
+    const QScopedValueRollback rollback(runningBlock, true);
+    block();
+}
+
+// The mutex is held, so the receiver cannot go away meanwhile.
+void enqueue(Block block) {
+    state().blocks.push_back(std::move(block));
+    QMetaObject::invokeMethod(state().receiver, runNextBlock, Qt::QueuedConnection);
+}
+
+void applicationEnds() {
+    std::unique_lock lock(state().mutex);
+    const std::unique_ptr<QObject> receiver(std::exchange(state().receiver, nullptr));
+    lock.unlock();
+}
+
+void applicationStarts() {
+    QThread* const thread = QCoreApplication::instance()->thread();
+    auto receiver = std::make_unique<QObject>();
+    receiver->moveToThread(thread);
+    qAddPostRoutine(applicationEnds);
+
+    const std::lock_guard lock(state().mutex);
+    state().mainThread = thread;
+    state().receiver = receiver.release();
+    // What an earlier application has left is let go on the main thread.
+    if (!state().blocks.empty()) enqueue([left = std::exchange(state().blocks, {})] {});
+}
+
+}  // namespace
+
+MainQueue* MainQueue::main() {
+    static MainQueue queue;
+    // Runs at each start of an application, and now if there is one.
+    [[maybe_unused]] static const bool watching = (qAddPreRoutine(applicationStarts), true);
+    const std::lock_guard lock(state().mutex);
+    return state().mainThread ? &queue : nullptr;
+}
+
+void MainQueue::async(std::function<void()> block) {
+    const std::lock_guard lock(state().mutex);
+    if (state().receiver)
+        enqueue(std::move(block));
+    else
+        state().blocks.push_back(std::move(block));
+}
+
+bool MainQueue::isMainThread() const {
+    const std::lock_guard lock(state().mutex);
+    return state().mainThread == QThread::currentThread();
+}
+
+bool MainQueue::isRunningBlock() const {
+    return runningBlock;
+}
+
+}  // namespace VexmoraSDK::platform

@@ -1,0 +1,72 @@
+#include "VexmoraSDK/platform/TextLayout.h"
+
+#include <QtGui/QFontDatabase>
+#include <QtGui/QImage>
+#include <algorithm>
+#include <cmath>
+
+#include "VexmoraSDK/platform/qt/TextLayoutImpl.h"
+
+namespace VexmoraSDK::platform {
+namespace {
+
+// More than any line takes, and within what the text engine can count.
+constexpr double kWidestLine = 1'000'000;
+
+QString textWithLineSeparators(const std::string& text) {
+    return QString::fromStdString(text)
+        .replace(QLatin1String("\r\n"), QLatin1String("\n"))
+        .replace(QLatin1Char('\r'), QChar::LineSeparator)
+        .replace(QLatin1Char('\n'), QChar::LineSeparator)
+        .replace(QChar::ParagraphSeparator, QChar::LineSeparator);
+}
+
+// A device on which a typographical point is a device independent pixel.
+const QPaintDevice& deviceOfPoints() {
+    static const auto& device = *[] {
+        auto* image = new QImage(1, 1, QImage::Format_Mono);
+        image->setDotsPerMeterX(qRound(72 / 0.0254));
+        image->setDotsPerMeterY(qRound(72 / 0.0254));
+        return image;
+    }();
+    return device;
+}
+
+QFont qtFont(const Font& font) {
+    const auto family = QString::fromStdString(font.family());
+    const auto style = QString::fromStdString(font.style());
+    auto found = style.isEmpty() ? QFont(family) : QFontDatabase::font(family, style, 12);
+    found.setPointSizeF(font.size());
+    // Hinted widths differ with the scale of the screen, and with them the line breaks.
+    found.setHintingPreference(QFont::PreferNoHinting);
+    return QFont(found, &deviceOfPoints());
+}
+
+}  // namespace
+
+TextLayout::Impl::Impl(const std::string& text, const Font& font, double width)
+    : layout(textWithLineSeparators(text), qtFont(font)) {
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    layout.setCacheEnabled(true);
+    layout.beginLayout();
+    for (auto line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(std::clamp(width, 0.0, kWidestLine));
+        line.setPosition(QPointF(0, size.height));
+        size.width = std::max(size.width, std::ceil(line.naturalTextWidth()));
+        size.height += line.height();
+    }
+    layout.endLayout();
+}
+
+TextLayout::TextLayout(const std::string& text, const Font& font, double width)
+    : impl_(std::make_unique<const Impl>(text, font, width)) {}
+
+TextLayout::~TextLayout() = default;
+
+Size TextLayout::size() const {
+    return impl_->size;
+}
+
+}  // namespace VexmoraSDK::platform

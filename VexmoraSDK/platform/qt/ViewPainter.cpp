@@ -1,0 +1,79 @@
+#include "VexmoraSDK/platform/qt/ViewPainter.h"
+
+#include <QtGui/QPainter>
+
+#include "VexmoraSDK/platform/ImageView.h"
+#include "VexmoraSDK/platform/TextView.h"
+#include "VexmoraSDK/platform/qt/ImageImpl.h"
+#include "VexmoraSDK/platform/qt/TextLayoutImpl.h"
+
+namespace VexmoraSDK::platform {
+namespace {
+
+QColor qtColor(Color color) {
+    return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
+                            static_cast<float>(color.blue), static_cast<float>(color.alpha));
+}
+
+QRectF qtRect(Rect rect) {
+    return {rect.origin.x, rect.origin.y, rect.size.width, rect.size.height};
+}
+
+QRectF bounds(const View& view) {
+    return qtRect({{}, view.frame().size});
+}
+
+// The picture with no more pixels than the painter will show of it: the painter alone would skip
+// the others instead of averaging them.
+QImage reduced(const QImage& image, QSize devicePixels) {
+    const QSize size = image.size().boundedTo(devicePixels);
+    return size == image.size() || size.isEmpty()
+               ? image
+               : image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+void paintImage(QPainter& painter, const ImageView& view) {
+    if (!view.image()) return;
+    const QRectF rect = qtRect(view.imageRect());
+    const QSize devicePixels = painter.deviceTransform().mapRect(rect).toAlignedRect().size();
+    painter.drawImage(rect, reduced(view.image()->impl().image, devicePixels));
+}
+
+void paintText(QPainter& painter, TextView& view) {
+    const Point origin = view.layoutOrigin();
+    painter.setClipRect(bounds(view), Qt::IntersectClip);
+    painter.setPen(qtColor(view.textColor()));
+    view.layout().impl().layout.draw(&painter, {origin.x, origin.y});
+}
+
+void paintOwn(QPainter& painter, View& view) {
+    painter.save();
+    if (const auto color = view.backgroundColor()) painter.fillRect(bounds(view), qtColor(*color));
+    if (const auto* imageView = dynamic_cast<ImageView*>(&view))
+        paintImage(painter, *imageView);
+    else if (auto* textView = dynamic_cast<TextView*>(&view))
+        paintText(painter, *textView);
+    painter.restore();
+}
+
+void paintTree(QPainter& painter, View& view) {
+    if (view.isHidden()) return;
+    paintOwn(painter, view);
+    for (const auto& subview : view.subviews()) {
+        const Point origin = subview->frame().origin;
+        painter.translate(origin.x, origin.y);
+        paintTree(painter, *subview);
+        painter.translate(-origin.x, -origin.y);
+    }
+}
+
+}  // namespace
+
+void ViewPainter::paint(QPainter& painter, View& view) {
+    painter.save();
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    paintTree(painter, view);
+    painter.restore();
+}
+
+}  // namespace VexmoraSDK::platform

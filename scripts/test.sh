@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# Builds and runs all tests: plain, under AddressSanitizer with UndefinedBehaviorSanitizer, and
+# under ThreadSanitizer.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+scripts/setup.sh
+
+# Neither a display nor a graphics card is needed.
+export QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software
+
+for preset in asan tsan dev; do
+    echo "== $preset"
+    cmake --preset "$preset" -DVEXMORA_BENCHMARKS=OFF >/dev/null
+    cmake --build --preset "$preset"
+    ctest --preset "$preset" -j "$(nproc)"
+done
