@@ -10,14 +10,15 @@ namespace VexmoraSDK::platform {
 class Font {
  public:
     /// The font of that name, a family alone ("Helvetica") or with a style ("Helvetica-Bold").
-    /// `size` in points. Absent when neither the family nor one that stands in for it is installed.
+    /// `size` in points. Absent when neither the family nor one that stands in for it is installed,
+    /// or when it does not have the style. Any thread.
     static std::optional<Font> named(std::string_view name, double size);
     /// The device's own font for text.
     static Font system(double size);
 
     /// The installed family.
     const std::string& family() const { return family_; }
-    /// As in the name; empty for the plain style.
+    /// The family's own name for the style; empty for the plain one.
     const std::string& style() const { return style_; }
     double size() const { return size_; }
 

@@ -1,5 +1,6 @@
 #include "VexmoraSDK/platform/Font.h"
 
+#include <QtCore/QStringList>
 #include <QtGui/QFontDatabase>
 #include <QtGui/QFontInfo>
 
