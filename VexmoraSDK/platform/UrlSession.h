@@ -10,8 +10,6 @@
 
 namespace VexmoraSDK::platform {
 
-struct UrlSessionLimits;
-
 /// What is known of an HTTP answer besides its body.
 struct UrlResponse {
     long statusCode = 0;
@@ -47,19 +45,13 @@ class UrlSession {
     /// transfers in flight end without a completion. Any thread.
     static UrlSession& shared();
 
-    explicit UrlSession(const UrlSessionLimits& limits);
-    /// Ends transfers in flight with an error and returns when every completion has run. Not on a
-    /// delivery thread of this session.
-    ~UrlSession();
-
     /// A task that fetches `url`. Redirects are followed, cookies kept in memory, certificates
     /// checked. A transport error describes itself in its user information and names the address.
     /// Any thread.
     UrlSessionTask dataTask(Url url, Completion completion);
 
  private:
-    struct Impl;
-    std::shared_ptr<Impl> impl_;
+    UrlSession() = default;
 };
 
 }  // namespace VexmoraSDK::platform

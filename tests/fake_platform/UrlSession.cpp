@@ -10,8 +10,6 @@
 
 namespace VexmoraSDK::platform {
 
-struct UrlSessionLimits {};
-
 struct UrlSessionTask::Transfer {
     Url url;
     UrlSession::Completion completion;
@@ -66,11 +64,9 @@ void deliver(std::shared_ptr<Transfer> transfer, std::optional<Data> body,
 }  // namespace
 
 UrlSession& UrlSession::shared() {
-    static UrlSession& session = *new UrlSession(UrlSessionLimits());
+    static UrlSession& session = *new UrlSession;
     return session;
 }
-
-UrlSession::UrlSession(const UrlSessionLimits&) {}
 
 UrlSessionTask UrlSession::dataTask(Url url, Completion completion) {
     return UrlSessionTask(std::make_shared<Transfer>(std::move(url), std::move(completion)));

@@ -141,8 +141,7 @@ std::optional<Dictionary> dictionaryWithContentsOfFile(const std::filesystem::pa
     std::ostringstream bytes;
     // Unlike the stream's iterators this does not throw, at a folder for instance.
     bytes << stream.rdbuf();
-    if (!stream || !bytes)
-        return std::nullopt;
+    if (!stream || !bytes) return std::nullopt;
     return dictionary(dataOf(bytes.view()));
 }
 

@@ -1,0 +1,49 @@
+#include "VexmoraSDK/platform/common/DeliveryThreads.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "VexmoraSDK/platform/common/WorkerThread.h"
+
+namespace VexmoraSDK::platform {
+
+void DeliveryThreads::run(std::function<void()> job) {
+    const std::lock_guard lock(mutex_);
+    if (stopped_) return;
+    jobs_.push_back(std::move(job));
+    const std::size_t most = std::clamp(std::thread::hardware_concurrency(), 1u, 4u);
+    if (jobs_.size() > idle_ && threads_.size() < most) {
+        const auto name = "vexmora-d" + std::to_string(threads_.size());
+        threads_.push_back(startWorkerThread(name, [this] { work(); }));
+    }
+    changed_.notify_one();
+}
+
+void DeliveryThreads::stop() {
+    {
+        const std::lock_guard lock(mutex_);
+        stopped_ = true;
+    }
+    changed_.notify_all();
+    for (auto& thread : threads_)
+        finishWorkerThread(thread);
+}
+
+void DeliveryThreads::work() {
+    std::unique_lock lock(mutex_);
+    while (true) {
+        ++idle_;
+        changed_.wait(lock, [this] { return stopped_ || !jobs_.empty(); });
+        --idle_;
+        if (stopped_) return;
+        auto job = std::move(jobs_.front());
+        jobs_.pop_front();
+        lock.unlock();
+        job();
+        job = nullptr;
+        lock.lock();
+    }
+}
+
+}  // namespace VexmoraSDK::platform

@@ -1,0 +1,87 @@
+#include "VexmoraSDK/platform/UrlSession.h"
+
+#include <cstdlib>
+#include <utility>
+
+#include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/platform/MainQueue.h"
+#include "VexmoraSDK/platform/common/DeliveryThreads.h"
+#include "VexmoraSDK/platform/common/TransferLoop.h"
+
+namespace VexmoraSDK::platform {
+namespace {
+
+/// What works for the shared session: bytes move on one thread, completions run on others, so that
+/// decoding a picture delays no transfer.
+class Engine {
+ public:
+    static Engine& shared() {
+        static auto& engine = *new Engine;
+        return engine;
+    }
+
+    void start(std::shared_ptr<Transfer> transfer) {
+        // libcurl would guess what is not written; a relative reference leads nowhere.
+        const auto scheme = transfer->url.scheme();
+        if ((scheme != "http" && scheme != "https") || transfer->url.host().empty()) {
+            transfer->fail(CURLE_UNSUPPORTED_PROTOCOL, "The address is not one of HTTP");
+            deliver(std::move(transfer));
+        } else {
+            loop_.start(std::move(transfer));
+        }
+    }
+
+ private:
+    Engine() {
+        // Registered after libcurl has set up TLS and its exit handler with it: handlers run in
+        // the reverse order, and this one must find TLS alive.
+        std::atexit([] { shared().stop(); });
+    }
+
+    void deliver(std::shared_ptr<Transfer> transfer) {
+        threads_.run([transfer = std::move(transfer)] {
+            const auto completion = std::exchange(transfer->completion, nullptr);
+            if (transfer->error) {
+                completion(std::nullopt, std::nullopt, std::move(transfer->error));
+            } else {
+                completion(std::move(transfer->body), transfer->response, std::nullopt);
+            }
+        });
+    }
+
+    void stop() {
+        loop_.stop();
+        threads_.stop();
+    }
+
+    static bool setUpLibcurl() {
+        if (curl_global_init(CURL_GLOBAL_DEFAULT) != CURLE_OK) fatalError("out of memory");
+        return true;
+    }
+
+    const bool libcurlIsSetUp_ = setUpLibcurl();
+    DeliveryThreads threads_;
+    TransferLoop loop_{[this](std::shared_ptr<Transfer> done) { deliver(std::move(done)); }};
+};
+
+}  // namespace
+
+UrlSession& UrlSession::shared() {
+    static auto& session = *new UrlSession;
+    return session;
+}
+
+UrlSessionTask UrlSession::dataTask(Url url, Completion completion) {
+    return UrlSessionTask(std::make_shared<Transfer>(std::move(url), std::move(completion)));
+}
+
+void UrlSessionTask::resume() {
+    if (transfer_->resumed.exchange(true)) return;
+    if (auto* queue = MainQueue::main(); queue && queue->isRunningBlock()) {
+        queue->async([transfer = transfer_] { Engine::shared().start(transfer); });
+    } else {
+        Engine::shared().start(transfer_);
+    }
+}
+
+}  // namespace VexmoraSDK::platform

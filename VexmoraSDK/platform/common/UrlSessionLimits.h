@@ -1,0 +1,27 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+
+namespace VexmoraSDK::platform {
+
+/// How much of time and memory one transfer may take.
+struct UrlSessionLimits {
+    /// To resolve the name, connect and shake hands.
+    std::chrono::milliseconds connecting = std::chrono::seconds(60);
+    /// Without a byte.
+    std::chrono::seconds silence{60};
+    /// From the start to the end.
+    std::chrono::milliseconds total = std::chrono::minutes(5);
+    long redirects = 20;
+    /// Of the decoded body, in bytes.
+    std::size_t body = std::size_t{32} << 20;
+
+    /// Those of the shared session. Tests shrink them before they start a transfer.
+    static UrlSessionLimits& shared() {
+        static UrlSessionLimits limits;
+        return limits;
+    }
+};
+
+}  // namespace VexmoraSDK::platform

@@ -1,0 +1,38 @@
+#include "VexmoraSDK/platform/common/WorkerThread.h"
+
+#include <pthread.h>
+
+#include <csignal>
+#include <system_error>
+#include <utility>
+
+#include "VexmoraSDK/platform/Fatal.h"
+
+namespace VexmoraSDK::platform {
+
+std::thread startWorkerThread(const std::string& name, std::function<void()> work) {
+    // The new thread inherits the mask.
+    sigset_t all;
+    sigset_t before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    try {
+        std::thread thread(std::move(work));
+        pthread_sigmask(SIG_SETMASK, &before, nullptr);
+        pthread_setname_np(thread.native_handle(), name.c_str());
+        return thread;
+    } catch (const std::system_error&) {
+        fatalError("no thread to be had");
+    }
+}
+
+void finishWorkerThread(std::thread& thread) {
+    if (!thread.joinable()) return;
+    if (thread.get_id() == std::this_thread::get_id()) {
+        thread.detach();
+    } else {
+        thread.join();
+    }
+}
+
+}  // namespace VexmoraSDK::platform
