@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QtQml/qqmlregistration.h>
+#include <QAbstractListModel>
+#include <QElapsedTimer>
+#include <QList>
+#include <QString>
+
+/// What the ad views told since the start, the latest first.
+class EventLog : public QAbstractListModel {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("There is one for the whole app.")
+
+ public:
+    struct Event {
+        QString time;  ///< Since the start, "mm:ss.mmm".
+        QString name;
+        QString details;
+    };
+
+    explicit EventLog(QObject* parent = nullptr);
+
+    Q_INVOKABLE void add(const QString& name, const QString& details);
+    /// Adds to the latest event what became known after it.
+    void completeLatest(const QString& details);
+    const Event& latest() const;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+ Q_SIGNALS:
+    void added();
+
+ private:
+    QElapsedTimer sinceStart_;
+    QList<Event> events_;
+};

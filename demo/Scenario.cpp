@@ -1,0 +1,140 @@
+#include "demo/Scenario.h"
+
+#include <QCoreApplication>
+#include <QImage>
+#include <QMouseEvent>
+#include <QQuickItem>
+#include <chrono>
+#include <cstdio>
+
+namespace {
+
+constexpr std::chrono::seconds kDeadline{30};
+
+QQuickItem* find(QQuickItem* item, const QString& objectName) {
+    if (item->objectName() == objectName) return item;
+    for (QQuickItem* child : item->childItems()) {
+        if (QQuickItem* found = find(child, objectName)) return found;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+Scenario::Scenario(QQuickWindow& window, EventLog& events, LocalAdServer& server,
+                   AddressRecorder& recorder, const QDir& out)
+    : window_(window), events_(events), server_(server), out_(out) {
+    steps_ = {
+        {QStringLiteral("01-banner-320x60"),
+         [] {},
+         {QStringLiteral("didReceiveAd home-bottom 320x60")}},
+        {QStringLiteral("02-banner-320x100"),
+         [this] { tap(QStringLiteral("size 320x100")); },
+         {QStringLiteral("didReceiveAd home-bottom 320x100")}},
+        {QStringLiteral("03-banner-468x60"),
+         [this] {
+             tap(QStringLiteral("lead article"));
+             tap(QStringLiteral("size 468x60"));
+         },
+         {QStringLiteral("didReceiveAd home-bottom 468x60")}},
+        {QStringLiteral("04-tap"),
+         [this] { tap(QStringLiteral("ad")); },
+         {QStringLiteral("willLeaveApplication http")}},
+        {QStringLiteral("05-no-fill"),
+         [this] {
+             tap(QStringLiteral("back"));
+             showContainer(QStringLiteral("fault-empty-array"));
+         },
+         {QStringLiteral("didHaveError ParsingError"), QStringLiteral("didHaveError NoFill")}},
+        {QStringLiteral("06-server-down"),
+         [this] {
+             server_.stop();
+             showContainer(QStringLiteral("home-bottom"));
+         },
+         {QStringLiteral("didHaveError RequestError")}},
+    };
+    deadline_.setSingleShot(true);
+    deadline_.setInterval(kDeadline);
+    connect(&deadline_, &QTimer::timeout, this, [this] {
+        finish(QStringLiteral("no \"%1\" in time").arg(steps_.first().expected.first()));
+    });
+    connect(&events_, &EventLog::added, this, &Scenario::hear);
+    connect(&recorder, &AddressRecorder::opened, this, &Scenario::hearOpened);
+}
+
+void Scenario::start() {
+    beginStep();
+}
+
+void Scenario::beginStep() {
+    deadline_.start();
+    steps_.first().action();
+}
+
+void Scenario::tap(const QString& objectName) {
+    const QQuickItem* item = find(window_.contentItem(), objectName);
+    if (!item || !item->isVisible())
+        return finish(QStringLiteral("there is no \"%1\" to tap").arg(objectName));
+    const QPointF at = item->mapToScene(item->boundingRect().center());
+    send(QEvent::MouseButtonPress, at);
+    send(QEvent::MouseButtonRelease, at);
+}
+
+void Scenario::send(QEvent::Type type, const QPointF& at) {
+    QMouseEvent event(type, at, at, window_.mapToGlobal(at), Qt::LeftButton,
+                      type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(&window_, &event);
+}
+
+void Scenario::showContainer(const QString& containerId) {
+    window_.setProperty("containerId", containerId);
+}
+
+void Scenario::hear() {
+    // The address follows, and belongs to the event.
+    if (events_.latest().name != QLatin1String("willLeaveApplication")) take();
+}
+
+void Scenario::hearOpened(const QString& address) {
+    if (events_.latest().name != QLatin1String("willLeaveApplication"))
+        return finish(QStringLiteral("%1 was opened unasked").arg(address));
+    events_.completeLatest(address);
+    take();
+}
+
+void Scenario::take() {
+    const EventLog::Event& event = events_.latest();
+    Step& step = steps_.first();
+    std::printf("%s  %-17s  %-20s  %s\n", qPrintable(event.time), qPrintable(step.name),
+                qPrintable(event.name), qPrintable(event.details));
+    std::fflush(stdout);
+    const QString heard = event.name + u' ' + event.details;
+    if (step.expected.isEmpty() || !heard.startsWith(step.expected.first()))
+        return finish(QStringLiteral("\"%1\" was not to happen").arg(heard));
+    step.expected.removeFirst();
+    if (step.expected.isEmpty()) {
+        deadline_.stop();
+        QMetaObject::invokeMethod(this, &Scenario::endStep, Qt::QueuedConnection);
+    }
+}
+
+void Scenario::endStep() {
+    if (!window_.property("settled").toBool()) {
+        connect(&window_, &QQuickWindow::frameSwapped, this, &Scenario::endStep,
+                static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+        return window_.update();
+    }
+    const QString picture = out_.filePath(steps_.first().name + QLatin1String(".png"));
+    if (!window_.grabWindow().save(picture))
+        return finish(QStringLiteral("cannot write %1").arg(picture));
+    if (steps_.size() == 1) return finish({});
+    steps_.removeFirst();
+    beginStep();
+}
+
+void Scenario::finish(const QString& error) {
+    disconnect(&events_, nullptr, this, nullptr);
+    deadline_.stop();
+    Q_EMIT finished(error.isEmpty() ? error : steps_.first().name + QLatin1String(": ") + error);
+}

@@ -1,0 +1,67 @@
+import QtQuick
+import QtQuick.Controls.Material
+import HarbourPost
+
+/// What the ad views told, the latest on top.
+ListView {
+    id: root
+
+    required property EventLog events
+
+    clip: true
+    boundsBehavior: Flickable.StopAtBounds
+    model: events
+
+    delegate: Item {
+        id: entry
+
+        required property string time
+        required property string name
+        required property string details
+
+        width: ListView.view.width
+        height: details ? 38 : 24
+
+        Label {
+            id: clock
+            y: 4
+            text: entry.time
+            color: Theme.sheetMuted
+            font.family: Theme.mono
+            font.pixelSize: 12
+        }
+
+        Column {
+            anchors.left: clock.right
+            anchors.leftMargin: 12
+            anchors.right: parent.right
+            y: 3
+            spacing: 1
+
+            Label {
+                text: entry.name
+                color: entry.name === "didReceiveAd" ? Theme.good
+                     : entry.name === "didHaveError" ? Theme.bad : Theme.info
+                font.pixelSize: 13
+                font.bold: true
+            }
+
+            Label {
+                width: parent.width
+                visible: text
+                text: entry.details
+                elide: Text.ElideMiddle
+                color: Theme.sheetText
+                font.pixelSize: 12
+            }
+        }
+    }
+
+    Label {
+        anchors.centerIn: parent
+        visible: root.count === 0
+        text: "Nothing heard yet"
+        color: Theme.sheetMuted
+        font.pixelSize: 12
+    }
+}

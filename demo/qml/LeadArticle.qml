@@ -1,0 +1,66 @@
+import QtQuick
+import QtQuick.Controls.Material
+
+/// The article at the top of the front page.
+AbstractButton {
+    id: root
+
+    required property Article article
+
+    implicitHeight: content.implicitHeight
+    Accessible.name: article.title
+
+    background: Rectangle {
+        color: root.pressed ? Theme.adGround : Theme.paper
+    }
+
+    contentItem: Column {
+        id: content
+
+        Image {
+            width: parent.width
+            height: width * 0.4
+            source: root.article.picture
+            fillMode: Image.PreserveAspectCrop
+            mipmap: true
+        }
+
+        Column {
+            width: parent.width
+            padding: Theme.margin
+            topPadding: 12
+            spacing: 5
+
+            SectionLabel {
+                text: root.article.section
+            }
+
+            Label {
+                width: parent.width - 2 * Theme.margin
+                text: root.article.title
+                wrapMode: Text.WordWrap
+                color: Theme.ink
+                font.family: Theme.serif
+                font.pixelSize: 25
+                font.bold: true
+                lineHeight: 0.98
+            }
+
+            Label {
+                width: parent.width - 2 * Theme.margin
+                text: root.article.summary
+                wrapMode: Text.WordWrap
+                color: Theme.muted
+                font.pixelSize: 14
+                lineHeight: 1.15
+            }
+
+            Label {
+                topPadding: 3
+                text: root.article.byline
+                color: Theme.muted
+                font.pixelSize: 12
+            }
+        }
+    }
+}

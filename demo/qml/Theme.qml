@@ -1,0 +1,27 @@
+pragma Singleton
+import QtQuick
+
+/// Colours, type and measures of the paper.
+QtObject {
+    readonly property color paper: "#fbf8f3"
+    readonly property color ink: "#1b2733"
+    readonly property color muted: "#66717c"
+    readonly property color line: "#e4ddd1"
+    readonly property color accent: "#b93a31"
+    readonly property color adGround: "#f1ebe0"
+
+    readonly property color sheet: "#12263a"
+    readonly property color sheetRaised: "#1e3a54"
+    readonly property color sheetLine: "#2a4660"
+    readonly property color sheetText: "#eef3f7"
+    readonly property color sheetMuted: "#9db2c4"
+    readonly property color good: "#6fd3a0"
+    readonly property color bad: "#ff9d84"
+    readonly property color info: "#ffd27a"
+
+    readonly property string serif: "Liberation Serif"
+    readonly property string sans: "Liberation Sans"
+    readonly property string mono: "Liberation Mono"
+
+    readonly property int margin: 16
+}
