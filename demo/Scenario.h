@@ -29,7 +29,7 @@ class Scenario : public QObject {
     void start();
 
  Q_SIGNALS:
-    /// Once, at the end. `error` is empty when every step went as it should.
+    /// At the end; the first time counts. `error` is empty when every step went as it should.
     void finished(const QString& error);
 
  private:

@@ -33,10 +33,13 @@ int playScenario(QQuickWindow& window, EventLog& events, LocalAdServer& server,
                  AddressRecorder& recorder, const QDir& out, const bool& qmlWarned) {
     Scenario scenario(window, events, server, recorder, out);
     QString error;
-    QObject::connect(&scenario, &Scenario::finished, [&error](const QString& why) {
-        error = why;
-        QCoreApplication::exit();
-    });
+    QObject::connect(
+        &scenario, &Scenario::finished, &window,
+        [&error](const QString& why) {
+            error = why;
+            QCoreApplication::exit();
+        },
+        Qt::SingleShotConnection);
     QMetaObject::invokeMethod(&scenario, &Scenario::start, Qt::QueuedConnection);
     QCoreApplication::exec();
     if (!error.isEmpty()) return fail(error);

@@ -11,7 +11,7 @@ QtObject {
         minutes: 4
         picture: "pictures/lighthouse.png"
         caption: "The first beam since the winter the generator failed."
-        body: "The lamp at Gull Rock went dark in the winter the old generator failed, and for forty years the rock was only a shape that pilots steered away from.\n\nThe lens lay in eleven crates in the cellar of the school. \"We thought it was broken,\" says Tove Lind, who found the crates while looking for chairs. \"It was only dirty.\" A clockmaker, two welders and a class of twelve-year-olds spent three winters cleaning and fitting the prisms.\n\nThe new lamp draws less power than a kettle. The beam reaches nineteen miles, which is two more than the chart promises, and the harbour master has already written to have the chart corrected.\n\nThe stair is open on Sundays. Take a coat, and do not hurry on the way down."
+        body: "The lamp at Gull Rock went dark in the winter the old generator failed, and for forty years the rock was only a shape that pilots steered away from.\n\nThe lens lay in eleven crates in the cellar of the school. “We thought it was broken,” says Tove Lind, who found the crates while looking for chairs. “It was only dirty.” A clockmaker, two welders and a class of twelve-year-olds spent three winters cleaning and fitting the prisms.\n\nThe new lamp draws less power than a kettle. The beam reaches nineteen miles, which is two more than the chart promises, and the harbour master has already written to have the chart corrected.\n\nThe stair is open on Sundays. Take a coat, and do not hurry on the way down."
     }
 
     readonly property list<Article> others: [
@@ -23,7 +23,7 @@ QtObject {
             minutes: 3
             picture: "pictures/ferry.png"
             caption: "The Morning Star has forty cabins and one very good cook."
-            body: "For nine summers the only way to the outer islands was the fast boat at seven in the morning. From the first of May the Morning Star sails at night again.\n\nShe leaves the north quay at ten, takes the long way round the skerries and is alongside at six. A bunk costs less than lunch, and a bicycle travels free.\n\n\"People asked for it every year,\" says the ferry office. \"This year they asked with a petition of four thousand names.\""
+            body: "For nine summers the only way to the outer islands was the fast boat at seven in the morning. From the first of May the Morning Star sails at night again.\n\nShe leaves the north quay at ten, takes the long way round the skerries and is alongside at six. A bunk costs less than lunch, and a bicycle travels free.\n\n“People asked for it every year,” says the ferry office. “This year they asked with a petition of four thousand names.”"
         },
         Article {
             section: "Food"
@@ -62,7 +62,7 @@ QtObject {
             author: "Iris Vane"
             minutes: 2
             picture: "pictures/lanterns.png"
-            caption: "Last year's rehearsal, photographed from Rope Bridge."
+            caption: "Last year’s rehearsal, photographed from Rope Bridge."
             body: "On Saturday at nine the street lamps along the inner basin go out, and for one hour the water is lit by lanterns alone.\n\nThe paper for them was made at the mill upstream. The candles are stubs collected all winter by the cafés of the town.\n\nThe best places are on Rope Bridge. The very best are in a boat."
         }
     ]
