@@ -15,6 +15,7 @@ using platform::FakeUrlSession::answer;
 using platform::FakeUrlSession::fail;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::UnorderedElementsAre;
 
 class VexmoraBannerViewTest : public AdViewTest {
  protected:
@@ -41,6 +42,17 @@ class VexmoraBannerViewTest : public AdViewTest {
         ask("home");
         serveAd("home", "a");
         servePicture("a", "320x50");
+    }
+
+    /// Something whose end is logged.
+    std::shared_ptr<void> witness(const char* end) {
+        return {nullptr, [this, end](void*) { hear(end); }};
+    }
+
+    std::shared_ptr<VexmoraDelegate> mortalHost(const Reaction& reaction) {
+        auto delegate = host(reaction);
+        delegate->willShowScreen = [held = witness("host dies")](VexmoraView&) {};
+        return delegate;
     }
 
     bool tapView() { return view_->tap({5, 5}); }
@@ -204,17 +216,22 @@ TEST_F(VexmoraBannerViewTest, MayBeReleasedFromInsideEveryOperation) {
     EXPECT_FALSE(view_);
 }
 
-TEST_F(VexmoraBannerViewTest, DiesOnTheMainThreadWithItsHostWhenABackgroundThreadHeldItLast) {
-    auto delegate = host();
-    delegate->willShowScreen =
-        [held = std::shared_ptr<void>(nullptr, [this](void*) { hear("dies"); })](VexmoraView&) {};
-    view_->setDelegate(std::move(delegate));
+TEST_F(VexmoraBannerViewTest, DiesOnTheMainThreadLikeItsHostWhenABackgroundThreadHeldItLast) {
+    view_->setDelegate(mortalHost([this] { view_.reset(); }));
+    view_->setDisplayCallback([held = witness("view dies")] {});
     ask("home");
-    view_.reset();
     fail(placementUrl("home"));
     EXPECT_THAT(heard(), ElementsAre("background: didHaveError 3"));
     drain();
-    EXPECT_THAT(heard(), ElementsAre("dies"));
+    EXPECT_THAT(heard(), UnorderedElementsAre("view dies", "host dies"));
+}
+
+TEST_F(VexmoraBannerViewTest, LetsGoOfAHostThatLeftInTheBackgroundOnTheMainThread) {
+    view_->setDelegate(mortalHost([this] { view_->setDelegate(nullptr); }));
+    ask("home");
+    fail(placementUrl("home"));
+    drain();
+    EXPECT_THAT(heard(), ElementsAre("background: didHaveError 3", "host dies"));
 }
 
 TEST_F(VexmoraBannerViewTest, LetsTheHostChangeWhileARequestFails) {
