@@ -38,9 +38,11 @@ bool hasAcceptedSize(const QImageReader& reader) {
     return size != QSize() && pixels > 0 && pixels <= kMaxPixels;
 }
 
-QImage read(QBuffer& buffer) {
+QImage read(QByteArray bytes) {
     // The formats of the web and no other: each further decoder is one more that a server can feed.
     for (const char* format : {"png", "jpeg", "webp", "gif", "bmp"}) {
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::ReadOnly);
         QImageReader reader(&buffer, format);
         reader.setAutoDetectImageFormat(false);
         reader.setAutoTransform(true);
@@ -59,11 +61,8 @@ QImage inFormatForPainting(QImage image) {
 std::shared_ptr<const Image> Image::fromData(const Data& data) {
     replacedHandler();
     const QScopedValueRollback rollback(decoding, true);
-    auto bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(data.data()),
-                                         static_cast<qsizetype>(data.size()));
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::ReadOnly);
-    auto image = read(buffer);
+    auto image = read(QByteArray::fromRawData(reinterpret_cast<const char*>(data.data()),
+                                              static_cast<qsizetype>(data.size())));
     if (image.isNull()) return nullptr;
     return std::make_shared<const Image>(
         std::make_unique<const Impl>(Impl{inFormatForPainting(std::move(image))}));

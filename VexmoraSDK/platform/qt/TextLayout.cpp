@@ -1,7 +1,6 @@
 #include "VexmoraSDK/platform/TextLayout.h"
 
 #include <QtGui/QFontDatabase>
-#include <QtGui/QImage>
 #include <algorithm>
 #include <cmath>
 
@@ -21,25 +20,15 @@ QString textWithLineSeparators(const std::string& text) {
         .replace(QChar::ParagraphSeparator, QChar::LineSeparator);
 }
 
-// A device on which a typographical point is a device independent pixel.
-const QPaintDevice& deviceOfPoints() {
-    static const auto& device = *[] {
-        auto* image = new QImage(1, 1, QImage::Format_Mono);
-        image->setDotsPerMeterX(qRound(72 / 0.0254));
-        image->setDotsPerMeterY(qRound(72 / 0.0254));
-        return image;
-    }();
-    return device;
-}
-
 QFont qtFont(const Font& font) {
     const auto family = QString::fromStdString(font.family());
     const auto style = QString::fromStdString(font.style());
     auto found = style.isEmpty() ? QFont(family) : QFontDatabase::font(family, style, 12);
-    found.setPointSizeF(font.size());
+    // Points are device independent pixels here. The text engine has whole ones only.
+    found.setPixelSize(std::max(1, qRound(font.size())));
     // Hinted widths differ with the scale of the screen, and with them the line breaks.
     found.setHintingPreference(QFont::PreferNoHinting);
-    return QFont(found, &deviceOfPoints());
+    return found;
 }
 
 }  // namespace

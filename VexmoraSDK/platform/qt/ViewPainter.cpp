@@ -69,7 +69,7 @@ void paintTree(QPainter& painter, View& view) {
 
 }  // namespace
 
-void ViewPainter::paint(QPainter& painter, View& view) {
+void paintView(QPainter& painter, View& view) {
     painter.save();
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     paintTree(painter, view);
