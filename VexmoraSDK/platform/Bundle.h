@@ -14,12 +14,14 @@ class Bundle {
     explicit Bundle(std::filesystem::path folder);
 
     /// The library's own bundle, the same for the life of the process: the folder that
-    /// `setLibraryFolder` named, else `share/VexmoraSDK` beside the folder of the library or of the
-    /// executable. Any thread.
+    /// `setLibraryFolder` named, else the shipped one. Any thread.
     static const Bundle& library();
     /// Names the library's resource folder. Call it before the first ad view is made; it has no
     /// effect afterwards.
     static void setLibraryFolder(std::filesystem::path folder);
+    /// The folder that the library is shipped with: `share/VexmoraSDK` near the library or the
+    /// executable; empty when there is none. Any thread.
+    static std::filesystem::path shippedLibraryFolder();
 
     /// An entry of the information dictionary, or null. Valid while the bundle is.
     const Value* objectForInfoDictionaryKey(std::string_view key) const;

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "VexmoraSDK/platform/Color.h"
+#include "VexmoraSDK/platform/Geometry.h"
 #include "VexmoraSDK/platform/Value.h"
 
 namespace VexmoraSDK::platform {
@@ -27,6 +29,13 @@ class Coder {
         const auto found = values_.find(key);
         return found == values_.end() ? nullptr : found->second.as<T>();
     }
+
+    /// A number under `key`; absent for anything else.
+    std::optional<double> number(std::string_view key) const;
+    /// An array of four numbers (x, y, width, height) under `key`; absent for anything else.
+    std::optional<Rect> rect(std::string_view key) const;
+    /// An array of four numbers (red, green, blue, alpha) under `key`; absent for anything else.
+    std::optional<Color> color(std::string_view key) const;
 
     /// The archive as a property list.
     Data data() const;

@@ -20,6 +20,8 @@ class TextView : public View {
         return makeSharedOnMain<TextView>(frame);
     }
     explicit TextView(Rect frame) : View(frame) {}
+    /// Besides what a view has: "text", "fontName", "fontSize" and "textColor".
+    explicit TextView(const Coder& coder);
 
     std::string_view className() const override { return kClassName; }
 

@@ -45,6 +45,9 @@ class Value {
     /// becomes the nearest end of it, and true and false are 1 and 0. Absent for anything else.
     std::optional<std::int64_t> integerValue() const;
 
+    /// The value of a number; absent for anything else.
+    std::optional<double> numberValue() const;
+
     /// What fatal reports call the type of this value.
     std::string_view typeName() const;
 

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "VexmoraSDK/platform/Coder.h"
 #include "VexmoraSDK/platform/Color.h"
 #include "VexmoraSDK/platform/Geometry.h"
 #include "VexmoraSDK/platform/MainQueue.h"
@@ -12,6 +13,16 @@
 #include "VexmoraSDK/platform/TapGestureRecognizer.h"
 
 namespace VexmoraSDK::platform {
+
+class Window;
+
+/// The edges of its superview's safe area that a view keeps at a distance, in points.
+struct Pins {
+    std::optional<double> top;
+    std::optional<double> left;
+    std::optional<double> bottom;
+    std::optional<double> right;
+};
 
 /// A rectangle of the user interface, in a tree with others. A presenter shows a tree: it paints
 /// the root view and all below it, and hands taps in. Main thread only, but for the last reference
@@ -22,6 +33,9 @@ class View : public Object {
 
     static std::shared_ptr<View> create(Rect frame = {}) { return makeSharedOnMain<View>(frame); }
     explicit View(Rect frame) : frame_(frame) {}
+    /// A view as an interface file describes it: "frame", "hidden", "backgroundColor",
+    /// "cornerRadius", "zPosition" and "pins".
+    explicit View(const Coder& coder);
 
     std::string_view className() const override { return kClassName; }
 
@@ -38,10 +52,19 @@ class View : public Object {
     std::optional<Color> backgroundColor() const { return backgroundColor_; }
     void setBackgroundColor(std::optional<Color> color);
 
-    /// From the rearmost to the frontmost.
+    /// Of the corners of the background, in points.
+    double cornerRadius() const { return cornerRadius_; }
+    void setCornerRadius(double radius);
+
+    /// In the order in which they were added.
     const std::vector<std::shared_ptr<View>>& subviews() const { return subviews_; }
+    /// From the rearmost to the frontmost: by their `zPosition`, then as they were added.
+    std::vector<std::shared_ptr<View>> subviewsInPaintOrder() const;
+    /// 0 at first.
+    double zPosition() const { return zPosition_; }
+    void setZPosition(double position);
     std::shared_ptr<View> superview() const { return superview_.lock(); }
-    /// Adds `view` as the frontmost subview, away from the superview that it had, then calls
+    /// Adds `view` as the last subview, away from the superview that it had, then calls
     /// `didAddSubview`.
     void addSubview(const std::shared_ptr<View>& view);
     void removeFromSuperview();
@@ -50,6 +73,18 @@ class View : public Object {
     virtual Size sizeThatFits(Size proposed);
     /// Gives the view the size that fits, at the same origin.
     void sizeToFit();
+
+    /// Where the view stays when its superview, or the superview's safe area, changes: opposite
+    /// pins stretch it, one of two moves it.
+    void setPins(const Pins& pins);
+    /// How much of each edge of this view is behind a notch or a rounded corner; set by the
+    /// presenter on the root view.
+    void setSafeAreaInsets(EdgeInsets insets);
+
+    /// The window that the tree is shown in; absent when it is in none.
+    std::shared_ptr<Window> window() const;
+    /// Set by a presenter on the root view.
+    void setWindow(std::weak_ptr<Window> window) { window_ = std::move(window); }
 
     void addGestureRecognizer(std::shared_ptr<TapGestureRecognizer> recognizer);
     const std::vector<std::shared_ptr<TapGestureRecognizer>>& gestureRecognizers() const {
@@ -76,11 +111,21 @@ class View : public Object {
     virtual void didAddSubview(View& subview);
     /// Whether a finger can touch this view at all.
     virtual bool takesTouches() const { return true; }
+    /// Whether a finger at `point`, in this view's own coordinates, is on this view.
+    virtual bool isTouchedAt(Point point) const;
 
  private:
+    void placeByPins(const View& superview);
+    void placePinnedSubviews();
+
     Rect frame_;
     bool hidden_ = false;
     std::optional<Color> backgroundColor_;
+    double cornerRadius_ = 0;
+    double zPosition_ = 0;
+    Pins pins_;
+    EdgeInsets safeAreaInsets_;
+    std::weak_ptr<Window> window_;
     std::vector<std::shared_ptr<View>> subviews_;
     std::weak_ptr<View> superview_;
     std::vector<std::shared_ptr<TapGestureRecognizer>> gestureRecognizers_;

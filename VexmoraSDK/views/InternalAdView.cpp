@@ -4,14 +4,6 @@
 
 namespace VexmoraSDK {
 
-InternalAdView::InternalAdView(platform::Rect frame, VexmoraViewType viewType,
-                               const std::vector<VexmoraAdType>& allowedAdTypes,
-                               const std::vector<VexmoraAdType>& adTypes)
-    : VexmoraView(frame),
-      viewType_(viewType),
-      allowedAdTypes_(allowedAdTypes),
-      adTypes_(rawValues(adTypes)) {}
-
 void InternalAdView::setContainerId(std::optional<std::string> containerId) {
     containerId_ = std::move(containerId);
     containerSetCallback();

@@ -41,10 +41,16 @@ class InternalAdView : public VexmoraView {
     }
 
  protected:
-    /// `allowedAdTypes` outlives the view; `adTypes` is what the view asks for at first.
-    InternalAdView(platform::Rect frame, VexmoraViewType viewType,
+    /// A view with a frame, or as the coder of an interface file describes it. `allowedAdTypes`
+    /// outlives the view; `adTypes` is what the view asks for at first.
+    template <class FrameOrCoder>
+    InternalAdView(const FrameOrCoder& frameOrCoder, VexmoraViewType viewType,
                    const std::vector<VexmoraAdType>& allowedAdTypes,
-                   const std::vector<VexmoraAdType>& adTypes);
+                   const std::vector<VexmoraAdType>& adTypes)
+        : VexmoraView(frameOrCoder),
+          viewType_(viewType),
+          allowedAdTypes_(allowedAdTypes),
+          adTypes_(rawValues(adTypes)) {}
 
     /// Draws the ad into the view and tells the delegate. Main thread.
     virtual void draw() = 0;

@@ -17,6 +17,9 @@ std::shared_ptr<VexmoraBannerView> VexmoraBannerView::create(platform::Rect fram
 VexmoraBannerView::VexmoraBannerView(platform::Rect frame)
     : FetchedAdView(frame, VexmoraViewType::banner, allowedAdTypes(), allowedAdTypes()) {}
 
+VexmoraBannerView::VexmoraBannerView(const platform::Coder& coder)
+    : FetchedAdView(coder, VexmoraViewType::banner, allowedAdTypes(), allowedAdTypes()) {}
+
 void VexmoraBannerView::draw() {
     unwrap(ad()).render(*this);
     const auto image = unwrap(ad()).image();

@@ -13,6 +13,8 @@ class VexmoraBannerView : public FetchedAdView<Banner, &AdFactory::fetchAndCreat
 
     static std::shared_ptr<VexmoraBannerView> create(platform::Rect frame = {});
     explicit VexmoraBannerView(platform::Rect frame);
+    /// As an interface file describes it.
+    explicit VexmoraBannerView(const platform::Coder& coder);
 
     std::string_view className() const override { return kClassName; }
 

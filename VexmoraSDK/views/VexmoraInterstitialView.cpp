@@ -2,6 +2,7 @@
 
 #include "VexmoraSDK/ads/AdFactory.h"
 #include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/platform/Window.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 
 namespace VexmoraSDK {
@@ -19,6 +20,10 @@ std::shared_ptr<VexmoraInterstitialView> VexmoraInterstitialView::create(platfor
 
 VexmoraInterstitialView::VexmoraInterstitialView(platform::Rect frame)
     : AdView(frame, VexmoraViewType::interstitial, allowedAdTypes(),
+             VexmoraBannerView::allowedAdTypes()) {}
+
+VexmoraInterstitialView::VexmoraInterstitialView(const platform::Coder& coder)
+    : AdView(coder, VexmoraViewType::interstitial, allowedAdTypes(),
              VexmoraBannerView::allowedAdTypes()) {}
 
 void VexmoraInterstitialView::containerSetCallback() {
@@ -50,6 +55,30 @@ void VexmoraInterstitialView::handleResponse(const platform::Data& body) {
 void VexmoraInterstitialView::draw() {
     unwrap(ad()).render(*this);
     tell(&VexmoraDelegate::didReceiveAd);
+}
+
+void VexmoraInterstitialView::handleCloseTap() {
+    tell(&VexmoraDelegate::willDismissScreen);
+    const auto shownIn = window();
+    if (!shownIn) return;
+    unwrap(shownIn->rootViewController()).dismiss(true, [self = shared<VexmoraInterstitialView>()] {
+        self->tell(&VexmoraDelegate::didDismissScreen);
+    });
+}
+
+void VexmoraInterstitialView::setOutlet(std::string_view outlet,
+                                        const std::shared_ptr<Object>& object) {
+    if (outlet != "closeButton") return AdView::setOutlet(outlet, object);
+    setCloseButton(platform::forcedConversion<platform::Button>(object));
+}
+
+VexmoraInterstitialView::Method VexmoraInterstitialView::method(std::string_view selector) const {
+    if (selector == "handleCloseTap:") {
+        return [](Object& self, Object*) {
+            static_cast<VexmoraInterstitialView&>(self).handleCloseTap();
+        };
+    }
+    return AdView::method(selector);
 }
 
 }  // namespace VexmoraSDK

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "VexmoraSDK/platform/Button.h"
 #include "VexmoraSDK/views/AdView.h"
 
 namespace VexmoraSDK {
 
-/// Shows a full-screen ad on a screen that the host presents.
+/// Shows a full-screen ad on a screen that the host presents, with a button that closes it. The
+/// picture is centred when it is drawn: give the view its frame, at (0, 0), before. The picture
+/// itself takes no tap; one that reaches it is a fatal stop.
 class VexmoraInterstitialView : public AdView<AdProtocol> {
  public:
     static constexpr std::string_view kClassName = "VexmoraSDK.VexmoraInterstitialView";
@@ -14,16 +17,32 @@ class VexmoraInterstitialView : public AdView<AdProtocol> {
 
     static std::shared_ptr<VexmoraInterstitialView> create(platform::Rect frame = {});
     explicit VexmoraInterstitialView(platform::Rect frame);
+    /// As an interface file describes it.
+    explicit VexmoraInterstitialView(const platform::Coder& coder);
 
     std::string_view className() const override { return kClassName; }
 
+    /// The outlet that the interface file fills; absent in a view made without it.
+    const std::shared_ptr<platform::Button>& closeButton() const { return closeButton_; }
+    void setCloseButton(std::shared_ptr<platform::Button> button) {
+        closeButton_ = std::move(button);
+    }
+
     void containerSetCallback() override;
+    /// The close button was tapped: tells the host, has the window's root view controller dismiss
+    /// the screen, and tells the host again once it has gone. In no window only the first.
+    void handleCloseTap();
+
+    void setOutlet(std::string_view outlet, const std::shared_ptr<Object>& object) override;
 
  protected:
     void draw() override;
+    Method method(std::string_view selector) const override;
 
  private:
     void handleResponse(const platform::Data& body);
+
+    std::shared_ptr<platform::Button> closeButton_;
 };
 
 }  // namespace VexmoraSDK

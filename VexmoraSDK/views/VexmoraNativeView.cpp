@@ -21,6 +21,9 @@ std::shared_ptr<VexmoraNativeView> VexmoraNativeView::create(platform::Rect fram
 VexmoraNativeView::VexmoraNativeView(platform::Rect frame)
     : FetchedAdView(frame, VexmoraViewType::native, allowedAdTypes(), allowedAdTypes()) {}
 
+VexmoraNativeView::VexmoraNativeView(const platform::Coder& coder)
+    : FetchedAdView(coder, VexmoraViewType::native, allowedAdTypes(), allowedAdTypes()) {}
+
 void VexmoraNativeView::draw() {
     if (!ad()) {
         tell(&VexmoraDelegate::didHaveError,

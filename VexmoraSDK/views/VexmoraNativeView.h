@@ -14,6 +14,8 @@ class VexmoraNativeView : public FetchedAdView<Native, &AdFactory::fetchAndCreat
 
     static std::shared_ptr<VexmoraNativeView> create(platform::Rect frame = {});
     explicit VexmoraNativeView(platform::Rect frame);
+    /// As an interface file describes it.
+    explicit VexmoraNativeView(const platform::Coder& coder);
 
     std::string_view className() const override { return kClassName; }
 

@@ -1,5 +1,8 @@
 #include "VexmoraSDK/views/VexmoraViewFactory.h"
 
+#include "VexmoraSDK/platform/Bundle.h"
+#include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/platform/Nib.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
 #include "VexmoraSDK/views/VexmoraNativeView.h"
@@ -10,10 +13,34 @@ namespace {
 using Delegate = std::shared_ptr<VexmoraDelegate>;
 
 template <class View>
+std::shared_ptr<platform::View> fromCoder(const platform::Coder& coder) {
+    return platform::makeSharedOnMain<View>(coder);
+}
+
+/// The name of the interface file of a class: the class's own, without its module.
+std::string interfaceFileFor(std::string_view className) {
+    const auto dot = className.rfind('.');
+    const auto name = dot == className.npos ? className : className.substr(dot + 1);
+    return std::string(name.empty() ? "VexmoraInterstitialView" : name);
+}
+
+template <class View>
+std::shared_ptr<View> loadView() {
+    static const platform::Nib nib(interfaceFileFor(View::kClassName), platform::Bundle::library());
+    const auto views = nib.instantiate({
+        {"VexmoraBannerView", fromCoder<VexmoraBannerView>},
+        {"VexmoraNativeView", fromCoder<VexmoraNativeView>},
+        {"VexmoraInterstitialView", fromCoder<VexmoraInterstitialView>},
+    });
+    if (views.empty()) platform::fatalNil();
+    return platform::forcedConversion<View>(views.front());
+}
+
+template <class View>
 std::shared_ptr<VexmoraView> makeView(const std::string& containerId,
                                       const std::vector<VexmoraAdType>& adTypes,
                                       Delegate delegate) {
-    auto view = View::create();
+    const auto view = loadView<View>();
     if (delegate) view->setDelegate(std::move(delegate));
     view->setAdTypes(rawValues(adTypes));
     // Last: this starts the request, which needs all of the above.

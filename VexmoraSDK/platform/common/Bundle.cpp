@@ -54,11 +54,7 @@ std::optional<fs::path> sharedFolderNear(fs::path folder) {
 fs::path libraryFolder() {
     auto& host = HostFolder::shared();
     const std::lock_guard lock(host.mutex);
-    if (!host.folder.empty()) return host.folder;
-    for (const auto& start : {folderOfThisCode(), folderOfTheExecutable()}) {
-        if (auto found = sharedFolderNear(start)) return *found;
-    }
-    return {};
+    return host.folder.empty() ? Bundle::shippedLibraryFolder() : host.folder;
 }
 
 }  // namespace
@@ -77,6 +73,13 @@ void Bundle::setLibraryFolder(fs::path folder) {
     auto& host = HostFolder::shared();
     const std::lock_guard lock(host.mutex);
     host.folder = std::move(folder);
+}
+
+fs::path Bundle::shippedLibraryFolder() {
+    for (const auto& start : {folderOfThisCode(), folderOfTheExecutable()}) {
+        if (auto found = sharedFolderNear(start)) return *found;
+    }
+    return {};
 }
 
 const Value* Bundle::objectForInfoDictionaryKey(std::string_view key) const {

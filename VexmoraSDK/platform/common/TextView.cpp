@@ -10,6 +10,14 @@ constexpr double kDefaultFontSize = 12;
 
 }  // namespace
 
+TextView::TextView(const Coder& coder)
+    : View(coder), textColor_(coder.color("textColor").value_or(Color::black())) {
+    if (const auto* text = coder.decode<std::string>("text")) text_ = *text;
+    const double size = coder.number("fontSize").value_or(kDefaultFontSize);
+    const auto* name = coder.decode<std::string>("fontName");
+    font_ = name ? Font::named(*name, size) : Font::system(size);
+}
+
 void TextView::setText(std::optional<std::string> text) {
     text_ = std::move(text);
     layout_.reset();

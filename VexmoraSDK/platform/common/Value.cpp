@@ -24,6 +24,12 @@ std::optional<std::int64_t> Value::integerValue() const {
     return std::nullopt;
 }
 
+std::optional<double> Value::numberValue() const {
+    if (const auto* integer = as<std::int64_t>()) return static_cast<double>(*integer);
+    if (const auto* number = as<double>()) return *number;
+    return std::nullopt;
+}
+
 std::string_view Value::typeName() const {
     static constexpr std::array<std::string_view, std::variant_size_v<Variant>> kNames = {
         "null", "boolean", "integer", "number", "string", "data", "date", "array", "dictionary"};

@@ -4,9 +4,24 @@
 
 namespace VexmoraSDK::platform {
 
+View::View(const Coder& coder)
+    : frame_(coder.rect("frame").value_or(Rect())),
+      backgroundColor_(coder.color("backgroundColor")),
+      cornerRadius_(coder.number("cornerRadius").value_or(0)),
+      zPosition_(coder.number("zPosition").value_or(0)) {
+    if (const auto* hidden = coder.decode<bool>("hidden")) hidden_ = *hidden;
+    if (const auto* pins = coder.decode<Dictionary>("pins")) {
+        const Coder edges(*pins);
+        pins_ = {edges.number("top"), edges.number("left"), edges.number("bottom"),
+                 edges.number("right")};
+    }
+}
+
 void View::setFrame(Rect frame) {
     if (frame == frame_) return;
+    const bool resized = !(frame.size == frame_.size);
     frame_ = frame;
+    if (resized) placePinnedSubviews();
     setNeedsDisplay();
 }
 
@@ -29,10 +44,67 @@ void View::setBackgroundColor(std::optional<Color> color) {
     setNeedsDisplay();
 }
 
+void View::setCornerRadius(double radius) {
+    cornerRadius_ = radius;
+    setNeedsDisplay();
+}
+
+std::vector<std::shared_ptr<View>> View::subviewsInPaintOrder() const {
+    auto ordered = subviews_;
+    std::ranges::stable_sort(ordered, {}, [](const auto& view) { return view->zPosition_; });
+    return ordered;
+}
+
+void View::setZPosition(double position) {
+    zPosition_ = position;
+    setNeedsDisplay();
+}
+
+void View::setPins(const Pins& pins) {
+    pins_ = pins;
+    if (const auto parent = superview()) placeByPins(*parent);
+}
+
+void View::setSafeAreaInsets(EdgeInsets insets) {
+    safeAreaInsets_ = insets;
+    placePinnedSubviews();
+}
+
+void View::placePinnedSubviews() {
+    for (const auto& subview : subviews_)
+        subview->placeByPins(*this);
+}
+
+void View::placeByPins(const View& superview) {
+    const EdgeInsets& safe = superview.safeAreaInsets_;
+    const Size outer = superview.frame_.size;
+    const auto place = [](double& origin, double& length, std::optional<double> near,
+                          std::optional<double> far, double begin, double end) {
+        if (near && far) length = std::max(0.0, end - *far - (begin + *near));
+        if (near) {
+            origin = begin + *near;
+        } else if (far) {
+            origin = end - *far - length;
+        }
+    };
+    Rect frame = frame_;
+    place(frame.origin.x, frame.size.width, pins_.left, pins_.right, safe.left,
+          outer.width - safe.right);
+    place(frame.origin.y, frame.size.height, pins_.top, pins_.bottom, safe.top,
+          outer.height - safe.bottom);
+    setFrame(frame);
+}
+
+std::shared_ptr<Window> View::window() const {
+    const auto parent = superview();
+    return parent ? parent->window() : window_.lock();
+}
+
 void View::addSubview(const std::shared_ptr<View>& view) {
     view->removeFromSuperview();
     subviews_.push_back(view);
     view->superview_ = shared<View>();
+    view->placeByPins(*this);
     didAddSubview(*view);
     setNeedsDisplay();
 }
@@ -61,14 +133,18 @@ void View::addGestureRecognizer(std::shared_ptr<TapGestureRecognizer> recognizer
 }
 
 std::shared_ptr<View> View::hitTest(Point point) {
-    const auto [width, height] = frame_.size;
-    const bool inside = point.x >= 0 && point.y >= 0 && point.x < width && point.y < height;
-    if (hidden_ || !takesTouches() || !inside) return nullptr;
-    for (auto subview = subviews_.rbegin(); subview != subviews_.rend(); ++subview) {
+    if (hidden_ || !takesTouches() || !isTouchedAt(point)) return nullptr;
+    const auto ordered = subviewsInPaintOrder();
+    for (auto subview = ordered.rbegin(); subview != ordered.rend(); ++subview) {
         const Point origin = (*subview)->frame_.origin;
         if (auto hit = (*subview)->hitTest({point.x - origin.x, point.y - origin.y})) return hit;
     }
     return shared<View>();
+}
+
+bool View::isTouchedAt(Point point) const {
+    return point.x >= 0 && point.y >= 0 && point.x < frame_.size.width &&
+           point.y < frame_.size.height;
 }
 
 bool View::tap(Point point) {
