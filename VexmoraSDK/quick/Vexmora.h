@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QtQml/qqmlregistration.h>
+
+#include <QtCore/QObject>
+
+#include "VexmoraSDK/errors/VexmoraErrorCodes.h"
+#include "VexmoraSDK/types/VexmoraAdType.h"
+#include "VexmoraSDK/types/VexmoraViewType.h"
+
+/// The library's vocabulary in QML: `Vexmora.AdType.Banner`, `Vexmora.ErrorCode.NoFill`.
+namespace VexmoraSDK::Vexmora {
+
+Q_NAMESPACE
+QML_NAMED_ELEMENT(Vexmora)
+Q_CLASSINFO("RegisterEnumClassesUnscoped", "false")
+
+enum class AdType : int {
+    Native = rawValue(VexmoraAdType::native),
+    MediumRectangle = rawValue(VexmoraAdType::mediumRectangle),
+    Leaderboard = rawValue(VexmoraAdType::leaderboard),
+    Banner = rawValue(VexmoraAdType::banner),
+    Slideshow = rawValue(VexmoraAdType::slideshow),
+    MediumBanner = rawValue(VexmoraAdType::mediumBanner),
+    FullBanner = rawValue(VexmoraAdType::fullBanner),
+};
+Q_ENUM_NS(AdType)
+
+enum class ViewType : int {
+    Banner = rawValue(VexmoraViewType::banner),
+    Interstitial = rawValue(VexmoraViewType::interstitial),
+    Native = rawValue(VexmoraViewType::native),
+};
+Q_ENUM_NS(ViewType)
+
+/// What each means, `VexmoraErrorCodes` tells.
+enum class ErrorCode : int {
+    UnknownError = static_cast<int>(VexmoraErrorCodes::UnknownError),
+    ParsingError = static_cast<int>(VexmoraErrorCodes::ParsingError),
+    RequestError = static_cast<int>(VexmoraErrorCodes::RequestError),
+    InvalidAdTypeError = static_cast<int>(VexmoraErrorCodes::InvalidAdTypeError),
+    NoFill = static_cast<int>(VexmoraErrorCodes::NoFill),
+    InvalidViewTypeError = static_cast<int>(VexmoraErrorCodes::InvalidViewTypeError),
+    ImageRequestError = static_cast<int>(VexmoraErrorCodes::ImageRequestError),
+};
+Q_ENUM_NS(ErrorCode)
+
+}  // namespace VexmoraSDK::Vexmora

@@ -1,0 +1,142 @@
+#include "VexmoraSDK/quick/ViewItem.h"
+
+#include <QtCore/QPointer>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QPainter>
+#include <QtGui/QStyleHints>
+#include <QtQuick/QQuickWindow>
+#include <QtQuick/QSGImageNode>
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "VexmoraSDK/platform/MainQueue.h"
+#include "VexmoraSDK/platform/qt/ViewPainter.h"
+
+namespace VexmoraSDK {
+namespace {
+
+// What every graphics card takes as one texture. A larger view is painted with fewer pixels.
+constexpr double kMaxPixelsPerSide = 4096;
+
+QSizeF sizeOf(const std::shared_ptr<platform::View>& view) {
+    if (!view) return QSizeF(0, 0);
+    const auto [width, height] = view->frame().size;
+    return QSizeF(width, height);
+}
+
+}  // namespace
+
+ViewItem::ViewItem(QQuickItem* parent) : QQuickItem(parent) {
+    setFlag(ItemHasContents);
+    setAcceptedMouseButtons(Qt::LeftButton);
+}
+
+ViewItem::~ViewItem() {
+    if (view_) view_->setDisplayCallback({});
+}
+
+void ViewItem::press() {
+    const QSizeF size = sizeOf(view_);
+    tap({size.width() / 2, size.height() / 2});
+}
+
+void ViewItem::show(std::shared_ptr<platform::View> view) {
+    if (view_) view_->setDisplayCallback({});
+    view_ = std::move(view);
+    if (view_) view_->setDisplayCallback([this] { viewChanged(); });
+    viewChanged();
+}
+
+void ViewItem::setReservedSize(QSizeF size) {
+    reservedSize_ = size;
+    updateImplicitSize();
+}
+
+void ViewItem::viewChanged() {
+    polish();
+    updateImplicitSize();
+}
+
+void ViewItem::updateImplicitSize() {
+    const QSizeF size = sizeOf(view_).isEmpty() ? reservedSize_ : sizeOf(view_);
+    setImplicitSize(size.width(), size.height());
+}
+
+// The view belongs to this thread; the thread that renders gets a picture of it.
+void ViewItem::updatePolish() {
+    picture_ = QImage();
+    pictureIsNew_ = true;
+    update();
+    const QSizeF size = sizeOf(view_);
+    if (size.isEmpty() || !window()) return;
+    const double scale =
+        std::min({window()->effectiveDevicePixelRatio(), kMaxPixelsPerSide / size.width(),
+                  kMaxPixelsPerSide / size.height()});
+    picture_ = QImage(qCeil(size.width() * scale), qCeil(size.height() * scale),
+                      QImage::Format_ARGB32_Premultiplied);
+    picture_.fill(Qt::transparent);
+    pictureSize_ = QSizeF(picture_.size()) / scale;
+    QPainter painter(&picture_);
+    painter.scale(scale, scale);
+    platform::paintView(painter, *view_);
+}
+
+QSGNode* ViewItem::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData*) {
+    auto* node = static_cast<QSGImageNode*>(oldNode);
+    if (picture_.isNull()) {
+        delete node;
+        return nullptr;
+    }
+    if (!node) {
+        node = window()->createImageNode();
+        node->setOwnsTexture(true);
+        node->setFiltering(QSGTexture::Linear);
+        pictureIsNew_ = true;
+    }
+    if (std::exchange(pictureIsNew_, false)) {
+        node->setTexture(window()->createTextureFromImage(picture_));
+        node->setSourceRect(QRectF(picture_.rect()));
+        node->setRect(QRectF({}, pictureSize_));
+    }
+    return node;
+}
+
+void ViewItem::itemChange(ItemChange change, const ItemChangeData& data) {
+    if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged) polish();
+    QQuickItem::itemChange(change, data);
+}
+
+// Presses beside the view go to what is behind the item.
+void ViewItem::mousePressEvent(QMouseEvent* event) {
+    const QPointF position = event->position();
+    if (view_ && view_->hitTest({position.x(), position.y()}))
+        pressedAt_ = event->scenePosition();
+    else
+        event->ignore();
+}
+
+void ViewItem::mouseMoveEvent(QMouseEvent* event) {
+    const auto isDrag = [&](QPointF from) {
+        return (event->scenePosition() - from).manhattanLength() >=
+               QGuiApplication::styleHints()->startDragDistance();
+    };
+    if (pressedAt_ && isDrag(*pressedAt_)) pressedAt_.reset();
+}
+
+void ViewItem::mouseReleaseEvent(QMouseEvent* event) {
+    if (std::exchange(pressedAt_, std::nullopt)) tap(event->position());
+}
+
+void ViewItem::mouseUngrabEvent() {
+    pressedAt_.reset();
+}
+
+// Later, so that a host may destroy the item from inside of what the tap brings about.
+void ViewItem::tap(QPointF position) {
+    platform::MainQueue::main()->async([item = QPointer(this), view = view_, position] {
+        if (item && view && item->view_ == view) view->tap({position.x(), position.y()});
+    });
+}
+
+}  // namespace VexmoraSDK

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QtQml/qqmlregistration.h>
+
+#include <QtCore/QPointF>
+#include <QtCore/QSizeF>
+#include <QtGui/QImage>
+#include <QtQuick/QQuickItem>
+#include <memory>
+#include <optional>
+
+#include "VexmoraSDK/platform/View.h"
+
+namespace VexmoraSDK {
+
+/// Shows a view tree in a scene, its top left at the item's: paints it when it has changed and
+/// hands taps in. The implicit size is that of the view. Main thread.
+class ViewItem : public QQuickItem {
+    Q_OBJECT
+    QML_ANONYMOUS
+
+ public:
+    ~ViewItem() override;
+
+    /// A tap in the middle of the view, for those who cannot point.
+    Q_INVOKABLE void press();
+
+ protected:
+    explicit ViewItem(QQuickItem* parent);
+
+    /// Shows `view` from now on, which is shown nowhere else; absent for none.
+    void show(std::shared_ptr<platform::View> view);
+    const std::shared_ptr<platform::View>& shownView() const { return view_; }
+    /// The implicit size as long as there is no view or the view has no size.
+    void setReservedSize(QSizeF size);
+
+    void updatePolish() override;
+    QSGNode* updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* data) override;
+    void itemChange(ItemChange change, const ItemChangeData& data) override;
+
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseUngrabEvent() override;
+
+ private:
+    void viewChanged();
+    void updateImplicitSize();
+    void tap(QPointF position);
+
+    std::shared_ptr<platform::View> view_;
+    QSizeF reservedSize_;
+    /// The view as it was last painted, and the size at which it is shown.
+    QImage picture_;
+    QSizeF pictureSize_;
+    bool pictureIsNew_ = false;
+    /// Where in the scene the press began that may become a tap.
+    std::optional<QPointF> pressedAt_;
+};
+
+}  // namespace VexmoraSDK
