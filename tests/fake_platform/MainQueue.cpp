@@ -35,8 +35,7 @@ void restart(std::optional<std::thread::id> mainThread) {
 
 std::optional<Block> nextBlock() {
     const std::lock_guard lock(state().mutex);
-    if (state().blocks.empty())
-        return std::nullopt;
+    if (state().blocks.empty()) return std::nullopt;
     auto block = std::move(state().blocks.front());
     state().blocks.pop_front();
     return block;
@@ -52,8 +51,7 @@ MainQueue* MainQueue::main() {
 
 void MainQueue::async(std::function<void()> block) {
     const std::lock_guard lock(state().mutex);
-    if (state().mainThread)
-        state().blocks.push_back(std::move(block));
+    if (state().mainThread) state().blocks.push_back(std::move(block));
 }
 
 bool MainQueue::isMainThread() const {

@@ -44,8 +44,7 @@ std::shared_ptr<Transfer> takeOpen(std::string_view url) {
     const std::lock_guard lock(state().mutex);
     auto& open = state().open;
     const auto found = std::ranges::find(open, url, [](auto& each) { return each->url.text(); });
-    if (found == open.end())
-        throw std::logic_error("no open request for " + std::string(url));
+    if (found == open.end()) throw std::logic_error("no open request for " + std::string(url));
     auto transfer = std::move(*found);
     open.erase(found);
     return transfer;
