@@ -1,6 +1,7 @@
 #include "demo/LocalAdServer.h"
 
 #include <QFile>
+#include <filesystem>
 #include <string>
 #include <utility>
 
@@ -53,8 +54,15 @@ void LocalAdServer::stop() {
     server_.reset();
 }
 
+/// The shipped resources with other settings.
 bool LocalAdServer::writeSettings() const {
-    return resources_.isValid() &&
+    const std::filesystem::path folder = QFile::encodeName(resources_.path()).toStdString();
+    std::error_code failure;
+    std::filesystem::copy(Bundle::shippedLibraryFolder(), folder,
+                          std::filesystem::copy_options::recursive |
+                              std::filesystem::copy_options::overwrite_existing,
+                          failure);
+    return resources_.isValid() && !failure &&
            write(resources_.filePath(QStringLiteral("Info.plist")),
                  {{"ConfigurationPlist", std::string("settings")}}) &&
            write(resources_.filePath(QStringLiteral("settings.plist")),

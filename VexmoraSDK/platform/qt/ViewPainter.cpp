@@ -2,6 +2,7 @@
 
 #include <QtGui/QPainter>
 
+#include "VexmoraSDK/platform/Button.h"
 #include "VexmoraSDK/platform/ImageView.h"
 #include "VexmoraSDK/platform/TextView.h"
 #include "VexmoraSDK/platform/qt/ImageImpl.h"
@@ -39,6 +40,20 @@ void paintImage(QPainter& painter, const ImageView& view) {
     painter.drawImage(rect, reduced(view.image()->impl().image, devicePixels));
 }
 
+void paintTitle(QPainter& painter, Button& button) {
+    const Point origin = button.layoutOrigin();
+    painter.setPen(qtColor(button.titleColor()));
+    button.layout().impl().layout.draw(&painter, {origin.x, origin.y});
+}
+
+void paintBackground(QPainter& painter, const View& view) {
+    const auto color = view.backgroundColor();
+    if (!color) return;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(qtColor(*color));
+    painter.drawRoundedRect(bounds(view), view.cornerRadius(), view.cornerRadius());
+}
+
 void paintText(QPainter& painter, TextView& view) {
     const Point origin = view.layoutOrigin();
     painter.setClipRect(bounds(view), Qt::IntersectClip);
@@ -48,18 +63,21 @@ void paintText(QPainter& painter, TextView& view) {
 
 void paintOwn(QPainter& painter, View& view) {
     painter.save();
-    if (const auto color = view.backgroundColor()) painter.fillRect(bounds(view), qtColor(*color));
-    if (const auto* imageView = dynamic_cast<ImageView*>(&view))
+    paintBackground(painter, view);
+    if (const auto* imageView = dynamic_cast<ImageView*>(&view)) {
         paintImage(painter, *imageView);
-    else if (auto* textView = dynamic_cast<TextView*>(&view))
+    } else if (auto* textView = dynamic_cast<TextView*>(&view)) {
         paintText(painter, *textView);
+    } else if (auto* button = dynamic_cast<Button*>(&view)) {
+        paintTitle(painter, *button);
+    }
     painter.restore();
 }
 
 void paintTree(QPainter& painter, View& view) {
     if (view.isHidden()) return;
     paintOwn(painter, view);
-    for (const auto& subview : view.subviews()) {
+    for (const auto& subview : view.subviewsInPaintOrder()) {
         const Point origin = subview->frame().origin;
         painter.translate(origin.x, origin.y);
         paintTree(painter, *subview);

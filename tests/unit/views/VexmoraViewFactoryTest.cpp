@@ -21,7 +21,6 @@ class VexmoraViewFactoryTest : public AdViewTest {
         EXPECT_EQ(view->delegate(), host_);
         EXPECT_EQ(view->containerId(), "home");
         EXPECT_EQ(view->superview(), nullptr);
-        EXPECT_EQ(view->frame(), platform::Rect());
         EXPECT_THAT(requests(), ElementsAre(adUrl("home", types)));
         platform::FakeUrlSession::reset();
     }
