@@ -54,11 +54,22 @@ void paintBackground(QPainter& painter, const View& view) {
     painter.drawRoundedRect(bounds(view), view.cornerRadius(), view.cornerRadius());
 }
 
+void paintLines(QPainter& painter, const TextLayout& lines, Point origin, Color color) {
+    painter.setPen(qtColor(color));
+    lines.impl().layout.draw(&painter, {origin.x, origin.y});
+}
+
 void paintText(QPainter& painter, TextView& view) {
-    const Point origin = view.layoutOrigin();
     painter.setClipRect(bounds(view), Qt::IntersectClip);
-    painter.setPen(qtColor(view.textColor()));
-    view.layout().impl().layout.draw(&painter, {origin.x, origin.y});
+    paintLines(painter, view.layout(), view.layoutOrigin(), view.textColor());
+}
+
+void paintBackground(QPainter& painter, const View& view) {
+    const auto color = view.backgroundColor();
+    if (!color) return;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(qtColor(*color));
+    painter.drawRoundedRect(bounds(view), view.cornerRadius(), view.cornerRadius());
 }
 
 void paintOwn(QPainter& painter, View& view) {
@@ -69,7 +80,7 @@ void paintOwn(QPainter& painter, View& view) {
     } else if (auto* textView = dynamic_cast<TextView*>(&view)) {
         paintText(painter, *textView);
     } else if (auto* button = dynamic_cast<Button*>(&view)) {
-        paintTitle(painter, *button);
+        paintLines(painter, button->layout(), button->layoutOrigin(), button->titleColor());
     }
     painter.restore();
 }
