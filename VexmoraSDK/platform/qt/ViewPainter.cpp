@@ -40,20 +40,6 @@ void paintImage(QPainter& painter, const ImageView& view) {
     painter.drawImage(rect, reduced(view.image()->impl().image, devicePixels));
 }
 
-void paintTitle(QPainter& painter, Button& button) {
-    const Point origin = button.layoutOrigin();
-    painter.setPen(qtColor(button.titleColor()));
-    button.layout().impl().layout.draw(&painter, {origin.x, origin.y});
-}
-
-void paintBackground(QPainter& painter, const View& view) {
-    const auto color = view.backgroundColor();
-    if (!color) return;
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(qtColor(*color));
-    painter.drawRoundedRect(bounds(view), view.cornerRadius(), view.cornerRadius());
-}
-
 void paintLines(QPainter& painter, const TextLayout& lines, Point origin, Color color) {
     painter.setPen(qtColor(color));
     lines.impl().layout.draw(&painter, {origin.x, origin.y});
