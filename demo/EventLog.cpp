@@ -1,6 +1,9 @@
 #include "demo/EventLog.h"
 
+#include <QMetaEnum>
 #include <QTime>
+
+#include "VexmoraSDK/quick/Vexmora.h"
 
 namespace {
 
@@ -20,9 +23,11 @@ void EventLog::add(const QString& name, const QString& details) {
     Q_EMIT added();
 }
 
-void EventLog::completeLatest(const QString& details) {
-    events_.first().details = details;
-    Q_EMIT dataChanged(index(0), index(0), {Details});
+void EventLog::addError(int code, const QString& description) {
+    const auto codes = QMetaEnum::fromType<VexmoraSDK::Vexmora::ErrorCode>();
+    const QString name = QString::fromLatin1(codes.valueToKey(code));
+    add(QStringLiteral("didHaveError"),
+        description == name ? name : name + QStringLiteral(": ") + description);
 }
 
 const EventLog::Event& EventLog::latest() const {

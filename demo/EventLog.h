@@ -22,8 +22,9 @@ class EventLog : public QAbstractListModel {
     explicit EventLog(QObject* parent = nullptr);
 
     Q_INVOKABLE void add(const QString& name, const QString& details);
-    /// Adds to the latest event what became known after it.
-    void completeLatest(const QString& details);
+    /// Adds a `didHaveError`. `code` is a `Vexmora.ErrorCode`.
+    Q_INVOKABLE void addError(int code, const QString& description);
+    /// There must be one.
     const Event& latest() const;
 
     int rowCount(const QModelIndex& parent = {}) const override;

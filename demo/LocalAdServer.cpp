@@ -54,7 +54,7 @@ void LocalAdServer::stop() {
     server_.reset();
 }
 
-/// The shipped resources with other settings.
+// The shipped resources, with settings of our own.
 bool LocalAdServer::writeSettings() const {
     const std::filesystem::path folder = QFile::encodeName(resources_.path()).toStdString();
     std::error_code failure;

@@ -12,7 +12,7 @@ Rectangle {
     property alias adSize: selector.size
     property bool open: true
 
-    implicitHeight: open ? 192 : title.height
+    implicitHeight: open ? 198 : title.height
     color: Theme.sheet
 
     AbstractButton {

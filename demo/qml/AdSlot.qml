@@ -31,6 +31,7 @@ Rectangle {
         anchors.horizontalCenter: parent.horizontalCenter
         height: 16
         verticalAlignment: Text.AlignVCenter
+        visible: !root.failed
         text: "ADVERTISEMENT"
         color: Theme.muted
         font.pixelSize: 8
@@ -56,11 +57,11 @@ Rectangle {
             visible: !root.failed
 
             onDidReceiveAd: root.events.add("didReceiveAd", root.containerId + " " + root.adSize)
-            onDidHaveError: code => {
+            onDidHaveError: (code, description) => {
                 root.failed = true;
-                root.events.add("didHaveError", code);
+                root.events.addError(code, description);
             }
-            onWillLeaveApplication: root.events.add("willLeaveApplication", "")
+            onWillLeaveApplication: url => root.events.add("willLeaveApplication", url)
         }
 
         HouseAd {

@@ -19,15 +19,16 @@ Page {
         boundsBehavior: Flickable.StopAtBounds
         contentHeight: articles.implicitHeight
 
-        Column {
+        ArticleColumn {
             id: articles
             width: parent.width
+            onChosen: article => root.articleChosen(article)
 
             LeadArticle {
                 objectName: "lead article"
                 width: parent.width
                 article: Articles.lead
-                onClicked: root.articleChosen(article)
+                onClicked: articles.chosen(article)
             }
 
             Repeater {
@@ -38,7 +39,7 @@ Page {
 
                     width: parent.width
                     article: modelData
-                    onClicked: root.articleChosen(article)
+                    onClicked: (parent as ArticleColumn).chosen(article)
                 }
             }
         }

@@ -21,46 +21,44 @@ AbstractButton {
         }
     }
 
-    contentItem: Item {
-        Column {
-            anchors.left: parent.left
-            anchors.right: picture.left
-            anchors.margins: Theme.margin
-            anchors.verticalCenter: parent.verticalCenter
-            spacing: 4
+    Column {
+        anchors.left: parent.left
+        anchors.right: picture.left
+        anchors.margins: Theme.margin
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 4
 
-            SectionLabel {
-                text: root.article.section
-            }
-
-            Label {
-                width: parent.width
-                text: root.article.title
-                wrapMode: Text.WordWrap
-                maximumLineCount: 3
-                elide: Text.ElideRight
-                color: Theme.ink
-                font.family: Theme.serif
-                font.pixelSize: 17
-                font.bold: true
-            }
-
-            Label {
-                text: root.article.byline
-                color: Theme.muted
-                font.pixelSize: 12
-            }
+        SectionLabel {
+            text: root.article.section
         }
 
-        RoundedPicture {
-            id: picture
-            anchors.right: parent.right
-            anchors.rightMargin: Theme.margin
-            anchors.verticalCenter: parent.verticalCenter
-            width: 104
-            height: 80
-            source: root.article.picture
-            ground: root.pressed ? Theme.adGround : Theme.paper
+        Label {
+            width: parent.width
+            text: root.article.title
+            wrapMode: Text.WordWrap
+            maximumLineCount: 3
+            elide: Text.ElideRight
+            color: Theme.ink
+            font.family: Theme.serif
+            font.pixelSize: 17
+            font.bold: true
         }
+
+        Label {
+            text: root.article.byline
+            color: Theme.muted
+            font.pixelSize: 12
+        }
+    }
+
+    RoundedPicture {
+        id: picture
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.margin
+        anchors.verticalCenter: parent.verticalCenter
+        width: 104
+        height: 80
+        source: root.article.picture
+        ground: root.pressed ? Theme.adGround : Theme.paper
     }
 }

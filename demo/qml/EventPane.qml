@@ -20,7 +20,7 @@ ListView {
         required property string details
 
         width: ListView.view.width
-        height: details ? 38 : 24
+        height: words.height + 8
 
         Label {
             id: clock
@@ -32,11 +32,11 @@ ListView {
         }
 
         Column {
+            id: words
             anchors.left: clock.right
             anchors.leftMargin: 12
             anchors.right: parent.right
             y: 3
-            spacing: 1
 
             Label {
                 text: entry.name
@@ -50,7 +50,9 @@ ListView {
                 width: parent.width
                 visible: text
                 text: entry.details
-                elide: Text.ElideMiddle
+                wrapMode: Text.Wrap
+                maximumLineCount: 2
+                elide: Text.ElideRight
                 color: Theme.sheetText
                 font.pixelSize: 12
             }

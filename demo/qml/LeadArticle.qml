@@ -14,8 +14,9 @@ AbstractButton {
         color: root.pressed ? Theme.adGround : Theme.paper
     }
 
-    contentItem: Column {
+    Column {
         id: content
+        width: parent.width
 
         Image {
             width: parent.width
@@ -28,8 +29,8 @@ AbstractButton {
         Column {
             width: parent.width
             padding: Theme.margin
-            topPadding: 12
-            spacing: 5
+            topPadding: 10
+            spacing: 4
 
             SectionLabel {
                 text: root.article.section

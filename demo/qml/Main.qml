@@ -23,7 +23,7 @@ ApplicationWindow {
     Material.accent: Theme.accent
 
     header: Masthead {
-        title: pages.currentItem.title
+        title: (pages.currentItem as Page)?.title ?? ""
         canGoBack: pages.depth > 1
         onBack: pages.pop()
     }
