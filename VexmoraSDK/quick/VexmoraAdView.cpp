@@ -2,6 +2,7 @@
 
 #include <QtCore/QMetaEnum>
 #include <QtCore/QPointer>
+#include <QtQuick/QQuickWindow>
 
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/quick/Vexmora.h"
@@ -21,8 +22,13 @@ namespace {
 
 using platform::MainQueue;
 
+bool isShownOnScreens(VexmoraViewType viewType) {
+    return viewType == VexmoraViewType::interstitial;
+}
+
 QSizeF sizeNamed(const QString& adSize) {
-    if (!adTypesBySize().contains(adSize.toStdString())) return QSizeF(0, 0);
+    const auto kind = adViewBySize().find(adSize.toStdString());
+    if (kind == adViewBySize().end() || isShownOnScreens(kind->second)) return QSizeF(0, 0);
     return QSizeF(adSize.section(QLatin1Char('x'), 0, 0).toInt(),
                   adSize.section(QLatin1Char('x'), 1, 1).toInt());
 }
@@ -118,14 +124,10 @@ void VexmoraAdView::setViewType(int viewType) {
     Q_EMIT viewTypeChanged();
 }
 
-std::shared_ptr<VexmoraView> VexmoraAdView::view() const {
-    return std::static_pointer_cast<VexmoraView>(shownView());
-}
-
 void VexmoraAdView::setView(std::shared_ptr<VexmoraView> view) {
     willAskAnew_ = false;
     stopHearing();
-    show(std::move(view));
+    place(std::move(view));
 }
 
 void VexmoraAdView::componentComplete() {
@@ -136,7 +138,7 @@ void VexmoraAdView::componentComplete() {
 // The former view goes at once: its ad is not what the properties say now.
 void VexmoraAdView::choiceChanged() {
     stopHearing();
-    show(nullptr);
+    place(nullptr);
     if (isComponentComplete()) askLater();
 }
 
@@ -152,7 +154,12 @@ void VexmoraAdView::ask() {
     ear_ = ear;
     auto view = makeView(delegateFor(ear));
     // The host may have heard of an error already, and have destroyed the item or placed a view.
-    if (ear->item) show(std::move(view));
+    if (!ear->item) return;
+    if (view && isShownOnScreens(view->viewType())) {
+        const QSizeF size = screenSize();
+        view->setFrame({{0, 0}, {size.width(), size.height()}});
+    }
+    place(std::move(view));
 }
 
 std::shared_ptr<VexmoraView> VexmoraAdView::makeView(
@@ -166,6 +173,16 @@ std::shared_ptr<VexmoraView> VexmoraAdView::makeView(
     if (viewType_ != 0)
         return VexmoraViewFactory::createView(container, VexmoraViewType{viewType_}, delegate);
     return nullptr;
+}
+
+void VexmoraAdView::place(std::shared_ptr<VexmoraView> view) {
+    adView_ = std::move(view);
+    show(adView_ && isShownOnScreens(adView_->viewType()) ? nullptr : adView_);
+}
+
+QSizeF VexmoraAdView::screenSize() const {
+    if (!size().isEmpty() || !window()) return size();
+    return window()->size();
 }
 
 void VexmoraAdView::stopHearing() {

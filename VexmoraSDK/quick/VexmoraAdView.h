@@ -18,6 +18,9 @@ namespace VexmoraSDK {
 /// The implicit size is that of `adSize` until an ad is drawn, then that of the ad, which lies at
 /// the item's top left in its natural size. A tap on it opens the ad's address. The item may be
 /// destroyed at any time, from inside its signals too. Main thread.
+///
+/// An interstitial ad is not shown in place and takes none: `VexmoraScreen` presents it. It is as
+/// large as the item when it is asked for, or as the window where the item has no size.
 class VexmoraAdView : public VexmoraSDK::ViewItem {  // Spelt out for the QML tools.
     Q_OBJECT
     QML_NAMED_ELEMENT(VexmoraAdItem)
@@ -47,8 +50,8 @@ class VexmoraAdView : public VexmoraSDK::ViewItem {  // Spelt out for the QML to
     int viewType() const { return viewType_; }
     void setViewType(int viewType);
 
-    /// What the item shows; may be absent.
-    std::shared_ptr<VexmoraView> view() const;
+    /// The item's ad view; may be absent.
+    const std::shared_ptr<VexmoraView>& view() const { return adView_; }
     /// Shows a view that the host has made with the factory, in place of one that the properties
     /// ask for; a later change of these replaces it. Its own delegate hears of it, the item's
     /// signals tell nothing. One item at a time shows a view. Absent to show nothing.
@@ -84,12 +87,15 @@ class VexmoraAdView : public VexmoraSDK::ViewItem {  // Spelt out for the QML to
     void ask();
     std::shared_ptr<VexmoraView> makeView(const std::shared_ptr<VexmoraDelegate>& delegate) const;
     void stopHearing();
+    void place(std::shared_ptr<VexmoraView> view);
+    QSizeF screenSize() const;
 
     QString containerId_;
     QString adSize_;
     int adType_ = 0;
     int viewType_ = 0;
 
+    std::shared_ptr<VexmoraView> adView_;
     /// Present while the item has a view that the properties ask for.
     std::shared_ptr<Ear> ear_;
     bool willAskAnew_ = false;

@@ -30,7 +30,6 @@ class ViewItem : public QQuickItem {
 
     /// Shows `view` from now on, which is shown nowhere else; absent for none.
     void show(std::shared_ptr<platform::View> view);
-    const std::shared_ptr<platform::View>& shownView() const { return view_; }
     /// The implicit size as long as there is no view or the view has no size.
     void setReservedSize(QSizeF size);
 

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <QtQml/qqmlregistration.h>
+
+#include <QtCore/QPointer>
+#include <QtCore/QRectF>
+#include <QtCore/QString>
+#include <QtQuick/QQuickItem>
+#include <functional>
+#include <memory>
+
+#include "VexmoraSDK/platform/Button.h"
+#include "VexmoraSDK/platform/Window.h"
+#include "VexmoraSDK/quick/VexmoraAdView.h"
+
+namespace VexmoraSDK {
+
+/// Where interstitial ads are presented, one at a time, over the rest of the scene: an ad moves in
+/// from below and out again when it is closed, by its close button, Escape or Back. While it is
+/// there, nothing behind it is touched. Fill the window with it, in front of the rest. The screen
+/// may be destroyed at any time. Main thread.
+///
+/// A tap on the picture of an interstitial ad is a deliberate stop of the program.
+class VexmoraScreen : public QQuickItem {
+    Q_OBJECT
+    QML_NAMED_ELEMENT(VexmoraScreenItem)
+
+    /// From the call of `present` until the ad has moved out.
+    Q_PROPERTY(bool presenting READ isPresenting NOTIFY presentingChanged FINAL)
+    /// How far a notch or a rounded corner reaches into the screen from the top, in points; close
+    /// buttons stay clear of it. The same for the other edges.
+    Q_PROPERTY(double topInset READ topInset WRITE setTopInset NOTIFY insetsChanged FINAL)
+    Q_PROPERTY(double leftInset READ leftInset WRITE setLeftInset NOTIFY insetsChanged FINAL)
+    Q_PROPERTY(double bottomInset READ bottomInset WRITE setBottomInset NOTIFY insetsChanged FINAL)
+    Q_PROPERTY(double rightInset READ rightInset WRITE setRightInset NOTIFY insetsChanged FINAL)
+    /// What screen readers say of the close button, and where it is; empty when there is none.
+    Q_PROPERTY(QString closeLabel READ closeLabel NOTIFY presentingChanged FINAL)
+    Q_PROPERTY(QRectF closeRect READ closeRect NOTIFY closeRectChanged FINAL)
+
+ public:
+    explicit VexmoraScreen(QQuickItem* parent = nullptr);
+    ~VexmoraScreen() override;
+
+    /// Presents the ad of an item. False, and nothing done, when the item has no interstitial ad
+    /// view or the screen still presents another.
+    Q_INVOKABLE bool present(VexmoraSDK::VexmoraAdView* adView);
+    /// The same for a view that the host has made with the factory. Its frame is left as it is.
+    bool present(std::shared_ptr<VexmoraView> view);
+    /// Taps the close button of the ad that is presented.
+    Q_INVOKABLE void close();
+
+    bool isPresenting() const { return presented_ != nullptr; }
+    double topInset() const { return insets_.top; }
+    void setTopInset(double inset);
+    double leftInset() const { return insets_.left; }
+    void setLeftInset(double inset);
+    double bottomInset() const { return insets_.bottom; }
+    void setBottomInset(double inset);
+    double rightInset() const { return insets_.right; }
+    void setRightInset(double inset);
+    QString closeLabel() const;
+    QRectF closeRect() const;
+
+ Q_SIGNALS:
+    void presentingChanged();
+    void insetsChanged();
+    void closeRectChanged();
+
+ protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void touchEvent(QTouchEvent* event) override;
+
+ private:
+    class Controller;
+    class Stage;
+
+    void dismiss(bool animated, std::function<void()> completion);
+    void finishDismissal();
+    void move(double from, double to, std::function<void()> then);
+    void setInset(double platform::EdgeInsets::*edge, double inset);
+    std::shared_ptr<platform::Button> closeButton() const;
+
+    Stage* stage_;
+    std::shared_ptr<platform::Window> window_;
+    std::shared_ptr<VexmoraView> presented_;
+    /// What had the keyboard before, to have it again.
+    QPointer<QQuickItem> focusedBefore_;
+    platform::EdgeInsets insets_;
+    bool dismissing_ = false;
+    /// Of the dismissal under way.
+    std::function<void()> completion_;
+};
+
+}  // namespace VexmoraSDK
