@@ -166,24 +166,23 @@ TEST_F(VexmoraBannerViewTest, NeedsNoHost) {
 }
 
 TEST_F(VexmoraBannerViewTest, LetsItsHostLeaveFromInsideEveryOperation) {
-    const auto leave = [this] { view_->setDelegate(nullptr); };
-    const auto askAs = [&](const std::string& placement) {
-        view_->setDelegate(host(leave));
-        ask(placement);
+    const auto leave = [this] {
+        view_->setDelegate(nullptr);
+        view_->setAd(nullptr);
     };
-    askAs("failing");
+    view_->setDelegate(host(leave));
+    ask("failing");
     fail(placementUrl("failing"));
     EXPECT_THAT(heard(), ElementsAre("background: didHaveError 3"));
-    askAs("empty");
+    view_->setDelegate(host(leave));
+    ask("empty");
     serve(placementUrl("empty"), "[]");
     EXPECT_THAT(heard(), ElementsAre("didHaveError 2"));
     view_->setDelegate(host(leave));
     showAd();
     EXPECT_THAT(heard(), ElementsAre("didReceiveAd"));
-    view_->setDelegate(host([&] {
-        leave();
-        view_->setAd(nullptr);
-    }));
+    showAd();
+    view_->setDelegate(host(leave));
     tapView();
     EXPECT_THAT(heard(), ElementsAre("willLeaveApplication", "opens https://shop.test/a"));
 }
@@ -235,12 +234,14 @@ TEST_F(VexmoraBannerViewTest, LetsGoOfAHostThatLeftInTheBackgroundOnTheMainThrea
 }
 
 TEST_F(VexmoraBannerViewTest, LetsTheHostChangeWhileARequestFails) {
-    for (int round = 0; round < 50; ++round) {
+    constexpr int kRounds = 50;
+    for (int round = 0; round < kRounds; ++round) {
         ask("home");
         std::thread network([] { fail(placementUrl("home")); });
-        view_->setDelegate(std::make_shared<VexmoraDelegate>());
+        view_->setDelegate(host());
         network.join();
     }
+    EXPECT_EQ(heard(), std::vector<std::string>(kRounds, "background: didHaveError 3"));
 }
 
 using VexmoraBannerViewDeathTest = VexmoraBannerViewTest;
