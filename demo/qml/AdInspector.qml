@@ -12,14 +12,14 @@ Rectangle {
     property alias adSize: selector.size
     property bool open: true
 
-    implicitHeight: open ? 198 : title.height
+    implicitHeight: open ? 204 : title.height
     color: Theme.sheet
 
     AbstractButton {
         id: title
         objectName: "inspector"
         width: parent.width
-        height: 40
+        height: 36
         text: "Ad events"
         onClicked: root.open = !root.open
 
@@ -56,7 +56,7 @@ Rectangle {
 
     EventPane {
         anchors.top: selector.bottom
-        anchors.topMargin: 8
+        anchors.topMargin: 6
         anchors.bottom: parent.bottom
         x: Theme.margin
         width: parent.width - 2 * Theme.margin

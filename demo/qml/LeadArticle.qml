@@ -20,9 +20,10 @@ AbstractButton {
 
         Image {
             width: parent.width
-            height: width * 0.4
+            height: width * 0.36
             source: root.article.picture
             fillMode: Image.PreserveAspectCrop
+            verticalAlignment: Image.AlignTop
             mipmap: true
         }
 

@@ -6,7 +6,7 @@ Rectangle {
 
     property string size: "320x60"
 
-    implicitHeight: 36
+    implicitHeight: 34
     radius: 8
     color: Theme.sheetRaised
 
