@@ -35,9 +35,9 @@ class UrlSessionTask {
 /// Fetches addresses over HTTP and HTTPS.
 class UrlSession {
  public:
-    /// Called once per resumed task, on a delivery thread of the session, never on the thread that
-    /// resumed it. With an error, body and response are absent; otherwise both are present, the
-    /// body of an answer without one being empty.
+    /// Called once per resumed task, on a delivery thread of the session, never from inside
+    /// `resume`; what it holds is let go there right afterwards. With an error, body and response
+    /// are absent; otherwise both are present, the body of an answer without one being empty.
     using Completion = std::function<void(
         std::optional<Data> body, std::optional<UrlResponse> response, std::optional<Error> error)>;
 

@@ -2,13 +2,14 @@
 
 #include <curl/curl.h>
 
+#include <deque>
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <thread>
-#include <vector>
+#include <unordered_map>
 
-#include "VexmoraSDK/platform/common/Transfer.h"
+#include "VexmoraSDK/platform/common/HttpExchange.h"
 
 namespace VexmoraSDK::platform {
 
@@ -18,10 +19,11 @@ class TransferLoop {
  public:
     using Sink = std::function<void(std::shared_ptr<Transfer>)>;
 
-    /// `finished` gets each transfer once, on the loop's thread, with its outcome filled in.
+    /// `finished` gets each transfer once, with its outcome filled in, on the loop's thread or
+    /// inside `start`. It must not wait.
     explicit TransferLoop(Sink finished);
 
-    /// Starts a transfer. Any thread.
+    /// Starts a transfer as soon as fewer than the most are in flight. Any thread.
     void start(std::shared_ptr<Transfer> transfer);
 
     /// Ends the thread; transfers in flight stay as they are. What libcurl holds is kept, because
@@ -29,21 +31,24 @@ class TransferLoop {
     void stop();
 
  private:
-    struct Exchange;
-
+    bool wakeThread();
     void run();
-    void takeWaiting();
+    /// False when the loop is to end.
+    bool beginWaiting();
     void begin(std::shared_ptr<Transfer> transfer);
     void finishDone();
 
     const Sink finished_;
-    CURLM* const multi_;
-    CURLSH* const cookies_;
 
     std::mutex mutex_;
-    std::vector<std::shared_ptr<Transfer>> waiting_;
-    bool stopped_ = false;
+    std::deque<std::shared_ptr<Transfer>> waiting_;
+    CURLM* multi_ = nullptr;  // set before the thread starts, and then for good
     std::thread thread_;
+    bool stopped_ = false;
+
+    // The thread's own.
+    CURLSH* cookies_ = nullptr;
+    std::unordered_map<CURL*, std::unique_ptr<HttpExchange>> exchanges_;
 };
 
 }  // namespace VexmoraSDK::platform

@@ -12,10 +12,12 @@ namespace VexmoraSDK::platform {
 
 std::thread startWorkerThread(const std::string& name, std::function<void()> work) {
     // The new thread inherits the mask.
-    sigset_t all;
+    sigset_t blocked;
     sigset_t before;
-    sigfillset(&all);
-    pthread_sigmask(SIG_SETMASK, &all, &before);
+    sigfillset(&blocked);
+    for (const int fault : {SIGILL, SIGTRAP, SIGBUS, SIGFPE, SIGSEGV, SIGSYS})
+        sigdelset(&blocked, fault);
+    pthread_sigmask(SIG_SETMASK, &blocked, &before);
     try {
         std::thread thread(std::move(work));
         pthread_sigmask(SIG_SETMASK, &before, nullptr);

@@ -1,0 +1,95 @@
+#include "VexmoraSDK/platform/common/HttpExchange.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace VexmoraSDK::platform {
+
+HttpExchange::HttpExchange(std::shared_ptr<Transfer> transfer)
+    : transfer_(std::move(transfer)), easy_(curl_easy_init()) {}
+
+HttpExchange::~HttpExchange() {
+    curl_easy_cleanup(easy_);
+}
+
+CURLcode HttpExchange::configure(CURLSH* cookies) {
+    CURLcode result = easy_ ? CURLE_OK : CURLE_FAILED_INIT;
+    const auto set = [&](CURLoption option, auto value) {
+        if (result == CURLE_OK) result = curl_easy_setopt(easy_, option, value);
+    };
+
+    set(CURLOPT_URL, transfer_->url.text().c_str());
+    set(CURLOPT_PATH_AS_IS, 1L);
+    set(CURLOPT_PROTOCOLS_STR, "http,https");
+    set(CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
+    set(CURLOPT_FOLLOWLOCATION, 1L);
+    set(CURLOPT_MAXREDIRS, limits_.redirects);
+    set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_2TLS));
+    set(CURLOPT_ACCEPT_ENCODING, "");
+    set(CURLOPT_PROXY, "");
+    set(CURLOPT_SHARE, cookies);
+    set(CURLOPT_COOKIEFILE, "");  // no file, but the cookies at all
+
+    set(CURLOPT_NOSIGNAL, 1L);
+    // Otherwise the end of a transfer waits until its name is resolved, and all others with it.
+    set(CURLOPT_QUICK_EXIT, 1L);
+    set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(limits_.connecting.count()));
+    set(CURLOPT_LOW_SPEED_LIMIT, 1L);
+    set(CURLOPT_LOW_SPEED_TIME, static_cast<long>(limits_.silence.count()));
+    set(CURLOPT_TIMEOUT_MS, static_cast<long>(limits_.total.count()));
+    set(CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(limits_.body));
+
+    set(CURLOPT_ERRORBUFFER, errorText_.data());
+    set(CURLOPT_HEADERFUNCTION, &HttpExchange::receiveHeader);
+    set(CURLOPT_HEADERDATA, this);
+    set(CURLOPT_WRITEFUNCTION, &HttpExchange::receiveBody);
+    set(CURLOPT_WRITEDATA, this);
+    return result;
+}
+
+// The head of each answer, redirections included, goes from a status line to an empty line.
+std::size_t HttpExchange::receiveHeader(const char* bytes, std::size_t, std::size_t count,
+                                        void* self) {
+    const std::string_view line(bytes, count);
+    bool& complete = static_cast<HttpExchange*>(self)->headIsComplete_;
+    if (line.starts_with("HTTP/")) complete = false;
+    if (line == "\r\n" || line == "\n") complete = true;
+    return count;
+}
+
+// A count other than the given one makes libcurl end the transfer with an error.
+std::size_t HttpExchange::receiveBody(const char* bytes, std::size_t, std::size_t count,
+                                      void* self) {
+    auto& exchange = *static_cast<HttpExchange*>(self);
+    Data& body = exchange.transfer_->body;
+    if (count > exchange.limits_.body - body.size()) return 0;
+    if (body.empty()) exchange.reserveAnnounced();
+    const auto* begin = reinterpret_cast<const std::byte*>(bytes);
+    body.insert(body.end(), begin, begin + count);
+    return count;
+}
+
+void HttpExchange::reserveAnnounced() {
+    curl_off_t announced = 0;
+    curl_easy_getinfo(easy_, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
+    if (announced > 0) {
+        transfer_->body.reserve(std::min(static_cast<std::size_t>(announced), limits_.body));
+    }
+}
+
+void HttpExchange::finish(CURLcode result) {
+    // A head that was cut off is the end of the answer to libcurl.
+    if (result == CURLE_OK && !headIsComplete_) result = CURLE_PARTIAL_FILE;
+    if (result == CURLE_OK) {
+        curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &transfer_->response.statusCode);
+        return;
+    }
+    // The one thing that `receiveBody` refuses.
+    const bool tooLarge = result == CURLE_WRITE_ERROR;
+    if (tooLarge) result = CURLE_FILESIZE_EXCEEDED;
+    const bool told = !tooLarge && errorText_.front() != '\0';
+    transfer_->fail(result, told ? errorText_.data() : curl_easy_strerror(result));
+}
+
+}  // namespace VexmoraSDK::platform

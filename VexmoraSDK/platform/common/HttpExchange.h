@@ -1,0 +1,44 @@
+#pragma once
+
+#include <curl/curl.h>
+
+#include <array>
+#include <cstddef>
+#include <memory>
+
+#include "VexmoraSDK/platform/common/Transfer.h"
+#include "VexmoraSDK/platform/common/UrlSessionLimits.h"
+
+namespace VexmoraSDK::platform {
+
+/// A transfer while libcurl works on it: what is asked of libcurl, and what it brings. On one
+/// thread.
+class HttpExchange {
+ public:
+    explicit HttpExchange(std::shared_ptr<Transfer> transfer);
+    ~HttpExchange();
+    HttpExchange(const HttpExchange&) = delete;
+    HttpExchange& operator=(const HttpExchange&) = delete;
+
+    /// Must succeed before `easy` is used: half a configuration might let through what it should
+    /// not.
+    CURLcode configure(CURLSH* cookies);
+    CURL* easy() const { return easy_; }
+
+    /// Fills in the transfer's outcome.
+    void finish(CURLcode result);
+    const std::shared_ptr<Transfer>& transfer() const { return transfer_; }
+
+ private:
+    static std::size_t receiveHeader(const char* bytes, std::size_t, std::size_t count, void* self);
+    static std::size_t receiveBody(const char* bytes, std::size_t, std::size_t count, void* self);
+    void reserveAnnounced();
+
+    const std::shared_ptr<Transfer> transfer_;
+    const UrlSessionLimits limits_ = UrlSessionLimits::shared();
+    CURL* const easy_;
+    bool headIsComplete_ = false;
+    std::array<char, CURL_ERROR_SIZE> errorText_{};
+};
+
+}  // namespace VexmoraSDK::platform
