@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QtCore/QPointer>
+#include <QtCore/QPropertyAnimation>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QWidget>
+#include <memory>
+
+#include "VexmoraSDK/views/VexmoraView.h"
+#include "VexmoraSDK/widgets/VexmoraWidget.h"
+
+namespace VexmoraSDK {
+
+namespace platform {
+class Button;
+class Presentation;
+}  // namespace platform
+
+/// Where interstitial ads are presented, one at a time, over a window: an ad moves in from below
+/// and out again when it is closed, by its close button, Escape or Back. While it is there nothing
+/// behind it is touched and it has the keyboard. Close buttons stay clear of the screen's contents
+/// margins. The screen may be destroyed at any time, from inside the operations of the view's
+/// delegate too. Main thread.
+///
+/// A tap on the picture of an interstitial ad is a deliberate stop of the program; nothing keeps
+/// taps from it. A host that presents interstitial ads lives with that.
+class VexmoraWidgetScreen : public QWidget {
+    Q_OBJECT
+
+ public:
+    /// A child of `window`, which owns it. Covers all of `window` while it presents and is hidden
+    /// otherwise.
+    explicit VexmoraWidgetScreen(QWidget* window);
+    ~VexmoraWidgetScreen() override;
+
+    /// The frame of a view that fills the screen. Give it to an interstitial view right after its
+    /// creation: the picture is centred in the frame that the view has when the ad has come.
+    platform::Rect viewFrame() const;
+
+    /// Presents an interstitial view. False, and nothing done, when `view` is absent or of another
+    /// kind or the screen still presents another. The view keeps its frame until the window
+    /// changes its size; then it fills the screen again.
+    bool present(std::shared_ptr<VexmoraView> view);
+
+    /// From the call of `present` until the ad has moved out.
+    bool isPresenting() const;
+
+ protected:
+    /// `close()` taps the close button.
+    void closeEvent(QCloseEvent* event) override;
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+
+ private:
+    void coverWindow();
+    std::shared_ptr<platform::Button> closeButton() const;
+    void moveStage(int y);
+    void leave(bool animated);
+    void leftScreen();
+
+    const std::unique_ptr<platform::Presentation> presentation_;
+    /// The widget that moves.
+    VexmoraWidget stage_{this};
+    QPropertyAnimation movement_{&stage_, "pos"};
+    /// The close button for the keyboard and for screen readers; fingers touch that of the view.
+    QPushButton* const closeKey_;
+    /// What had the keyboard before, to have it again.
+    QPointer<QWidget> focusedBefore_;
+};
+
+}  // namespace VexmoraSDK
