@@ -18,13 +18,19 @@ AbstractButton {
         id: content
         width: parent.width
 
-        Image {
+        // A strip of the picture, from a little below its top.
+        Item {
             width: parent.width
             height: width * 0.36
-            source: root.article.picture
-            fillMode: Image.PreserveAspectCrop
-            verticalAlignment: Image.AlignTop
-            mipmap: true
+            clip: true
+
+            Image {
+                y: -0.06 * width
+                width: parent.width
+                height: width * 9 / 16
+                source: root.article.picture
+                mipmap: true
+            }
         }
 
         Column {
