@@ -16,9 +16,9 @@ struct Creative {
     long adTypeId = 0;
     std::string clickUrl;           ///< Absolute, or a path on the server itself ("/landing/tea").
     std::filesystem::path picture;  ///< PNG, JPEG or WebP. Pictures differ in their file names.
-    std::string title;              ///< Native ads only, as are the two below.
-    std::string description;
-    std::string displayName;
+    std::string title{};            ///< Native ads only, as are the two below.
+    std::string description{};
+    std::string displayName{};
 };
 
 /// What the server has to offer.
