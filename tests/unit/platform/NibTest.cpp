@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -51,10 +50,10 @@ class NibTest : public testing::Test {
                                                            }}});
     }
 
-    const std::filesystem::path folder_ = [] {
-        std::string name = std::filesystem::temp_directory_path() / "nib-XXXXXX";
-        return std::filesystem::path(mkdtemp(name.data()));
-    }();
+    /// Of this test; a death test's child uses its parent's.
+    const std::filesystem::path folder_ =
+        std::filesystem::temp_directory_path() /
+        (std::string("vexmora-") + testing::UnitTest::GetInstance()->current_test_info()->name());
 };
 
 TEST_F(NibTest, MakesTheTreeAndConnectsIt) {
