@@ -1,0 +1,49 @@
+import QtQuick
+import QtQuick.Window
+import VexmoraSDK
+
+// An interstitial ad, fetched in advance and presented between two pages.
+Window {
+    id: window
+
+    property int page: 1
+    property bool hasAd: false
+
+    width: 360
+    height: 560
+    visible: true
+    title: "Interstitial"
+
+    Text {
+        anchors.centerIn: parent
+        text: "Page " + window.page + "\n\nTap for the next"
+        horizontalAlignment: Text.AlignHCenter
+        font.pixelSize: 24
+    }
+
+    TapHandler {
+        onTapped: {
+            window.page += 1;
+            if (window.hasAd)
+                screen.present(ad);
+        }
+    }
+
+    VexmoraAdView {
+        id: ad
+
+        anchors.fill: parent
+        containerId: "between-articles"
+        adSize: "300x250"
+        onDidReceiveAd: window.hasAd = true
+        onDidHaveError: (code, description) => console.log("didHaveError", code, description)
+        onWillDismissScreen: console.log("willDismissScreen")
+        onDidDismissScreen: console.log("didDismissScreen")
+    }
+
+    VexmoraScreen {
+        id: screen
+
+        anchors.fill: parent
+    }
+}
