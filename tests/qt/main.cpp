@@ -1,0 +1,12 @@
+#include <gmock/gmock.h>
+
+#include <QtCore/QByteArray>
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
+    testing::InitGoogleMock(&argc, argv);
+    // Death tests start in a process of their own, in which nothing has been used yet.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,179 @@
+#include "VexmoraSDK/platform/MainQueue.h"
+
+#include <QtCore/QEventLoop>
+#include <atomic>
+#include <optional>
+#include <thread>
+#include <vector>
+
+#include "tests/qt/AppTest.h"
+
+using testing::ElementsAre;
+using VexmoraSDK::App;
+using VexmoraSDK::AppTest;
+using VexmoraSDK::platform::MainQueue;
+
+namespace {
+
+using MainQueueTest = AppTest;
+
+/// Something that blocks hold; tells on which thread it was destroyed.
+class Held {
+ public:
+    std::function<void()> block() {
+        return [this, held = std::move(held_)] { ran_ = true; };
+    }
+
+    bool ran() const { return ran_; }
+    bool isDestroyed() const { return destroyedOn_.has_value(); }
+    bool isDestroyedHere() const { return destroyedOn_ == std::this_thread::get_id(); }
+
+ private:
+    bool ran_ = false;
+    std::optional<std::thread::id> destroyedOn_;
+    std::shared_ptr<void> held_{
+        this, [](Held* self) { self->destroyedOn_ = std::this_thread::get_id(); }};
+};
+
+void inAnotherThread(std::function<void()> work) {
+    std::thread(std::move(work)).join();
+}
+
+TEST(MainQueueDeathTest, IsAbsentUntilAnApplicationStarts) {
+    EXPECT_EXIT(
+        {
+            const bool absentBefore = !MainQueue::main();
+            const App app;
+            std::exit(absentBefore && MainQueue::main() ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST(MainQueueDeathTest, IsFoundByAnotherThreadFirst) {
+    EXPECT_EXIT(
+        {
+            const App app;
+            std::optional<bool> isMain;
+            inAnotherThread([&] {
+                MainQueue::main()->async([&] { isMain = MainQueue::main()->isMainThread(); });
+            });
+            std::exit(App::waitFor([&] { return isMain; }) && *isMain ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST_F(MainQueueTest, RunsBlocksLaterAndInOrder) {
+    std::vector<int> ran;
+    MainQueue::main()->async([&] {
+        ran.push_back(1);
+        MainQueue::main()->async([&] { ran.push_back(3); });
+    });
+    MainQueue::main()->async([&] { ran.push_back(2); });
+    EXPECT_TRUE(ran.empty());
+    EXPECT_TRUE(App::waitFor([&] { return ran.size() == 3; }));
+    EXPECT_THAT(ran, ElementsAre(1, 2, 3));
+}
+
+TEST_F(MainQueueTest, KnowsItsThreadAndItsBlocks) {
+    auto& queue = *MainQueue::main();
+    EXPECT_TRUE(queue.isMainThread());
+    EXPECT_FALSE(queue.isRunningBlock());
+    inAnotherThread([&] { EXPECT_FALSE(queue.isMainThread()); });
+
+    bool ran = false;
+    queue.async([&] {
+        EXPECT_TRUE(queue.isRunningBlock());
+        inAnotherThread([&] { EXPECT_FALSE(queue.isRunningBlock()); });
+        ran = true;
+    });
+    EXPECT_TRUE(App::waitFor([&] { return ran; }));
+    EXPECT_FALSE(queue.isRunningBlock());
+}
+
+TEST_F(MainQueueTest, RunsBlocksInNestedEventLoops) {
+    std::vector<int> ran;
+    MainQueue::main()->async([&] {
+        QEventLoop dialog;
+        MainQueue::main()->async([&] {
+            ran.push_back(2);
+            dialog.quit();
+        });
+        ran.push_back(1);
+        dialog.exec();
+        EXPECT_TRUE(MainQueue::main()->isRunningBlock());
+        ran.push_back(3);
+    });
+    EXPECT_TRUE(App::waitFor([&] { return ran.size() == 3; }));
+    EXPECT_THAT(ran, ElementsAre(1, 2, 3));
+}
+
+TEST_F(MainQueueTest, KeepsTheOrderOfEachThread) {
+    constexpr int kThreads = 4;
+    constexpr int kBlocks = 500;
+    std::vector<std::vector<int>> ran(kThreads);
+    std::vector<std::thread> threads;
+    for (auto& log : ran) {
+        threads.emplace_back([&log] {
+            for (int i = 0; i < kBlocks; ++i) {
+                MainQueue::main()->async([&log, i] { log.push_back(i); });
+            }
+        });
+    }
+    const auto isDone = [](const std::vector<int>& log) { return log.size() == kBlocks; };
+    EXPECT_TRUE(App::waitFor([&] { return std::ranges::all_of(ran, isDone); }));
+    for (auto& thread : threads)
+        thread.join();
+    for (const auto& log : ran)
+        EXPECT_TRUE(std::ranges::is_sorted(log));
+}
+
+TEST_F(MainQueueTest, GivesUpReferencesOnItsThread) {
+    Held here;
+    MainQueue::release(std::make_shared<std::function<void()>>(here.block()));
+    EXPECT_TRUE(here.isDestroyedHere());
+
+    Held elsewhere;
+    inAnotherThread(
+        [&] { MainQueue::release(std::make_shared<std::function<void()>>(elsewhere.block())); });
+    EXPECT_FALSE(elsewhere.isDestroyed());
+    EXPECT_TRUE(App::waitFor([&] { return elsewhere.isDestroyed(); }));
+    EXPECT_TRUE(elsewhere.isDestroyedHere());
+}
+
+TEST(MainQueueEndTest, KeepsWhatIsLeftForTheMainThreadOfTheNextApplication) {
+    Held queued;
+    Held late;
+    {
+        const App app;
+        MainQueue::main()->async(queued.block());
+    }
+    inAnotherThread([&] { MainQueue::main()->async(late.block()); });
+    EXPECT_FALSE(queued.isDestroyed() || late.isDestroyed());
+
+    const App next;
+    bool ran = false;
+    inAnotherThread([&] { MainQueue::main()->async([&] { ran = true; }); });
+    EXPECT_TRUE(App::waitFor([&] { return ran; }));
+    EXPECT_TRUE(queued.isDestroyedHere() && late.isDestroyedHere());
+    EXPECT_FALSE(queued.ran() || late.ran());
+}
+
+TEST(MainQueueEndTest, TakesBlocksWhileApplicationsComeAndGo) {
+    auto ran = std::make_shared<std::atomic<int>>(0);
+    std::atomic<bool> stop = false;
+    std::optional<App> app(std::in_place);
+    std::thread poster([&] {
+        while (!stop)
+            MainQueue::main()->async([ran] { ++*ran; });
+    });
+    for (int i = 0; i < 10; ++i) {
+        const int before = *ran;
+        EXPECT_TRUE(App::waitFor([&] { return *ran > before; }));
+        app.reset();
+        app.emplace();
+    }
+    stop = true;
+    poster.join();
+}
+
+}  // namespace

@@ -1,0 +1,83 @@
+#include "VexmoraSDK/platform/TextLayout.h"
+
+#include "tests/qt/AppTest.h"
+
+using VexmoraSDK::AppTest;
+using VexmoraSDK::platform::Font;
+using VexmoraSDK::platform::Size;
+using VexmoraSDK::platform::TextLayout;
+
+namespace {
+
+class TextLayoutTest : public AppTest {
+ protected:
+    Size measure(const std::string& text, double width) const {
+        return TextLayout(text, font_, width).size();
+    }
+
+    double lines(const std::string& text, double width) const {
+        return measure(text, width).height / line_;
+    }
+
+    const Font font_ = Font::named("Helvetica", 12).value();
+    const double line_ = measure("", 100).height;
+};
+
+constexpr double kWide = 10000;
+
+TEST_F(TextLayoutTest, GivesAnEmptyTextTheHeightOfALine) {
+    EXPECT_EQ(measure("", 100).width, 0);
+    EXPECT_GE(line_, 12);
+    EXPECT_EQ(lines("Coffee", kWide), 1);
+}
+
+TEST_F(TextLayoutTest, BreaksLinesWhereTheTextSaysSo) {
+    for (const auto* text : {"a\nb", "a\r\nb", "a\rb", "a\u2028b", "a\u2029b", "a\n"})
+        EXPECT_EQ(lines(text, kWide), 2) << text;
+    EXPECT_EQ(lines("a\n\nb", kWide), 3);
+    EXPECT_EQ(lines("\n\n", kWide), 3);
+}
+
+TEST_F(TextLayoutTest, WrapsAtWordsAndBreaksThoseThatAreTooLong) {
+    const Size word = measure("incomprehensible", kWide);
+    EXPECT_EQ(measure("incomprehensible incomprehensible", word.width),
+              (Size{word.width, 2 * line_}));
+
+    const Size broken = measure("incomprehensible", word.width / 2);
+    EXPECT_LE(broken.width, word.width / 2);
+    EXPECT_GE(broken.height, 2 * line_);
+}
+
+TEST_F(TextLayoutTest, WrapsNoFurtherInTheWidthThatItMeasured) {
+    for (const std::string text :
+         {"Roasted at dawn, at your door by noon: coffee from the harbour.",
+          "AVAVAVA VAVAVA, Wolf.", "Donaudampfschifffahrtsgesellschaftskapitän",
+          "Кофе из гавани — каждое утро", "港のそばで焙煎したコーヒーを毎朝お届けします。",
+          "قهوة طازجة كل صباح من الميناء", "קפה טרי מהנמל בכל בוקר", "กาแฟคั่วสดใหม่ทุกเช้าจากท่าเรือ",
+          "Half עברית, half English: 50 % off", "Soft\u00adhyphens\u00adin\u00ada\u00adword",
+          "Coffee ☕ and 👩‍👩‍👧 and 🇫🇮 in a row", "trailing blanks     ",
+          "e\u0301e\u0301e\u0301e\u0301e\u0301"}) {
+        for (double width = 0; width < 320; width += 3.7) {
+            const Size measured = measure(text, width);
+            EXPECT_EQ(measure(text, measured.width), measured) << text << " in " << width;
+            EXPECT_EQ(measured.width, std::ceil(measured.width));
+        }
+    }
+}
+
+TEST_F(TextLayoutTest, TakesAnyWidthAndAnyBytes) {
+    EXPECT_EQ(measure("Coffee", std::numeric_limits<double>::max()), measure("Coffee", kWide));
+    EXPECT_EQ(measure("abc", -1), measure("abc", 0));
+    EXPECT_EQ(lines("\xff\xfe caf\xc3", kWide), 1);
+    EXPECT_EQ(lines(std::string("a\0b", 3), kWide), 1);
+}
+
+TEST_F(TextLayoutTest, MeasuresInTheFontThatItIsGiven) {
+    const auto widthIn = [](const char* font, double size) {
+        return TextLayout("Coffee", Font::named(font, size).value(), kWide).size().width;
+    };
+    EXPECT_LT(widthIn("Helvetica", 12), widthIn("Helvetica", 24));
+    EXPECT_LT(widthIn("Helvetica", 12), widthIn("Helvetica-Bold", 12));
+}
+
+}  // namespace

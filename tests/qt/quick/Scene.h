@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QtQml/QQmlComponent>
+#include <QtQml/QQmlEngine>
+#include <QtQuick/QQuickWindow>
+#include <QtTest/QTest>
+#include <memory>
+
+#include "tests/qt/AppTest.h"
+
+namespace VexmoraSDK {
+
+/// A white window with items in it.
+class Scene {
+ public:
+    Scene() {
+        window_.resize(400, 300);
+        window_.show();
+        EXPECT_TRUE(App::waitFor([&] { return window_.isExposed(); }));
+    }
+
+    /// Adds what the text says, of the class that is expected.
+    template <class Item = QQuickItem>
+    Item* add(const QByteArray& qml) {
+        QQmlComponent component(&engine_);
+        component.setData("import QtQuick\nimport VexmoraSDK\n" + qml, QUrl());
+        auto* item = qobject_cast<Item*>(component.create());
+        EXPECT_TRUE(item) << component.errorString().toStdString();
+        if (item) add(item);
+        return item;
+    }
+
+    void add(QQuickItem* item) {
+        item->setParent(&window_);
+        item->setParentItem(window_.contentItem());
+    }
+
+    /// The colour that is seen at a point of the window.
+    QColor colorAt(double x, double y) {
+        const QImage picture = window_.grabWindow();
+        const double scale = picture.width() / double(window_.width());
+        return picture.pixelColor(int(x * scale), int(y * scale));
+    }
+
+    void press(QPoint point) { QTest::mousePress(&window_, Qt::LeftButton, {}, point); }
+    void move(QPoint point) { QTest::mouseMove(&window_, point); }
+    void release(QPoint point) { QTest::mouseRelease(&window_, Qt::LeftButton, {}, point); }
+    void click(QPoint point) { QTest::mouseClick(&window_, Qt::LeftButton, {}, point); }
+
+    QQuickWindow& window() { return window_; }
+
+ private:
+    QQmlEngine engine_;
+    QQuickWindow window_;
+};
+
+}  // namespace VexmoraSDK

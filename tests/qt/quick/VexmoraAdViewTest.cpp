@@ -1,0 +1,285 @@
+#include "VexmoraSDK/quick/VexmoraAdView.h"
+
+#include <QtCore/QPointer>
+#include <QtCore/QThread>
+#include <QtGui/QAccessible>
+
+#include "VexmoraSDK/views/VexmoraViewFactory.h"
+#include "tests/qt/RecordingOpener.h"
+#include "tests/qt/quick/LocalAds.h"
+#include "tests/qt/quick/Scene.h"
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+using VexmoraSDK::AdServer;
+using VexmoraSDK::App;
+using VexmoraSDK::AppTest;
+using VexmoraSDK::LocalAds;
+using VexmoraSDK::RecordingOpener;
+using VexmoraSDK::Scene;
+using VexmoraSDK::VexmoraAdView;
+using VexmoraSDK::VexmoraDelegate;
+using VexmoraSDK::VexmoraView;
+using VexmoraSDK::VexmoraViewFactory;
+
+namespace {
+
+class VexmoraAdViewTest : public AppTest {
+ protected:
+    VexmoraAdView* add(const QByteArray& properties) {
+        auto* ad = scene_.add<VexmoraAdView>("VexmoraAdView {" + properties + "}");
+        listenTo(ad);
+        return ad;
+    }
+
+    /// An ad of which one can be sure, as `add("containerId: 'home'; adSize: '320x60'")`.
+    VexmoraAdView* addDrawn() {
+        auto* ad = add("containerId: 'home'; adSize: '320x60'");
+        EXPECT_TRUE(waitToHear("received"));
+        heard_.clear();
+        return ad;
+    }
+
+    void listenTo(VexmoraAdView* ad) {
+        const auto hear = [this](const std::string& what) {
+            EXPECT_EQ(QThread::currentThread(), qGuiApp->thread());
+            heard_.push_back(what);
+        };
+        QObject::connect(
+            ad, &VexmoraAdView::didReceiveAd, ad, [=] { hear("received"); }, Qt::DirectConnection);
+        QObject::connect(
+            ad, &VexmoraAdView::didHaveError, ad,
+            [=](int code, const QString& description) {
+                EXPECT_FALSE(description.isEmpty());
+                hear("error " + std::to_string(code));
+            },
+            Qt::DirectConnection);
+        QObject::connect(
+            ad, &VexmoraAdView::willLeaveApplication, ad,
+            [=](const QString& url) { hear("leaves for " + url.toStdString()); },
+            Qt::DirectConnection);
+    }
+
+    bool waitToHear(const std::string& what) {
+        return App::waitFor([&] { return std::ranges::find(heard_, what) != heard_.end(); });
+    }
+
+    std::vector<std::string> heard() { return std::exchange(heard_, {}); }
+
+    /// The path and query of the requests since the test began, once there are that many.
+    std::vector<std::string> requests(std::size_t count) {
+        EXPECT_TRUE(App::waitFor([&] { return server_.requests().size() >= before_ + count; }));
+        std::vector<std::string> targets;
+        for (const auto& request : server_.requests())
+            targets.push_back(request.target);
+        return {targets.begin() + static_cast<std::ptrdiff_t>(before_), targets.end()};
+    }
+
+    AdServer& server_ = LocalAds::server();
+    const std::size_t before_ = server_.requests().size();
+    RecordingOpener opener_;
+    Scene scene_;
+
+ private:
+    std::vector<std::string> heard_;
+};
+
+TEST_F(VexmoraAdViewTest, ReservesTheSizeOfTheAdAndThenShowsIt) {
+    const auto* ad = add("containerId: 'home'; adSize: '320x60'; x: 10; y: 20");
+    EXPECT_EQ(ad->size(), QSizeF(320, 60));
+    EXPECT_EQ(scene_.colorAt(12, 22), Qt::white);
+
+    ASSERT_TRUE(waitToHear("received"));
+    EXPECT_EQ(ad->size(), QSizeF(320, 60));
+    EXPECT_EQ(scene_.colorAt(12, 22), Qt::red);
+    EXPECT_EQ(scene_.colorAt(328, 78), Qt::blue);
+    EXPECT_EQ(scene_.colorAt(332, 78), Qt::white);
+    EXPECT_THAT(requests(2),
+                ElementsAre("/ads?container=home&types=77", "/creatives/red-and-blue.png"));
+}
+
+TEST_F(VexmoraAdViewTest, TakesTheSizeOfTheAdThatCame) {
+    const auto* ad = add("containerId: 'small'; adSize: '320x60'");
+    ASSERT_TRUE(waitToHear("received"));
+    EXPECT_EQ(ad->size(), QSizeF(300, 50));
+}
+
+TEST_F(VexmoraAdViewTest, ShowsANativeAdWithItsTexts) {
+    const auto* ad = add("containerId: 'home'; viewType: Vexmora.ViewType.Native");
+    EXPECT_EQ(ad->size(), QSizeF(0, 0));
+    ASSERT_TRUE(waitToHear("received"));
+    EXPECT_EQ(ad->height(), 99);
+    EXPECT_EQ(scene_.colorAt(10, 50), Qt::red);
+    EXPECT_EQ(scene_.colorAt(125, 50), Qt::blue);
+}
+
+TEST_F(VexmoraAdViewTest, AsksForTheFirstOfSizeAdTypeAndViewType) {
+    add("containerId: 'a'; adSize: '320x100'; adType: 77; viewType: 3");
+    EXPECT_THAT(requests(1), ElementsAre("/ads?container=a&types=83"));
+    add("containerId: 'nothing'; adType: Vexmora.AdType.FullBanner; viewType: 3");
+    EXPECT_EQ(requests(3).at(2), "/ads?container=nothing&types=84");
+    add("containerId: 'nothing'; viewType: Vexmora.ViewType.Banner");
+    EXPECT_EQ(requests(4).at(3), "/ads?container=nothing&types=77,83,84");
+}
+
+TEST_F(VexmoraAdViewTest, AsksForNothingUntilItIsToldWhatToAskFor) {
+    auto* nameless = add("adSize: '320x60'");
+    add("containerId: 'a'");
+    const auto* unknown = add("containerId: 'b'; adSize: '320x50'; viewType: 1");
+    EXPECT_EQ(unknown->size(), QSizeF(0, 0));
+    add("containerId: 'c'; adType: 99");
+    ASSERT_TRUE(waitToHear("error 4"));
+    nameless->setContainerId(QStringLiteral("d"));
+    EXPECT_THAT(requests(1), ElementsAre("/ads?container=d&types=77"));
+}
+
+TEST_F(VexmoraAdViewTest, TellsOfEveryKindOfError) {
+    add("containerId: 'nothing'; adSize: '320x60'");
+    ASSERT_TRUE(waitToHear("error 5"));
+    EXPECT_THAT(heard(), ElementsAre("error 2", "error 5"));
+    add("containerId: 'fault-cut-short'; adSize: '320x60'");
+    ASSERT_TRUE(waitToHear("error 3"));
+    add("containerId: 'home'; adType: Vexmora.AdType.Slideshow");
+    ASSERT_TRUE(waitToHear("error 4"));
+    add("containerId: 'fault-picture-garbage'; adType: Vexmora.AdType.Native");
+    ASSERT_TRUE(waitToHear("error 7"));
+}
+
+TEST_F(VexmoraAdViewTest, TellsWhereTheUserGoesAndOpensItWhenTapped) {
+    addDrawn();
+    scene_.click({160, 30});
+    const auto address = server_.address() + "/landing/red?sig=%41%c3";
+    ASSERT_TRUE(waitToHear("leaves for " + address));
+    EXPECT_THAT(opener_.opened(), ElementsAre(address));
+}
+
+TEST_F(VexmoraAdViewTest, AsksOnceForAllChangesOfATurn) {
+    auto* ad = addDrawn();
+    ad->setContainerId(QStringLiteral("elsewhere"));
+    ad->setAdType(83);
+    ad->setAdSize({});
+    EXPECT_EQ(ad->size(), QSizeF(0, 0));
+    EXPECT_EQ(scene_.colorAt(10, 30), Qt::white);
+
+    ASSERT_TRUE(waitToHear("received"));
+    EXPECT_EQ(ad->size(), QSizeF(320, 100));
+    EXPECT_THAT(requests(4),
+                ElementsAre("/ads?container=home&types=77", "/creatives/red-and-blue.png",
+                            "/ads?container=elsewhere&types=83", "/creatives/medium.png"));
+    ad->setAdType(83);
+    addDrawn();
+    EXPECT_EQ(requests(6).size(), 6u) << "the same again is no change";
+}
+
+TEST_F(VexmoraAdViewTest, HearsNothingMoreOfAFormerView) {
+    auto* slow = add("containerId: 'fault-slow'; adSize: '320x60'");
+    auto* failing = add("containerId: 'fault-cut-short'; adSize: '320x60'");
+    EXPECT_EQ(requests(2).size(), 2u);
+    slow->setAdSize(QStringLiteral("320x100"));
+    failing->setAdSize({});
+
+    ASSERT_TRUE(waitToHear("received"));
+    EXPECT_EQ(slow->size(), QSizeF(320, 100));
+    // By the time that another ad is there, the first answer has been drawn somewhere.
+    EXPECT_EQ(requests(5).size(), 5u);
+    EXPECT_THAT(heard(), ElementsAre("received"));
+    addDrawn();
+    EXPECT_EQ(slow->size(), QSizeF(320, 100));
+    EXPECT_THAT(heard(), IsEmpty());
+}
+
+TEST_F(VexmoraAdViewTest, MayBeDestroyedFromInsideOfItsSignals) {
+    for (const char* properties :
+         {"containerId: 'home'; adSize: '320x60'", "containerId: 'nothing'; adSize: '320x60'",
+          "containerId: 'fault-cut-short'; adSize: '320x60'", "containerId: 'home'; adType: 79"}) {
+        QPointer<VexmoraAdView> ad = add(properties);
+        const auto destroy = [ad] { delete ad.data(); };
+        QObject::connect(ad, &VexmoraAdView::didReceiveAd, destroy);
+        QObject::connect(ad, &VexmoraAdView::didHaveError, destroy);
+        EXPECT_TRUE(App::waitFor([&] { return !ad; })) << properties;
+    }
+
+    QPointer<VexmoraAdView> tapped = addDrawn();
+    QObject::connect(tapped, &VexmoraAdView::willLeaveApplication,
+                     [tapped] { delete tapped.data(); });
+    scene_.click({160, 30});
+    EXPECT_TRUE(App::waitFor([&] { return !tapped; }));
+    EXPECT_EQ(opener_.opened().size(), 1u);
+}
+
+TEST_F(VexmoraAdViewTest, MayBeDestroyedWhileItsRequestsFly) {
+    delete add("containerId: 'home'; adSize: '320x60'");
+    for (const char* container :
+         {"home", "nothing", "fault-slow", "fault-cut-short", "fault-picture-slow"}) {
+        const auto* ad = add(QByteArray("adSize: '320x60'; containerId: '") + container + "'");
+        const auto sent = server_.requests().size();
+        EXPECT_TRUE(App::waitFor([&] { return server_.requests().size() > sent; }));
+        delete ad;
+    }
+    addDrawn();
+    EXPECT_THAT(heard(), IsEmpty());
+}
+
+TEST_F(VexmoraAdViewTest, LivesInAListWhoseRowsComeAndGo) {
+    auto* list = scene_.add(R"(ListView {
+        width: 400; height: 300; model: 100; cacheBuffer: 0
+        delegate: VexmoraAdView { containerId: "home"; adSize: "320x60" }
+    })");
+    for (int y = 0; y < 5700; y += 450) {
+        list->setProperty("contentY", y);
+        const auto sent = server_.requests().size();
+        EXPECT_TRUE(App::waitFor([&] { return server_.requests().size() > sent; }));
+    }
+    EXPECT_TRUE(App::waitFor([&] { return scene_.colorAt(10, 150) == Qt::red; }));
+}
+
+TEST_F(VexmoraAdViewTest, IsALinkForScreenReaders) {
+    auto* ad = addDrawn();
+    auto* accessible = QAccessible::queryAccessibleInterface(ad);
+    ASSERT_TRUE(accessible);
+    EXPECT_EQ(accessible->role(), QAccessible::Link);
+    EXPECT_EQ(accessible->text(QAccessible::Name), QLatin1String("Advertisement"));
+
+    accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(waitToHear("leaves for " + server_.address() + "/landing/red?sig=%41%c3"));
+}
+
+TEST_F(VexmoraAdViewTest, ShowsAViewOfTheHostsUntilItIsToldOtherwise) {
+    auto* ad = new VexmoraAdView;
+    scene_.add(ad);
+    listenTo(ad);
+    bool hostHeard = false;
+    auto delegate = std::make_shared<VexmoraDelegate>();
+    delegate->didReceiveAd = [&](VexmoraView&) { hostHeard = true; };
+    auto view = VexmoraViewFactory::createView("home", "320x60", delegate);
+    ad->setContainerId(QStringLiteral("unasked"));
+    ad->setView(view);
+    EXPECT_EQ(ad->view(), view);
+
+    ASSERT_TRUE(App::waitFor([&] { return hostHeard; }));
+    EXPECT_EQ(ad->size(), QSizeF(320, 60));
+    EXPECT_EQ(scene_.colorAt(10, 30), Qt::red);
+    EXPECT_THAT(heard(), IsEmpty());
+    EXPECT_EQ(requests(2).size(), 2u);
+
+    ad->setAdSize(QStringLiteral("320x100"));
+    ASSERT_TRUE(waitToHear("received"));
+    EXPECT_NE(ad->view(), view);
+    EXPECT_EQ(ad->size(), QSizeF(320, 100));
+}
+
+TEST_F(VexmoraAdViewTest, NamesTheNumbersOfTheLibrary) {
+    const auto* item = scene_.add(R"(Item { property string numbers: [
+        Vexmora.AdType.Native, Vexmora.AdType.MediumRectangle, Vexmora.AdType.Leaderboard,
+        Vexmora.AdType.Banner, Vexmora.AdType.Slideshow, Vexmora.AdType.MediumBanner,
+        Vexmora.AdType.FullBanner, Vexmora.ViewType.Banner, Vexmora.ViewType.Interstitial,
+        Vexmora.ViewType.Native, Vexmora.ErrorCode.UnknownError, Vexmora.ErrorCode.ParsingError,
+        Vexmora.ErrorCode.RequestError, Vexmora.ErrorCode.InvalidAdTypeError,
+        Vexmora.ErrorCode.NoFill, Vexmora.ErrorCode.InvalidViewTypeError,
+        Vexmora.ErrorCode.ImageRequestError].join() })");
+    EXPECT_EQ(item->property("numbers").toString(),
+              QLatin1String("1,14,15,77,79,83,84,1,2,3,1,2,3,4,5,6,7"));
+}
+
+}  // namespace
