@@ -1,35 +1,20 @@
 #include "VexmoraSDK/quick/VexmoraScreen.h"
 
-#include <QtCore/QVariantAnimation>
 #include <QtQuick/QQuickWindow>
 #include <utility>
 
 #include "VexmoraSDK/platform/Button.h"
 #include "VexmoraSDK/platform/MainQueue.h"
+#include "VexmoraSDK/platform/common/Presentation.h"
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
 
 namespace VexmoraSDK {
+namespace {
 
-using platform::MainQueue;
+constexpr int kMilliseconds = 250;
 
-/// The way from a presented view to its screen.
-class VexmoraScreen::Controller : public platform::ViewController {
- public:
-    explicit Controller(VexmoraScreen* screen) : screen_(screen) {}
+}  // namespace
 
-    void dismiss(bool animated, std::function<void()> completion) override {
-        if (screen_) {
-            screen_->dismiss(animated, std::move(completion));
-        } else {
-            MainQueue::main()->async(std::move(completion));
-        }
-    }
-
- private:
-    QPointer<VexmoraScreen> screen_;
-};
-
-/// The item that moves.
 class VexmoraScreen::Stage : public ViewItem {
  public:
     explicit Stage(QQuickItem* parent) : ViewItem(parent) {}
@@ -37,88 +22,81 @@ class VexmoraScreen::Stage : public ViewItem {
 };
 
 VexmoraScreen::VexmoraScreen(QQuickItem* parent)
-    : QQuickItem(parent), stage_(new Stage(this)), window_(std::make_shared<platform::Window>()) {
-    window_->setRootViewController(std::make_shared<Controller>(this));
+    : QQuickItem(parent),
+      presentation_(
+          std::make_unique<platform::Presentation>([this](bool animated) { leave(animated); })),
+      stage_(new Stage(this)),
+      movement_(stage_, "y") {
     setFlag(ItemIsFocusScope);
     setClip(true);
+    movement_.setDuration(kMilliseconds);
+    movement_.setEasingCurve(QEasingCurve::OutCubic);
+    connect(&movement_, &QPropertyAnimation::finished, this, [this] {
+        if (presentation_->isLeaving()) leftScreen();
+    });
 }
 
-VexmoraScreen::~VexmoraScreen() {
-    if (presented_) presented_->setWindow({});
-    if (completion_) MainQueue::main()->async(std::move(completion_));
-}
+VexmoraScreen::~VexmoraScreen() = default;
 
 bool VexmoraScreen::present(VexmoraAdView* adView) {
     return adView && present(adView->view());
 }
 
 bool VexmoraScreen::present(std::shared_ptr<VexmoraView> view) {
-    if (presented_ || !view || view->viewType() != VexmoraViewType::interstitial) return false;
-    presented_ = std::move(view);
-    presented_->setWindow(window_);
-    presented_->setSafeAreaInsets(insets_);
-    stage_->show(presented_);
-    stage_->setSize({presented_->frame().size.width, presented_->frame().size.height});
+    if (isPresenting() || !view || view->viewType() != VexmoraViewType::interstitial) return false;
+    view->setSafeAreaInsets(insets_);
+    presentation_->begin(view);
+    stage_->setSize({view->frame().size.width, view->frame().size.height});
+    stage_->show(std::move(view));
     stage_->setEnabled(true);
+    stage_->setY(height());
     setAcceptedMouseButtons(Qt::AllButtons);
     setAcceptTouchEvents(true);
     focusedBefore_ = window() ? window()->activeFocusItem() : nullptr;
     forceActiveFocus();
-    move(height(), 0, [] {});
+    moveStage(0);
     Q_EMIT presentingChanged();
     Q_EMIT closeRectChanged();
     return true;
 }
 
+bool VexmoraScreen::isPresenting() const {
+    return presentation_->view() != nullptr;
+}
+
+// Later, so that a host may destroy the screen from inside of what this brings about.
 void VexmoraScreen::close() {
-    MainQueue::main()->async([screen = QPointer(this)] {
-        if (!screen || screen->dismissing_) return;
+    platform::MainQueue::main()->async([screen = QPointer(this)] {
+        if (!screen || screen->presentation_->isLeaving()) return;
         if (const auto button = screen->closeButton()) button->press();
     });
 }
 
-void VexmoraScreen::dismiss(bool animated, std::function<void()> completion) {
-    if (!presented_ || dismissing_) {
-        MainQueue::main()->async(std::move(completion));
-        return;
-    }
-    dismissing_ = true;
-    completion_ = std::move(completion);
+void VexmoraScreen::leave(bool animated) {
     stage_->setEnabled(false);
     if (animated) {
-        move(stage_->y(), height(), [this] { finishDismissal(); });
+        moveStage(height());
     } else {
-        finishDismissal();
+        leftScreen();
     }
 }
 
-void VexmoraScreen::finishDismissal() {
+void VexmoraScreen::leftScreen() {
+    movement_.stop();
+    stage_->show(nullptr);
+    presentation_->end();
     setAcceptedMouseButtons(Qt::NoButton);
     setAcceptTouchEvents(false);
     setFocus(false);
     if (focusedBefore_) focusedBefore_->forceActiveFocus();
-    stage_->show(nullptr);
-    std::exchange(presented_, nullptr)->setWindow({});
-    dismissing_ = false;
-    // A block of its own: the host may destroy this screen from inside what follows.
-    MainQueue::main()->async(std::exchange(completion_, nullptr));
     Q_EMIT presentingChanged();
 }
 
-void VexmoraScreen::move(double from, double to, std::function<void()> then) {
-    constexpr int kMilliseconds = 250;
-    stage_->setY(from);
-    // One that is still under way, of the ad moving in, ends here.
-    delete stage_->findChild<QVariantAnimation*>();
-    auto* animation = new QVariantAnimation(stage_);
-    animation->setDuration(kMilliseconds);
-    animation->setEasingCurve(QEasingCurve::OutCubic);
-    animation->setStartValue(from);
-    animation->setEndValue(to);
-    connect(animation, &QVariantAnimation::valueChanged, stage_,
-            [this](const QVariant& y) { stage_->setY(y.toDouble()); });
-    connect(animation, &QVariantAnimation::finished, stage_, std::move(then));
-    animation->start(QAbstractAnimation::DeleteWhenStopped);
+void VexmoraScreen::moveStage(double to) {
+    movement_.stop();
+    movement_.setStartValue(stage_->y());
+    movement_.setEndValue(to);
+    movement_.start();
 }
 
 void VexmoraScreen::setTopInset(double inset) {
@@ -140,7 +118,7 @@ void VexmoraScreen::setRightInset(double inset) {
 void VexmoraScreen::setInset(double platform::EdgeInsets::*edge, double inset) {
     if (qFuzzyCompare(insets_.*edge, inset)) return;
     insets_.*edge = inset;
-    if (presented_) presented_->setSafeAreaInsets(insets_);
+    if (isPresenting()) presentation_->view()->setSafeAreaInsets(insets_);
     Q_EMIT insetsChanged();
     Q_EMIT closeRectChanged();
 }
@@ -158,12 +136,13 @@ QRectF VexmoraScreen::closeRect() const {
 }
 
 std::shared_ptr<platform::Button> VexmoraScreen::closeButton() const {
-    const auto interstitial = std::dynamic_pointer_cast<VexmoraInterstitialView>(presented_);
+    const auto interstitial =
+        std::dynamic_pointer_cast<VexmoraInterstitialView>(presentation_->view());
     return interstitial ? interstitial->closeButton() : nullptr;
 }
 
 void VexmoraScreen::keyPressEvent(QKeyEvent* event) {
-    if (!presented_) {
+    if (!isPresenting()) {
         event->ignore();
     } else if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_Back) {
         close();

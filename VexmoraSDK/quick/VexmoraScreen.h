@@ -3,17 +3,21 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <QtCore/QPointer>
+#include <QtCore/QPropertyAnimation>
 #include <QtCore/QRectF>
 #include <QtCore/QString>
 #include <QtQuick/QQuickItem>
-#include <functional>
 #include <memory>
 
-#include "VexmoraSDK/platform/Button.h"
-#include "VexmoraSDK/platform/Window.h"
+#include "VexmoraSDK/platform/Geometry.h"
 #include "VexmoraSDK/quick/VexmoraAdView.h"
 
 namespace VexmoraSDK {
+
+namespace platform {
+class Button;
+class Presentation;
+}  // namespace platform
 
 /// Where interstitial ads are presented, one at a time, over the rest of the scene: an ad moves in
 /// from below and out again when it is closed, by its close button, Escape or Back. While it is
@@ -49,7 +53,7 @@ class VexmoraScreen : public QQuickItem {
     /// Taps the close button of the ad that is presented.
     Q_INVOKABLE void close();
 
-    bool isPresenting() const { return presented_ != nullptr; }
+    bool isPresenting() const;
     double topInset() const { return insets_.top; }
     void setTopInset(double inset);
     double leftInset() const { return insets_.left; }
@@ -73,24 +77,21 @@ class VexmoraScreen : public QQuickItem {
     void touchEvent(QTouchEvent* event) override;
 
  private:
-    class Controller;
     class Stage;
 
-    void dismiss(bool animated, std::function<void()> completion);
-    void finishDismissal();
-    void move(double from, double to, std::function<void()> then);
+    void leave(bool animated);
+    void leftScreen();
+    void moveStage(double to);
     void setInset(double platform::EdgeInsets::*edge, double inset);
     std::shared_ptr<platform::Button> closeButton() const;
 
-    Stage* stage_;
-    std::shared_ptr<platform::Window> window_;
-    std::shared_ptr<VexmoraView> presented_;
+    const std::unique_ptr<platform::Presentation> presentation_;
+    /// The item that moves.
+    Stage* const stage_;
+    QPropertyAnimation movement_;
     /// What had the keyboard before, to have it again.
     QPointer<QQuickItem> focusedBefore_;
     platform::EdgeInsets insets_;
-    bool dismissing_ = false;
-    /// Of the dismissal under way.
-    std::function<void()> completion_;
 };
 
 }  // namespace VexmoraSDK

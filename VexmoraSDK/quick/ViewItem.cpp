@@ -1,9 +1,7 @@
 #include "VexmoraSDK/quick/ViewItem.h"
 
 #include <QtCore/QPointer>
-#include <QtGui/QGuiApplication>
 #include <QtGui/QPainter>
-#include <QtGui/QStyleHints>
 #include <QtQuick/QQuickWindow>
 #include <QtQuick/QSGImageNode>
 #include <algorithm>
@@ -110,26 +108,23 @@ void ViewItem::itemChange(ItemChange change, const ItemChangeData& data) {
 // Presses beside the view go to what is behind the item.
 void ViewItem::mousePressEvent(QMouseEvent* event) {
     const QPointF position = event->position();
-    if (view_ && view_->hitTest({position.x(), position.y()}))
-        pressedAt_ = event->scenePosition();
-    else
+    if (view_ && view_->hitTest({position.x(), position.y()})) {
+        taps_.press(event->scenePosition());
+    } else {
         event->ignore();
+    }
 }
 
 void ViewItem::mouseMoveEvent(QMouseEvent* event) {
-    const auto isDrag = [&](QPointF from) {
-        return (event->scenePosition() - from).manhattanLength() >=
-               QGuiApplication::styleHints()->startDragDistance();
-    };
-    if (pressedAt_ && isDrag(*pressedAt_)) pressedAt_.reset();
+    taps_.move(event->scenePosition());
 }
 
 void ViewItem::mouseReleaseEvent(QMouseEvent* event) {
-    if (std::exchange(pressedAt_, std::nullopt)) tap(event->position());
+    if (taps_.release()) tap(event->position());
 }
 
 void ViewItem::mouseUngrabEvent() {
-    pressedAt_.reset();
+    taps_.cancel();
 }
 
 // Later, so that a host may destroy the item from inside of what the tap brings about.

@@ -7,9 +7,9 @@
 #include <QtGui/QImage>
 #include <QtQuick/QQuickItem>
 #include <memory>
-#include <optional>
 
 #include "VexmoraSDK/platform/View.h"
+#include "VexmoraSDK/platform/qt/TapTracker.h"
 
 namespace VexmoraSDK {
 
@@ -53,8 +53,7 @@ class ViewItem : public QQuickItem {
     QImage picture_;
     QSizeF pictureSize_;
     bool pictureIsNew_ = false;
-    /// Where in the scene the press began that may become a tap.
-    std::optional<QPointF> pressedAt_;
+    platform::TapTracker taps_;
 };
 
 }  // namespace VexmoraSDK
