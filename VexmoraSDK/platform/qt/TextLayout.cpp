@@ -39,14 +39,37 @@ TextLayout::Impl::Impl(const std::string& text, const Font& font, double width)
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     layout.setTextOption(option);
     layout.setCacheEnabled(true);
+
+    // In whole points, and no narrower than the widest letter, lest the fitted width be wider.
+    double lineWidth = std::floor(std::clamp(width, 0.0, kWidestLine));
+    auto lines = breakLines(lineWidth);
+    while (size.width > lineWidth) {
+        lineWidth = size.width;
+        lines = breakLines(lineWidth);
+    }
+
+    // Letters that reach beyond their own width, and scripts that are joined anew at each end of a
+    // line, may need more than the lines measure.
+    double fitted = size.width;
+    while (fitted < lineWidth && breakLines(fitted) != lines)
+        ++fitted;
+    breakLines(lineWidth);
+    size.width = fitted;
+}
+
+std::vector<int> TextLayout::Impl::breakLines(double width) {
+    std::vector<int> lines;
+    size = {};
     layout.beginLayout();
     for (auto line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-        line.setLineWidth(std::clamp(width, 0.0, kWidestLine));
+        line.setLineWidth(width);
         line.setPosition(QPointF(0, size.height));
         size.width = std::max(size.width, std::ceil(line.naturalTextWidth()));
         size.height += line.height();
+        lines.push_back(line.textStart());
     }
     layout.endLayout();
+    return lines;
 }
 
 TextLayout::TextLayout(const std::string& text, const Font& font, double width)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtGui/QTextLayout>
+#include <vector>
 
 #include "VexmoraSDK/platform/TextLayout.h"
 
@@ -11,6 +12,10 @@ struct TextLayout::Impl {
     Size size;
 
     Impl(const std::string& text, const Font& font, double width);
+
+ private:
+    /// Lays the lines out in that width and tells where they begin.
+    std::vector<int> breakLines(double width);
 };
 
 }  // namespace VexmoraSDK::platform
