@@ -115,16 +115,18 @@ void Scenario::take() {
     step.expected.removeFirst();
     if (step.expected.isEmpty()) {
         deadline_.stop();
-        QMetaObject::invokeMethod(this, &Scenario::endStep, Qt::QueuedConnection);
+        endStepAfterNextFrame();
     }
 }
 
+void Scenario::endStepAfterNextFrame() {
+    connect(&window_, &QQuickWindow::frameSwapped, this, &Scenario::endStep,
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    window_.update();
+}
+
 void Scenario::endStep() {
-    if (!window_.property("settled").toBool()) {
-        connect(&window_, &QQuickWindow::frameSwapped, this, &Scenario::endStep,
-                static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
-        return window_.update();
-    }
+    if (!window_.property("settled").toBool()) return endStepAfterNextFrame();
     const QString picture = out_.filePath(steps_.first().name + QLatin1String(".png"));
     if (!window_.grabWindow().save(picture))
         return finish(QStringLiteral("cannot write %1").arg(picture));

@@ -46,6 +46,7 @@ class Scenario : public QObject {
     void hearOpened(const QString& address);
     void take();
     void beginStep();
+    void endStepAfterNextFrame();
     void endStep();
     void finish(const QString& error);
 

@@ -40,7 +40,7 @@ int playScenario(QQuickWindow& window, EventLog& events, LocalAdServer& server,
             QCoreApplication::exit();
         },
         Qt::SingleShotConnection);
-    QMetaObject::invokeMethod(&scenario, &Scenario::start, Qt::QueuedConnection);
+    scenario.start();
     QCoreApplication::exec();
     if (!error.isEmpty()) return fail(error);
     return qmlWarned ? fail(QStringLiteral("QML warned")) : 0;
