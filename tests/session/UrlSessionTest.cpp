@@ -1,103 +1,27 @@
-#include "VexmoraSDK/platform/UrlSession.h"
+#include "tests/session/UrlSessionTest.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include <pthread.h>
 
-#include <algorithm>
 #include <atomic>
-#include <cstdlib>
-#include <future>
-#include <string>
-#include <thread>
+#include <csignal>
+#include <fstream>
+#include <iterator>
+#include <set>
 #include <vector>
 
 #include "VexmoraSDK/platform/MainQueue.h"
-#include "VexmoraSDK/platform/common/UrlSessionLimits.h"
-#include "adserver/AdServer.h"
 #include "tests/fake_platform/FakeMainQueue.h"
+#include "tests/session/RawServer.h"
+#include "tests/session/StalledResolver.h"
 
 namespace VexmoraSDK::platform {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
-
-constexpr auto kDeadline = std::chrono::seconds(30);
-
-struct Outcome {
-    std::optional<Data> body;
-    std::optional<UrlResponse> response;
-    std::optional<Error> error;
-    std::thread::id thread;
-
-    std::string text() const { return body ? std::string(textOf(*body)) : "no body"; }
-};
-
-Outcome outcomeOf(std::future<Outcome> future) {
-    if (future.wait_for(kDeadline) != std::future_status::ready) {
-        ADD_FAILURE() << "no completion";
-        std::quick_exit(1);
-    }
-    return future.get();
-}
-
-/// A task for `address` and the future of what its completion hears; a second completion of the
-/// same task throws on a delivery thread, which ends the process.
-std::pair<UrlSessionTask, std::future<Outcome>> taskFor(const std::string& address) {
-    auto promise = std::make_shared<std::promise<Outcome>>();
-    auto future = promise->get_future();
-    auto task = UrlSession::shared().dataTask(
-        Url::fromString(address).value(), [promise](auto body, auto response, auto error) {
-            promise->set_value(
-                {std::move(body), response, std::move(error), std::this_thread::get_id()});
-        });
-    return {std::move(task), std::move(future)};
-}
-
-Outcome fetch(const std::string& address) {
-    auto [task, future] = taskFor(address);
-    task.resume();
-    return outcomeOf(std::move(future));
-}
-
-class UrlSessionTest : public testing::Test {
- protected:
-    UrlSessionTest() {
-        auto& limits = UrlSessionLimits::shared();
-        limits.silence = std::chrono::seconds(1);
-        limits.total = std::chrono::seconds(20);
-        limits.body = 1 << 20;
-    }
-
-    std::string ads(const std::string& container) const {
-        return server.address() + "/ads?container=" + container + "&types=77";
-    }
-
-    /// The picture of the ad that this container gets.
-    std::string pictureOf(const std::string& container) const {
-        const std::string answer = fetch(ads(container)).text();
-        const std::string member = "\"bannerUrl\":\"";
-        const auto begin = answer.find(member) + member.size();
-        return answer.substr(begin, answer.find('"', begin) - begin);
-    }
-
-    void expectTransportError(const std::string& address) const {
-        SCOPED_TRACE(address);
-        const Outcome outcome = fetch(address);
-        EXPECT_FALSE(outcome.body);
-        EXPECT_FALSE(outcome.response);
-        ASSERT_TRUE(outcome.error);
-        const auto& userInfo = outcome.error->userInfo().value();
-        EXPECT_NE(*userInfo.find(kLocalizedDescriptionKey)->second.as<std::string>(), "");
-        EXPECT_EQ(*userInfo.find(kFailingUrlStringKey)->second.as<std::string>(), address);
-    }
-
-    static Catalog catalog() {
-        std::string error;
-        return Catalog::load(VEXMORA_CATALOG, error).value();
-    }
-
-    AdServer server{catalog()};
-};
+using testing::Not;
+using testing::StartsWith;
 
 TEST_F(UrlSessionTest, GivesTheBodyOfAnyHttpAnswerOnAnotherThread) {
     const Outcome ad = fetch(ads("home-bottom"));
@@ -112,6 +36,14 @@ TEST_F(UrlSessionTest, GivesTheBodyOfAnyHttpAnswerOnAnotherThread) {
 
     EXPECT_THAT(fetch(ads("fault-redirect")).text(), HasSubstr("adTypeId"));
     EXPECT_THAT(fetch(ads("fault-gzip")).text(), HasSubstr("adTypeId"));
+}
+
+TEST_F(UrlSessionTest, GivesALargeBodyWhole) {
+    const auto file = catalog().creatives.front().picture;
+    std::ifstream stream(file, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    ASSERT_GT(bytes.size(), 0u);
+    EXPECT_EQ(fetch(server.address() + "/creatives/" + file.filename().string()).text(), bytes);
 }
 
 TEST_F(UrlSessionTest, GivesAnEmptyBodyWhereTheAnswerHasNone) {
@@ -132,6 +64,23 @@ TEST_F(UrlSessionTest, TellsWhenTheTransferFails) {
     expectTransportError(pictureOf("fault-picture-unresolved"));
 }
 
+TEST_F(UrlSessionTest, TakesHalfAnAnswerForNone) {
+    const std::string ok = "HTTP/1.1 200 OK\r\n";
+    for (const std::string& answer :
+         {std::string("HTTP/1.1 20"), ok + "Content-Type: te", ok + "Content-Type: text/plain\r\n",
+          "HTTP/1.1 302 Found\r\nLocation: /\r\n\r\n" + ok,
+          ok + "Transfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n",
+          ok + "Transfer-Encoding: chunked\r\n\r\nno number\r\nabc",
+          ok + "Content-Encoding: gzip\r\n\r\nno gzip at all", std::string("Hello?\r\n"),
+          std::string("HTTP/1.1 100 Continue\r\n\r\n")}) {
+        SCOPED_TRACE(answer);
+        RawServer rude(answer);
+        expectTransportError("http://" + rude.place() + "/");
+    }
+    RawServer chunks(ok + "Transfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n0\r\nTrailer: x\r\n\r\n");
+    EXPECT_EQ(fetch("http://" + chunks.place() + "/").text(), "abc");
+}
+
 TEST_F(UrlSessionTest, FetchesOnlyAbsoluteAddressesOfHttp) {
     for (const auto* address : {"127.0.0.1", "creatives/a.png", "//127.0.0.1/a.png", "http:/a.png",
                                 "http:a.png", "file:///etc/hostname", "ftp://127.0.0.1/a.png"}) {
@@ -139,10 +88,52 @@ TEST_F(UrlSessionTest, FetchesOnlyAbsoluteAddressesOfHttp) {
     }
 }
 
-TEST_F(UrlSessionTest, GivesUpOnAServerThatStallsOrNeverEnds) {
-    for (const auto* container : {"fault-stall", "fault-stall-body", "fault-endless"}) {
-        expectTransportError(ads(container));
+TEST_F(UrlSessionTest, GivesUpOnAServerThatStalls) {
+    RawServer silent;
+    std::vector<std::pair<std::string, std::future<Outcome>>> stalled;
+    for (const auto& address :
+         {ads("fault-stall"), ads("fault-stall-body"), "http://" + silent.place()}) {
+        auto [task, future] = taskFor(address);
+        task.resume();
+        stalled.emplace_back(address, std::move(future));
     }
+    for (auto& [address, future] : stalled)
+        expectTransportError(address, outcomeOf(std::move(future)));
+
+    limits.connecting = std::chrono::milliseconds(100);
+    expectTransportError("https://" + silent.place() + "/");
+}
+
+TEST_F(UrlSessionTest, TakesNoMoreThanTheLargestBody) {
+    RawServer boastful("HTTP/1.1 200 OK\r\nContent-Length: 9999999999999\r\n\r\nabc");
+    for (const auto& address : {ads("fault-endless"), "http://" + boastful.place() + "/"}) {
+        const Outcome outcome = fetch(address);
+        expectTransportError(address, outcome);
+        EXPECT_EQ(told(outcome, kLocalizedDescriptionKey), "Maximum file size exceeded");
+    }
+}
+
+TEST_F(UrlSessionTest, LetsASlowNameDelayNobody) {
+    limits.connecting = std::chrono::milliseconds(100);
+    StalledResolver resolver;
+    expectTransportError(std::string("http://") + StalledResolver::kName + "/");
+    EXPECT_THAT(fetch(ads("home-bottom")).text(), HasSubstr("adTypeId"));
+}
+
+TEST_F(UrlSessionTest, OpensNoMoreConnectionsThanTransfersMayBeAtOnce) {
+    limits.transfers = 2;
+    std::vector<std::future<Outcome>> outcomes;
+    for (int i = 0; i < 6; ++i) {
+        auto [task, future] = taskFor(ads("fault-slow"));
+        task.resume();
+        outcomes.push_back(std::move(future));
+    }
+    for (auto& outcome : outcomes)
+        EXPECT_FALSE(outcomeOf(std::move(outcome)).error);
+    std::set<int> connections;
+    for (const auto& request : server.requests())
+        connections.insert(request.clientPort);
+    EXPECT_EQ(connections.size(), 2u);
 }
 
 TEST_F(UrlSessionTest, SendsTheAddressAsItIsWritten) {
@@ -156,6 +147,38 @@ TEST_F(UrlSessionTest, UsesAConnectionAgain) {
     fetch(ads("home-bottom"));
     const auto requests = server.requests();
     EXPECT_EQ(requests.at(0).clientPort, requests.at(1).clientPort);
+}
+
+TEST_F(UrlSessionTest, BringsBackTheCookiesOfAHost) {
+    RawServer host("HTTP/1.1 200 OK\r\nSet-Cookie: visitor=17\r\nContent-Length: 0\r\n\r\n");
+    const auto address = "http://" + host.place() + "/";
+    fetch(address);
+    fetch(address);
+    EXPECT_THAT(host.requests(2),
+                ElementsAre(Not(HasSubstr("Cookie")), HasSubstr("Cookie: visitor=17\r\n")));
+}
+
+TEST_F(UrlSessionTest, CompletesOnAThreadThatLeavesTheHostsSignalsAlone) {
+    struct Guest {
+        std::promise<std::thread::id>& leaves;
+        ~Guest() { leaves.set_value(std::this_thread::get_id()); }
+    };
+    std::promise<std::thread::id> guestLeaves;
+    std::promise<std::thread::id> completes;
+    std::string name(16, '\0');
+    sigset_t blocked;
+    UrlSession::shared()
+        .dataTask(Url::fromString(ads("home-bottom")).value(),
+                  [&, guest = std::shared_ptr<Guest>(new Guest{guestLeaves})](auto, auto, auto) {
+                      pthread_getname_np(pthread_self(), name.data(), name.size());
+                      pthread_sigmask(SIG_SETMASK, nullptr, &blocked);
+                      completes.set_value(std::this_thread::get_id());
+                  })
+        .resume();
+    EXPECT_EQ(guestLeaves.get_future().get(), completes.get_future().get());
+    EXPECT_THAT(name, StartsWith("vexmora-d"));
+    EXPECT_TRUE(sigismember(&blocked, SIGTERM) && sigismember(&blocked, SIGPIPE));
+    EXPECT_FALSE(sigismember(&blocked, SIGSEGV));
 }
 
 TEST_F(UrlSessionTest, StartsATaskOnceAndOnlyWhenItIsResumed) {
@@ -206,37 +229,6 @@ TEST_F(UrlSessionTest, CompletesEveryTaskOfManyThreadsOnce) {
         thread.join();
     EXPECT_EQ(all.get_future().wait_for(kDeadline), std::future_status::ready);
     EXPECT_EQ(server.requests().size(), kThreads * kEach * 4u / 5u);
-}
-
-using UrlSessionExitTest = UrlSessionTest;
-
-TEST_F(UrlSessionExitTest, LeavesCleanlyWithTransfersInFlight) {
-    testing::GTEST_FLAG(death_test_style) = "threadsafe";
-    const auto startMany = [this] {
-        for (const auto* container : {"fault-stall", "fault-stall-body", "fault-endless"}) {
-            auto [task, future] = taskFor(ads(container));
-            task.resume();
-        }
-        auto [task, future] = taskFor("http://pictures.invalid/");
-        task.resume();
-        server.waitForRequests(3);
-    };
-    EXPECT_EXIT(
-        {
-            startMany();
-            std::exit(7);
-        },
-        testing::ExitedWithCode(7), "^$");
-    EXPECT_EXIT(
-        {
-            startMany();
-            UrlSession::shared()
-                .dataTask(Url::fromString(ads("home-bottom")).value(),
-                          [](auto, auto, auto) { std::exit(8); })
-                .resume();
-            std::promise<void>().get_future().wait_for(kDeadline);
-        },
-        testing::ExitedWithCode(8), "^$");
 }
 
 }  // namespace

@@ -74,8 +74,8 @@ void TransferLoop::run() {
 
 bool TransferLoop::beginWaiting() {
     std::unique_lock lock(mutex_);
-    const std::size_t most = UrlSessionLimits::shared().transfers;
-    while (!stopped_ && !waiting_.empty() && exchanges_.size() < most) {
+    while (!stopped_ && !waiting_.empty() &&
+           exchanges_.size() < UrlSessionLimits::shared().transfers) {
         auto transfer = std::move(waiting_.front());
         waiting_.pop_front();
         lock.unlock();

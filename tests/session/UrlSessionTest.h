@@ -1,0 +1,109 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <future>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <utility>
+
+#include "VexmoraSDK/platform/UrlSession.h"
+#include "VexmoraSDK/platform/common/UrlSessionLimits.h"
+#include "adserver/AdServer.h"
+
+namespace VexmoraSDK::platform {
+
+inline constexpr auto kDeadline = std::chrono::seconds(30);
+
+struct Outcome {
+    std::optional<Data> body;
+    std::optional<UrlResponse> response;
+    std::optional<Error> error;
+    std::thread::id thread;
+
+    std::string text() const { return body ? std::string(textOf(*body)) : "no body"; }
+};
+
+inline Outcome outcomeOf(std::future<Outcome> future) {
+    if (future.wait_for(kDeadline) != std::future_status::ready) {
+        ADD_FAILURE() << "no completion";
+        std::quick_exit(1);
+    }
+    return future.get();
+}
+
+/// A task for `address` and the future of what its completion hears; a second completion of the
+/// same task throws on a delivery thread, which ends the process.
+inline std::pair<UrlSessionTask, std::future<Outcome>> taskFor(const std::string& address) {
+    auto promise = std::make_shared<std::promise<Outcome>>();
+    auto future = promise->get_future();
+    auto task = UrlSession::shared().dataTask(
+        Url::fromString(address).value(), [promise](auto body, auto response, auto error) {
+            promise->set_value(
+                {std::move(body), response, std::move(error), std::this_thread::get_id()});
+        });
+    return {std::move(task), std::move(future)};
+}
+
+inline Outcome fetch(const std::string& address) {
+    auto [task, future] = taskFor(address);
+    task.resume();
+    return outcomeOf(std::move(future));
+}
+
+/// The real session, with little patience, and a server for it to talk to.
+class UrlSessionTest : public testing::Test {
+ protected:
+    UrlSessionTest() {
+        limits = {};
+        limits.silence = std::chrono::seconds(1);
+        limits.total = std::chrono::seconds(20);
+        limits.body = 1 << 20;
+    }
+
+    std::string ads(const std::string& container) const {
+        return server.address() + "/ads?container=" + container + "&types=77";
+    }
+
+    /// The picture of the ad that this container gets.
+    std::string pictureOf(const std::string& container) const {
+        const std::string answer = fetch(ads(container)).text();
+        const std::string member = "\"bannerUrl\":\"";
+        const auto begin = answer.find(member) + member.size();
+        return answer.substr(begin, answer.find('"', begin) - begin);
+    }
+
+    static void expectTransportError(const std::string& address) {
+        expectTransportError(address, fetch(address));
+    }
+
+    static void expectTransportError(const std::string& address, const Outcome& outcome) {
+        SCOPED_TRACE(address);
+        EXPECT_FALSE(outcome.body);
+        EXPECT_FALSE(outcome.response);
+        ASSERT_TRUE(outcome.error);
+        EXPECT_NE(told(outcome, kLocalizedDescriptionKey), "");
+        EXPECT_EQ(told(outcome, kFailingUrlStringKey), address);
+    }
+
+    static std::string told(const Outcome& outcome, std::string_view key) {
+        const auto& userInfo = outcome.error.value().userInfo().value();
+        const auto entry = userInfo.find(key);
+        return entry == userInfo.end() ? "" : *entry->second.as<std::string>();
+    }
+
+    static Catalog catalog() {
+        std::string error;
+        return Catalog::load(VEXMORA_CATALOG, error).value();
+    }
+
+    UrlSessionLimits& limits = UrlSessionLimits::shared();
+    AdServer server{catalog()};
+};
+
+}  // namespace VexmoraSDK::platform
