@@ -1,9 +1,10 @@
 #include "VexmoraSDK/platform/Image.h"
 
-#include <QtCore/QBuffer>
+#include <QtCore/QIODevice>
 #include <QtCore/QScopedValueRollback>
 #include <QtGui/QImageReader>
-#include <cstdlib>
+#include <algorithm>
+#include <string_view>
 
 #include "VexmoraSDK/platform/qt/ImageImpl.h"
 
@@ -31,22 +32,58 @@ void forwardMessage(QtMsgType type, const QMessageLogContext& context, const QSt
     if (!decoding || type == QtFatalMsg) replacedHandler()(type, context, message);
 }
 
+/// The bytes of a picture. Some decoders fill up with grey what is missing at the end of a picture
+/// and are content; from here it is heard that they asked for more.
+class Bytes : public QIODevice {
+ public:
+    explicit Bytes(const Data& data) : data_(data) { open(ReadOnly | Unbuffered); }
+
+    qint64 size() const override { return static_cast<qint64>(data_.size()); }
+
+    void forgetReads() { gaveLess_ = gaveNothing_ = false; }
+    /// Whether a read got less than it asked for.
+    bool gaveLess() const { return gaveLess_; }
+    /// Whether a read got nothing at all.
+    bool gaveNothing() const { return gaveNothing_; }
+
+ protected:
+    qint64 readData(char* target, qint64 wanted) override {
+        const qint64 given = std::clamp<qint64>(size() - pos(), 0, wanted);
+        gaveLess_ = gaveLess_ || given < wanted;
+        gaveNothing_ = gaveNothing_ || (given == 0 && wanted > 0);
+        std::copy_n(textOf(data_).data() + pos(), given, target);
+        return given;
+    }
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+ private:
+    const Data& data_;
+    bool gaveLess_ = false;
+    bool gaveNothing_ = false;
+};
+
 bool hasAcceptedSize(const QImageReader& reader) {
     const QSize size = reader.size();
     // A BMP that is stored from the top has a negative height.
-    const qint64 pixels = qint64{std::abs(size.width())} * std::abs(size.height());
+    const qint64 pixels = std::abs(qint64{size.width()} * size.height());
     return size != QSize() && pixels > 0 && pixels <= kMaxPixels;
 }
 
-QImage read(QByteArray bytes) {
+QImage read(const Data& data) {
     // The formats of the web and no other: each further decoder is one more that a server can feed.
-    for (const char* format : {"png", "jpeg", "webp", "gif", "bmp"}) {
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::ReadOnly);
-        QImageReader reader(&buffer, format);
+    for (const std::string_view format : {"png", "jpeg", "webp", "gif", "bmp"}) {
+        Bytes bytes(data);
+        QImageReader reader(&bytes, format.data());
         reader.setAutoDetectImageFormat(false);
         reader.setAutoTransform(true);
-        if (reader.canRead()) return hasAcceptedSize(reader) ? reader.read() : QImage();
+        if (!reader.canRead()) continue;
+        if (!hasAcceptedSize(reader)) return QImage();
+        bytes.forgetReads();
+        auto image = reader.read();
+        // BMP is read row by row. The others are read in chunks, and the last chunk of a whole
+        // picture is short too.
+        const bool cutShort = format == "bmp" ? bytes.gaveLess() : bytes.gaveNothing();
+        return cutShort ? QImage() : image;
     }
     return QImage();
 }
@@ -61,11 +98,9 @@ QImage inFormatForPainting(QImage image) {
 std::shared_ptr<const Image> Image::fromData(const Data& data) {
     replacedHandler();
     const QScopedValueRollback rollback(decoding, true);
-    auto image = read(QByteArray::fromRawData(reinterpret_cast<const char*>(data.data()),
-                                              static_cast<qsizetype>(data.size())));
+    auto image = inFormatForPainting(read(data));
     if (image.isNull()) return nullptr;
-    return std::make_shared<const Image>(
-        std::make_unique<const Impl>(Impl{inFormatForPainting(std::move(image))}));
+    return std::make_shared<const Image>(std::make_unique<const Impl>(Impl{std::move(image)}));
 }
 
 Image::Image(std::unique_ptr<const Impl> impl) : impl_(std::move(impl)) {}
