@@ -37,6 +37,7 @@ TextLayout::Impl::Impl(const std::string& text, const Font& font, double width)
     : layout(textWithLineSeparators(text), qtFont(font)) {
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setAlignment(layout.text().isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft);
     layout.setTextOption(option);
     layout.setCacheEnabled(true);
 

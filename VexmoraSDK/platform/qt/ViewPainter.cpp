@@ -58,6 +58,14 @@ void paintBackground(QPainter& painter, const View& view) {
     painter.drawRoundedRect(bounds(view), view.cornerRadius(), view.cornerRadius());
 }
 
+// A title is laid out in more width than it takes, and one in a script that is read from right to
+// left lies at the far end of it.
+void paintTitle(QPainter& painter, Button& button) {
+    const Point origin = button.layoutOrigin();
+    const double left = button.layout().impl().layout.lineAt(0).naturalTextRect().left();
+    paintLines(painter, button.layout(), {origin.x - left, origin.y}, button.titleColor());
+}
+
 void paintOwn(QPainter& painter, View& view) {
     painter.save();
     paintBackground(painter, view);
@@ -66,7 +74,7 @@ void paintOwn(QPainter& painter, View& view) {
     } else if (auto* textView = dynamic_cast<TextView*>(&view)) {
         paintText(painter, *textView);
     } else if (auto* button = dynamic_cast<Button*>(&view)) {
-        paintLines(painter, button->layout(), button->layoutOrigin(), button->titleColor());
+        paintTitle(painter, *button);
     }
     painter.restore();
 }
