@@ -62,7 +62,7 @@ std::string halves(const Image& image) {
 // A GIF of 2 × 2 pixels, red above and blue below.
 QByteArray gif() {
     return QByteArray::fromHex(
-        "474946383961020002008000 00ff00000000ff 2c000000000200020000 020384510500 3b");
+        "47494638396102000200800000ff00000000ff2c0000000002000200000203041205003b");
 }
 
 /// As a camera writes it that was held upright: 90 degrees clockwise to be turned.
@@ -123,11 +123,15 @@ TEST(ImageTest, IsAbsentForWhatIsNoPicture) {
     }
 }
 
-TEST(ImageTest, IsAbsentForHalfAPicture) {
-    for (const char* format : {"png", "jpeg", "webp"}) {
-        const auto bytes = encoded(twoColors(400, 300), format);
-        EXPECT_FALSE(decoded(bytes.left(bytes.size() / 2))) << format;
+TEST(ImageTest, IsAbsentForAPictureThatWasCutShort) {
+    for (const char* format : {"png", "jpeg", "webp", "bmp"}) {
+        const auto bytes = encoded(twoColors(40, 30), format);
+        for (qsizetype missing = 5; missing <= bytes.size(); missing += 7)
+            EXPECT_FALSE(decoded(bytes.chopped(missing))) << format << " without " << missing;
     }
+    // Its last two bytes hold no pixels.
+    for (qsizetype missing = 3; missing <= gif().size(); ++missing)
+        EXPECT_FALSE(decoded(gif().chopped(missing))) << "gif without " << missing;
 }
 
 TEST(ImageTest, IsAbsentForFormatsThatNobodyNeeds) {
