@@ -48,7 +48,7 @@ class ViewItem : public QQuickItem {
     void tap(QPointF position);
 
     std::shared_ptr<platform::View> view_;
-    QSizeF reservedSize_;
+    QSizeF reservedSize_{0, 0};
     /// The view as it was last painted, and the size at which it is shown.
     QImage picture_;
     QSizeF pictureSize_;
