@@ -1,0 +1,161 @@
+#include "VexmoraSDK/widgets/VexmoraWidgetScreen.h"
+
+#include <QtGui/QAccessible>
+#include <QtGui/QShortcut>
+#include <QtWidgets/QApplication>
+
+#include "VexmoraSDK/platform/Window.h"
+#include "tests/widgets/WidgetTest.h"
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using VexmoraSDK::App;
+using VexmoraSDK::VexmoraView;
+using VexmoraSDK::VexmoraViewFactory;
+using VexmoraSDK::VexmoraWidget;
+using VexmoraSDK::VexmoraWidgetScreen;
+using VexmoraSDK::WidgetTest;
+
+namespace {
+
+/// A window with a button in it, and an interstitial ad to be presented over it.
+class VexmoraWidgetScreenTest : public WidgetTest {
+ protected:
+    VexmoraWidgetScreenTest() {
+        behind_->resize(400, 300);
+        behind_->show();
+        behind_->setFocus();
+        QObject::connect(behind_, &QPushButton::clicked, behind_, [this] { ++clicksBehind_; });
+        ad_ = VexmoraViewFactory::createView("home", "300x250", delegate_);
+        ad_->setFrame(screen_->viewFrame());
+        EXPECT_TRUE(waitToHear("received"));
+        heard();
+    }
+
+    /// Presents the ad and waits until it has moved in.
+    void present() {
+        EXPECT_TRUE(screen_->present(ad_));
+        EXPECT_TRUE(App::waitFor([&] { return colorAt(60, 30) == Qt::red; }));
+        EXPECT_EQ(colorAt(340, 270), Qt::blue);
+    }
+
+    static constexpr QPoint kClose{400 - 12 - 18, 12 + 18};
+
+    QPushButton* const behind_ = new QPushButton(window_.get());
+    int clicksBehind_ = 0;
+    QPointer<VexmoraWidgetScreen> screen_ = new VexmoraWidgetScreen(window_.get());
+    std::shared_ptr<VexmoraView> ad_;
+};
+
+TEST_F(VexmoraWidgetScreenTest, PresentsTheAdInItsMiddleAndTakesItAwayWhenItIsClosed) {
+    EXPECT_FALSE(screen_->present(nullptr));
+    EXPECT_FALSE(screen_->present(VexmoraViewFactory::createView("home", "320x60", nullptr)));
+    EXPECT_FALSE(screen_->isVisible());
+    present();
+    EXPECT_TRUE(screen_->isPresenting());
+    EXPECT_FALSE(screen_->present(ad_));
+
+    click(kClose + QPoint(20, 20));  // A finger is no needle.
+    ASSERT_TRUE(waitToHear("did dismiss"));
+    EXPECT_THAT(heard(), ElementsAre("will dismiss", "did dismiss"));
+    EXPECT_FALSE(screen_->isPresenting());
+    EXPECT_FALSE(screen_->isVisible());
+    click(kClose);
+    EXPECT_EQ(clicksBehind_, 1);
+    present();
+}
+
+TEST_F(VexmoraWidgetScreenTest, ClosesOnceHoweverOftenItIsToldTo) {
+    bool shortcut = false;
+    QShortcut hosts(Qt::Key_Escape, window_.get());
+    QObject::connect(&hosts, &QShortcut::activated, [&] { shortcut = true; });
+    const auto closeAsIfMad = [&] {
+        for (int i = 0; i < 3; ++i) {
+            click(kClose);
+            type(Qt::Key_Escape);
+        }
+    };
+    present();
+    closeAsIfMad();
+    ASSERT_TRUE(waitToHear("will dismiss"));
+    closeAsIfMad();
+    type(Qt::Key_Tab);
+    type(Qt::Key_Space);
+    ASSERT_TRUE(waitToHear("did dismiss"));
+    EXPECT_THAT(heard(), ElementsAre("will dismiss", "did dismiss"));
+    EXPECT_FALSE(shortcut);
+    EXPECT_EQ(clicksBehind_, 0);
+    EXPECT_TRUE(behind_->hasFocus());
+    type(Qt::Key_Escape);
+    EXPECT_TRUE(shortcut);
+}
+
+TEST_F(VexmoraWidgetScreenTest, GivesTheKeyboardAndScreenReadersACloseButton) {
+    present();
+    type(Qt::Key_Tab);
+    type(Qt::Key_Tab);
+    auto* const button = QAccessible::queryAccessibleInterface(QApplication::focusWidget());
+    ASSERT_TRUE(button);
+    EXPECT_EQ(button->role(), QAccessible::Button);
+    EXPECT_EQ(button->text(QAccessible::Name), QLatin1String("Close advertisement"));
+    EXPECT_EQ(button->rect().size(), QSize(36, 36));
+
+    auto* const ad = QAccessible::queryAccessibleInterface(screen_->findChild<VexmoraWidget*>());
+    ad->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    type(Qt::Key_Return);
+    ASSERT_TRUE(waitToHear("did dismiss"));
+    EXPECT_THAT(heard(), ElementsAre("will dismiss", "did dismiss"));
+}
+
+TEST_F(VexmoraWidgetScreenTest, KeepsTheCloseButtonInSightWhenTheWindowShrinks) {
+    screen_->setContentsMargins(0, 40, 10, 0);
+    present();
+    window_->resize(350, 280);
+    EXPECT_EQ(screen_->size(), QSize(350, 280));
+    click({350 - 10 - 12 - 18, 40 + 12 + 18});
+    EXPECT_TRUE(waitToHear("did dismiss"));
+}
+
+TEST_F(VexmoraWidgetScreenTest, FinishesTheDismissalWhenTheWindowIsDestroyedMeanwhile) {
+    present();
+    click(kClose);
+    ASSERT_TRUE(waitToHear("will dismiss"));
+    window_.reset();
+    ASSERT_TRUE(waitToHear("did dismiss"));
+    EXPECT_THAT(heard(), ElementsAre("will dismiss", "did dismiss"));
+}
+
+TEST_F(VexmoraWidgetScreenTest, MayBeDestroyedFromInsideOfTheOperationsOfTheDelegate) {
+    present();
+    whenHeard_ = [this] { whenHeard_ = [this] { window_.reset(); }; };
+    click(kClose);
+    ASSERT_TRUE(waitToHear("did dismiss"));
+    EXPECT_FALSE(screen_);
+}
+
+TEST_F(VexmoraWidgetScreenTest, SendsNoMoreThanTheFirstWhenItIsDestroyedFromInsideOfIt) {
+    present();
+    whenHeard_ = [this] { delete screen_.data(); };
+    click(kClose);
+    ASSERT_TRUE(waitToHear("will dismiss"));
+    EXPECT_FALSE(screen_);
+    EXPECT_FALSE(ad_->window());
+}
+
+TEST_F(VexmoraWidgetScreenTest, CompletesADismissalOfNothing) {
+    present();
+    const auto controller = ad_->window()->rootViewController();
+    int completed = 0;
+    const auto dismiss = [&](bool animated) {
+        controller->dismiss(animated, [&] { ++completed; });
+    };
+    dismiss(false);
+    EXPECT_FALSE(screen_->isPresenting());
+    dismiss(true);
+    delete screen_.data();
+    dismiss(true);
+    EXPECT_TRUE(App::waitFor([&] { return completed == 3; }));
+    EXPECT_THAT(heard(), IsEmpty());
+}
+
+}  // namespace
