@@ -39,29 +39,6 @@ void inAnotherThread(std::function<void()> work) {
     std::thread(std::move(work)).join();
 }
 
-TEST(MainQueueDeathTest, IsAbsentUntilAnApplicationStarts) {
-    EXPECT_EXIT(
-        {
-            const bool absentBefore = !MainQueue::main();
-            const App app;
-            std::exit(absentBefore && MainQueue::main() ? 0 : 1);
-        },
-        testing::ExitedWithCode(0), "");
-}
-
-TEST(MainQueueDeathTest, IsFoundByAnotherThreadFirst) {
-    EXPECT_EXIT(
-        {
-            const App app;
-            std::optional<bool> isMain;
-            inAnotherThread([&] {
-                MainQueue::main()->async([&] { isMain = MainQueue::main()->isMainThread(); });
-            });
-            std::exit(App::waitFor([&] { return isMain; }) && *isMain ? 0 : 1);
-        },
-        testing::ExitedWithCode(0), "");
-}
-
 TEST_F(MainQueueTest, RunsBlocksLaterAndInOrder) {
     std::vector<int> ran;
     MainQueue::main()->async([&] {
@@ -140,40 +117,73 @@ TEST_F(MainQueueTest, GivesUpReferencesOnItsThread) {
     EXPECT_TRUE(elsewhere.isDestroyedHere());
 }
 
-TEST(MainQueueEndTest, KeepsWhatIsLeftForTheMainThreadOfTheNextApplication) {
-    Held queued;
-    Held late;
-    {
-        const App app;
-        MainQueue::main()->async(queued.block());
-    }
-    inAnotherThread([&] { MainQueue::main()->async(late.block()); });
-    EXPECT_FALSE(queued.isDestroyed() || late.isDestroyed());
+// How applications start and end, each in a process of its own.
 
-    const App next;
-    bool ran = false;
-    inAnotherThread([&] { MainQueue::main()->async([&] { ran = true; }); });
-    EXPECT_TRUE(App::waitFor([&] { return ran; }));
-    EXPECT_TRUE(queued.isDestroyedHere() && late.isDestroyedHere());
-    EXPECT_FALSE(queued.ran() || late.ran());
+void expectInItsOwnProcess(void (*test)()) {
+    const auto run = [test] {
+        test();
+        std::exit(testing::Test::HasFailure() ? 1 : 0);
+    };
+    EXPECT_EXIT(run(), testing::ExitedWithCode(0), "");
 }
 
-TEST(MainQueueEndTest, TakesBlocksWhileApplicationsComeAndGo) {
-    auto ran = std::make_shared<std::atomic<int>>(0);
-    std::atomic<bool> stop = false;
-    std::optional<App> app(std::in_place);
-    std::thread poster([&] {
-        while (!stop)
-            MainQueue::main()->async([ran] { ++*ran; });
+TEST(MainQueueDeathTest, IsAbsentUntilAnApplicationStarts) {
+    expectInItsOwnProcess([] {
+        EXPECT_FALSE(MainQueue::main());
+        const App app;
+        EXPECT_TRUE(MainQueue::main());
     });
-    for (int i = 0; i < 10; ++i) {
-        const int before = *ran;
-        EXPECT_TRUE(App::waitFor([&] { return *ran > before; }));
-        app.reset();
-        app.emplace();
-    }
-    stop = true;
-    poster.join();
+}
+
+TEST(MainQueueDeathTest, IsFoundByAnotherThreadFirst) {
+    expectInItsOwnProcess([] {
+        const App app;
+        std::optional<bool> isMain;
+        inAnotherThread(
+            [&] { MainQueue::main()->async([&] { isMain = MainQueue::main()->isMainThread(); }); });
+        EXPECT_TRUE(App::waitFor([&] { return isMain; }));
+        EXPECT_TRUE(isMain.value_or(false));
+    });
+}
+
+TEST(MainQueueDeathTest, KeepsWhatIsLeftForTheMainThreadOfTheNextApplication) {
+    expectInItsOwnProcess([] {
+        Held queued;
+        Held late;
+        {
+            const App app;
+            MainQueue::main()->async(queued.block());
+        }
+        inAnotherThread([&] { MainQueue::main()->async(late.block()); });
+        EXPECT_FALSE(queued.isDestroyed() || late.isDestroyed());
+
+        const App next;
+        App::runQueuedBlocks();
+        EXPECT_TRUE(queued.isDestroyedHere() && late.isDestroyedHere());
+        EXPECT_FALSE(queued.ran() || late.ran());
+    });
+}
+
+TEST(MainQueueDeathTest, TakesBlocksWhileApplicationsComeAndGo) {
+    expectInItsOwnProcess([] {
+        std::optional<App> app(std::in_place);
+        std::atomic<int> ran = 0;
+        std::atomic<bool> stop = false;
+        std::thread poster([&] {
+            while (!stop) {
+                MainQueue::main()->async([&] { ++ran; });
+                std::this_thread::yield();
+            }
+        });
+        for (int i = 0; i < 10; ++i) {
+            const int before = ran;
+            EXPECT_TRUE(App::waitFor([&] { return ran > before; }));
+            app.reset();
+            app.emplace();
+        }
+        stop = true;
+        poster.join();
+    });
 }
 
 }  // namespace

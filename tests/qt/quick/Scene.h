@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtGui/QScreen>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickWindow>
@@ -13,8 +14,11 @@ namespace VexmoraSDK {
 /// A white window with items in it.
 class Scene {
  public:
-    Scene() {
-        window_.resize(400, 300);
+    Scene() { show(QGuiApplication::primaryScreen()); }
+
+    void show(QScreen* screen) {
+        window_.setScreen(screen);
+        window_.setGeometry({screen->geometry().topLeft(), QSize(400, 300)});
         window_.show();
         EXPECT_TRUE(App::waitFor([&] { return window_.isExposed(); }));
     }

@@ -25,9 +25,7 @@ class TapLog : public Object {
  public:
     /// Whether it was, since the last call, once the taps that are under way have arrived.
     bool wasTapped() {
-        bool arrived = false;
-        MainQueue::main()->async([&] { arrived = true; });
-        EXPECT_TRUE(App::waitFor([&] { return arrived; }));
+        App::runQueuedBlocks();
         return std::exchange(tapped_, false);
     }
 
@@ -71,16 +69,11 @@ struct Shown {
     VexmoraAdView* item;
 };
 
-/// An application on a screen of that many pixels to the point.
-class ViewItemOnScreensTest : public testing::TestWithParam<int> {
+/// On a screen of that many pixels to the point.
+class ViewItemOnScreensTest : public testing::WithParamInterface<int>, public AppTest {
  protected:
-    struct ScreenScale {
-        explicit ScreenScale(int scale) { qputenv("QT_SCALE_FACTOR", QByteArray::number(scale)); }
-        ~ScreenScale() { qunsetenv("QT_SCALE_FACTOR"); }
-    };
+    ViewItemOnScreensTest() { shown_.scene.show(QGuiApplication::screens().at(GetParam() - 1)); }
 
-    ScreenScale scale_{GetParam()};
-    App app_;
     Shown shown_;
 };
 
@@ -214,8 +207,10 @@ TEST_F(ViewItemTest, LetsAListBeFlickedAndTapped) {
     const auto touch = [&] { return QTest::touchEvent(&scene_.window(), finger.get()); };
 
     touch().press(0, {50, 80});
-    for (int y = 75; y > 35; y -= 5)
+    for (int y = 75; y > 35; y -= 5) {
         touch().move(0, {50, y});
+        scene_.window().grabWindow();  // Moves arrive with a frame.
+    }
     touch().release(0, {50, 35});
     EXPECT_FALSE(taps_.wasTapped());
     EXPECT_GT(list->property("contentY").toDouble(), 0);
