@@ -105,8 +105,9 @@ void VexmoraAdView::setContainerId(const QString& containerId) {
 void VexmoraAdView::setAdSize(const QString& adSize) {
     if (adSize_ == adSize) return;
     adSize_ = adSize;
-    choiceChanged();
+    // First, so that the implicit size changes once.
     setReservedSize(sizeNamed(adSize));
+    choiceChanged();
     Q_EMIT adSizeChanged();
 }
 

@@ -23,6 +23,13 @@ QSizeF sizeOf(const std::shared_ptr<platform::View>& view) {
     return QSizeF(width, height);
 }
 
+// Whether a tap on `view` would fire anything.
+bool takesTaps(std::shared_ptr<platform::View> view) {
+    while (view && view->gestureRecognizers().empty())
+        view = view->superview();
+    return view != nullptr;
+}
+
 }  // namespace
 
 ViewItem::ViewItem(QQuickItem* parent) : QQuickItem(parent) {
@@ -105,10 +112,10 @@ void ViewItem::itemChange(ItemChange change, const ItemChangeData& data) {
     QQuickItem::itemChange(change, data);
 }
 
-// Presses beside the view go to what is behind the item.
+// Presses that the view has no use for go to what is behind the item.
 void ViewItem::mousePressEvent(QMouseEvent* event) {
     const QPointF position = event->position();
-    if (view_ && view_->hitTest({position.x(), position.y()})) {
+    if (view_ && takesTaps(view_->hitTest({position.x(), position.y()}))) {
         taps_.press(event->scenePosition());
     } else {
         event->ignore();
