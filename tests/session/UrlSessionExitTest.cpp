@@ -66,14 +66,15 @@ TEST_F(UrlSessionExitTest, FetchesAgainAfterALackOfDescriptors) {
         {
             // Sanitizers open descriptors where code runs for the first time.
             fetch("relative");
+            const std::string address = ads("home-bottom");
             rlimit descriptors;
             getrlimit(RLIMIT_NOFILE, &descriptors);
             rlimit none = descriptors;
             none.rlim_cur = 0;
             setrlimit(RLIMIT_NOFILE, &none);
-            const bool failed = fetch(ads("home-bottom")).error.has_value();
+            const bool failed = fetch(address).error.has_value();
             setrlimit(RLIMIT_NOFILE, &descriptors);
-            std::exit(failed && fetch(ads("home-bottom")).body ? 7 : 8);
+            std::exit(failed && fetch(address).body ? 7 : 8);
         },
         testing::ExitedWithCode(7), "^$");
 }
