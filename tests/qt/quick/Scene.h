@@ -46,6 +46,15 @@ class Scene {
         return picture.pixelColor(int(x * scale), int(y * scale));
     }
 
+    /// Waits for a frame: with it arrive the moves of fingers.
+    void renderFrame() {
+        bool rendered = false;
+        QObject context;
+        QObject::connect(&window_, &QQuickWindow::frameSwapped, &context, [&] { rendered = true; });
+        window_.update();
+        EXPECT_TRUE(App::waitFor([&] { return rendered; }));
+    }
+
     void press(QPoint point) { QTest::mousePress(&window_, Qt::LeftButton, {}, point); }
     void move(QPoint point) { QTest::mouseMove(&window_, point); }
     void release(QPoint point) { QTest::mouseRelease(&window_, Qt::LeftButton, {}, point); }
