@@ -64,6 +64,8 @@ TEST_F(VexmoraWidgetTest, PaintsTheAdSharplyInItsPlace) {
     ad->setView(nullptr);
     EXPECT_EQ(colorAt(10, 20), Qt::white);
     EXPECT_EQ(ad->sizeHint(), QSize(0, 0));
+    ad->setView(former);
+    EXPECT_EQ(colorAt(10, 20), Qt::red);
     delete ad;
     former->setHidden(true);
 }
