@@ -219,8 +219,8 @@ TEST_F(ViewItemTest, LetsAListBeFlickedAndTapped) {
 
     ASSERT_TRUE(App::waitFor([&] { return !list->property("moving").toBool(); }));
     list->setProperty("contentY", 0);
-    touch().press(0, {50, 80});
-    touch().release(0, {50, 80});
+    touch().press(0, {100, 50});
+    touch().release(0, {100, 50});
     EXPECT_TRUE(taps_.wasTapped());
 }
 
