@@ -24,30 +24,64 @@ QQuickItem* find(QQuickItem* item, const QString& objectName) {
 Scenario::Scenario(QQuickWindow& window, EventLog& events, LocalAdServer& server,
                    AddressRecorder& recorder, const QDir& out)
     : window_(window), events_(events), server_(server), out_(out) {
+    const QString night = QStringLiteral("appearance");
+    const QString sheet = QStringLiteral("inspector");
     steps_ = {
+        {QStringLiteral("00-front-page"), [] {}, {QStringLiteral("didReceiveAd article-native")}},
         {QStringLiteral("01-banner-320x60"),
-         [] {},
+         [this] { tap(QStringLiteral("lead article")); },
          {QStringLiteral("didReceiveAd home-bottom 320x60")}},
         {QStringLiteral("02-banner-320x100"),
-         [this] { tap(QStringLiteral("size 320x100")); },
+         [this, sheet] {
+             tap(sheet);
+             tap(QStringLiteral("size 320x100"));
+         },
          {QStringLiteral("didReceiveAd home-bottom 320x100")}},
         {QStringLiteral("03-banner-468x60"),
-         [this] {
-             tap(QStringLiteral("lead article"));
-             tap(QStringLiteral("size 468x60"));
-         },
+         [this] { tap(QStringLiteral("size 468x60")); },
          {QStringLiteral("didReceiveAd home-bottom 468x60")}},
         {QStringLiteral("04-tap"),
          [this] { tap(QStringLiteral("ad")); },
          {QStringLiteral("willLeaveApplication http")}},
-        {QStringLiteral("05-no-fill"),
-         [this] {
+        {QStringLiteral("05-native"),
+         [this, sheet] {
+             tap(sheet);
              tap(QStringLiteral("back"));
+         },
+         {QStringLiteral("didReceiveAd between-articles")}},
+        {QStringLiteral("06-native-tap"),
+         [this, sheet] {
+             tap(QStringLiteral("native ad"));
+             tap(sheet);
+         },
+         {QStringLiteral("willLeaveApplication http")}},
+        {QStringLiteral("07-interstitial-open"),
+         [this, sheet] {
+             tap(sheet);
+             tap(QStringLiteral("The night ferry is back on the island run"));
+         },
+         {QStringLiteral("willShowScreen between-articles"),
+          QStringLiteral("didReceiveAd home-bottom 468x60")}},
+        {QStringLiteral("08-interstitial-closed"),
+         [this] { tapClose(); },
+         {QStringLiteral("willDismissScreen between-articles"),
+          QStringLiteral("didDismissScreen between-articles")}},
+        {QStringLiteral("09-dark"),
+         [this, night] {
+             tap(QStringLiteral("back"));
+             tap(night);
+         },
+         {}},
+        {QStringLiteral("10-no-fill"),
+         [this, sheet] {
              showContainer(QStringLiteral("fault-empty-array"));
+             tap(QStringLiteral("lead article"));
+             tap(sheet);
          },
          {QStringLiteral("didHaveError ParsingError"), QStringLiteral("didHaveError NoFill")}},
-        {QStringLiteral("06-server-down"),
-         [this] {
+        {QStringLiteral("11-server-down"),
+         [this, night] {
+             tap(night);
              server_.stop();
              showContainer(QStringLiteral("home-bottom"));
          },
@@ -68,14 +102,25 @@ void Scenario::start() {
 
 void Scenario::beginStep() {
     deadline_.start();
-    steps_.first().action();
+    // A copy: what the action leads to may be heard at once.
+    const Step step = steps_.first();
+    step.action();
+    if (step.expected.isEmpty()) endStepWhenSettled();
 }
 
 void Scenario::tap(const QString& objectName) {
     const QQuickItem* item = find(window_.contentItem(), objectName);
     if (!item || !item->isVisible())
         return finish(QStringLiteral("there is no \"%1\" to tap").arg(objectName));
-    const QPointF at = item->mapToScene(item->boundingRect().center());
+    tapAt(item->mapToScene(item->boundingRect().center()));
+}
+
+void Scenario::tapClose() {
+    const QQuickItem* screen = find(window_.contentItem(), QStringLiteral("screen"));
+    tapAt(screen->mapToScene(screen->property("closeRect").toRectF().center()));
+}
+
+void Scenario::tapAt(const QPointF& at) {
     send(QEvent::MouseButtonPress, at);
     send(QEvent::MouseButtonRelease, at);
 }
@@ -106,17 +151,19 @@ void Scenario::hearOpened(const QString& address) {
 void Scenario::take() {
     const EventLog::Event& event = events_.latest();
     Step& step = steps_.first();
-    std::printf("%s  %-17s  %-20s  %s\n", qPrintable(event.time), qPrintable(step.name),
+    std::printf("%s  %-22s  %-20s  %s\n", qPrintable(event.time), qPrintable(step.name),
                 qPrintable(event.name), qPrintable(event.details));
     std::fflush(stdout);
     const QString heard = event.name + u' ' + event.details;
     if (step.expected.isEmpty() || !heard.startsWith(step.expected.first()))
         return finish(QStringLiteral("\"%1\" was not to happen").arg(heard));
     step.expected.removeFirst();
-    if (step.expected.isEmpty()) {
-        deadline_.stop();
-        endStepAfterNextFrame();
-    }
+    if (step.expected.isEmpty()) endStepWhenSettled();
+}
+
+void Scenario::endStepWhenSettled() {
+    deadline_.stop();
+    endStepAfterNextFrame();
 }
 
 void Scenario::endStepAfterNextFrame() {

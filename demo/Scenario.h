@@ -40,12 +40,15 @@ class Scenario : public QObject {
     };
 
     void tap(const QString& objectName);
+    void tapClose();
+    void tapAt(const QPointF& at);
     void send(QEvent::Type type, const QPointF& at);
     void showContainer(const QString& containerId);
     void hear();
     void hearOpened(const QString& address);
     void take();
     void beginStep();
+    void endStepWhenSettled();
     void endStepAfterNextFrame();
     void endStep();
     void finish(const QString& error);

@@ -3,14 +3,14 @@ import QtQuick.Controls.Material
 import HarbourPost
 
 /// A sheet for whoever tries out ads: the size to ask for, and what is heard. A tap on its title
-/// folds it up.
+/// unfolds it.
 Rectangle {
     id: root
 
     required property EventLog events
 
     property alias adSize: selector.size
-    property bool open: true
+    property bool open: false
 
     implicitHeight: open ? 204 : title.height
     color: Theme.sheet

@@ -1,9 +1,12 @@
 import QtQuick
 import QtQuick.Controls.Material
+import HarbourPost
 
-/// The front page: the lead article and the others below it.
+/// The front page: the lead article and the others below it, an ad between them.
 Page {
     id: root
+
+    required property EventLog events
 
     signal articleChosen(article: Article)
 
@@ -34,12 +37,28 @@ Page {
             Repeater {
                 model: Articles.others
 
-                ArticleRow {
-                    required property Article modelData
+                Column {
+                    id: entry
 
-                    width: parent.width
-                    article: modelData
-                    onClicked: (parent as ArticleColumn).chosen(article)
+                    required property Article modelData
+                    required property int index
+
+                    width: articles.width
+
+                    ArticleRow {
+                        width: parent.width
+                        article: entry.modelData
+                        onClicked: articles.chosen(article)
+                    }
+
+                    Loader {
+                        width: parent.width
+                        active: entry.index === 0
+
+                        sourceComponent: NativeSlot {
+                            events: root.events
+                        }
+                    }
                 }
             }
         }

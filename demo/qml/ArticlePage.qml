@@ -1,13 +1,23 @@
 import QtQuick
 import QtQuick.Controls.Material
+import HarbourPost
 
-/// One article to read.
+/// One article to read, a banner below it.
 Page {
     id: root
 
     required property Article article
+    required property EventLog events
+    required property string containerId
+    required property string adSize
 
     title: article.section
+
+    footer: AdSlot {
+        events: root.events
+        containerId: root.containerId
+        adSize: root.adSize
+    }
 
     background: Rectangle {
         color: Theme.paper

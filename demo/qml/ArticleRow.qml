@@ -7,6 +7,7 @@ AbstractButton {
 
     required property Article article
 
+    objectName: article.title
     implicitHeight: 112
     Accessible.name: article.title
 

@@ -2,60 +2,81 @@ import QtQuick
 import QtQuick.Controls.Material
 import HarbourPost
 
-/// The Harbour Post, a small news app with a banner at the bottom.
+/// The Harbour Post, a small news app: a native ad on the front page, a banner below each article,
+/// an interstitial before every other article.
 ApplicationWindow {
     id: root
 
     required property EventLog events
 
     property string containerId: "home-bottom"
-    /// No page is on the move.
-    readonly property bool settled: !pages.busy
+    property int articlesOpened: 0
+    /// No page and no ad is on the move.
+    readonly property bool settled: !pages.busy && interstitial.settled
+
+    function openArticle(article: Article) {
+        pages.push(articlePage, {article: article});
+        articlesOpened += 1;
+        interstitial.show();
+    }
+
+    function goBack() {
+        pages.pop();
+        if (articlesOpened % 2 === 1)
+            interstitial.ask();
+    }
 
     width: 360
-    height: 640
+    height: 760
     visible: true
     title: "The Harbour Post"
     color: Theme.paper
     font.family: Theme.sans
 
-    Material.theme: Material.Light
+    Material.theme: Theme.dark ? Material.Dark : Material.Light
     Material.accent: Theme.accent
 
-    header: Masthead {
+    Masthead {
+        id: masthead
+        width: parent.width
         title: (pages.currentItem as Page)?.title ?? ""
         canGoBack: pages.depth > 1
-        onBack: pages.pop()
+        onBack: root.goBack()
     }
 
     StackView {
         id: pages
-        anchors.fill: parent
+        anchors.top: masthead.bottom
+        anchors.bottom: inspector.top
+        width: parent.width
         clip: true
 
         initialItem: ArticleListPage {
-            onArticleChosen: article => pages.push(articlePage, {article: article})
+            events: root.events
+            onArticleChosen: article => root.openArticle(article)
         }
     }
 
     Component {
         id: articlePage
 
-        ArticlePage {}
-    }
-
-    footer: Column {
-        AdSlot {
-            width: parent.width
+        ArticlePage {
             events: root.events
             containerId: root.containerId
             adSize: inspector.adSize
         }
+    }
 
-        AdInspector {
-            id: inspector
-            width: parent.width
-            events: root.events
-        }
+    AdInspector {
+        id: inspector
+        anchors.bottom: parent.bottom
+        width: parent.width
+        events: root.events
+    }
+
+    Interstitial {
+        id: interstitial
+        anchors.fill: parent
+        events: root.events
     }
 }

@@ -24,6 +24,12 @@ Rectangle {
         onClicked: root.back()
     }
 
+    AppearanceButton {
+        anchors.right: parent.right
+        anchors.rightMargin: 4
+        anchors.verticalCenter: parent.verticalCenter
+    }
+
     Column {
         anchors.centerIn: parent
 

@@ -3,12 +3,17 @@ import QtQuick
 
 /// Colours, type and measures of the paper.
 QtObject {
-    readonly property color paper: "#fbf8f3"
-    readonly property color ink: "#1b2733"
-    readonly property color muted: "#66717c"
-    readonly property color line: "#e4ddd1"
-    readonly property color accent: "#b93a31"
-    readonly property color adGround: "#f1ebe0"
+    property bool dark: false
+
+    readonly property color paper: dark ? "#15191e" : "#fbf8f3"
+    readonly property color ink: dark ? "#ece7de" : "#1b2733"
+    readonly property color muted: dark ? "#98a2ac" : "#66717c"
+    readonly property color line: dark ? "#2e353d" : "#e4ddd1"
+    readonly property color accent: dark ? "#ff8b7e" : "#b93a31"
+    readonly property color adGround: dark ? "#20262d" : "#f1ebe0"
+
+    readonly property color card: dark ? "#f1ece3" : "#ffffff"
+    readonly property color cardMuted: "#66717c"
 
     readonly property color sheet: "#12263a"
     readonly property color sheetRaised: "#1e3a54"
