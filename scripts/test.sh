@@ -10,7 +10,7 @@ export QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software
 
 for preset in asan tsan dev; do
     echo "== $preset"
-    cmake --preset "$preset" -DVEXMORA_BENCHMARKS=OFF >/dev/null
+    cmake --preset "$preset" >/dev/null
     cmake --build --preset "$preset"
     ctest --preset "$preset" -j "$(nproc)"
 done

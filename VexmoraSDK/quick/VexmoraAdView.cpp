@@ -105,10 +105,11 @@ void VexmoraAdView::setContainerId(const QString& containerId) {
 void VexmoraAdView::setAdSize(const QString& adSize) {
     if (adSize_ == adSize) return;
     adSize_ = adSize;
+    const QPointer guard(this);
     // First, so that the implicit size changes once.
     setReservedSize(sizeNamed(adSize));
-    choiceChanged();
-    Q_EMIT adSizeChanged();
+    if (guard) choiceChanged();
+    if (guard) Q_EMIT adSizeChanged();
 }
 
 void VexmoraAdView::setAdType(int adType) {

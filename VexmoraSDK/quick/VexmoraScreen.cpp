@@ -13,6 +13,10 @@ namespace {
 
 constexpr int kMilliseconds = 250;
 
+bool closes(const QKeyEvent* event) {
+    return event->key() == Qt::Key_Escape || event->key() == Qt::Key_Back;
+}
+
 }  // namespace
 
 class VexmoraScreen::Stage : public ViewItem {
@@ -52,11 +56,13 @@ bool VexmoraScreen::present(std::shared_ptr<VexmoraView> view) {
     stage_->setY(height());
     setAcceptedMouseButtons(Qt::AllButtons);
     setAcceptTouchEvents(true);
-    focusedBefore_ = window() ? window()->activeFocusItem() : nullptr;
-    forceActiveFocus();
     moveStage(0);
-    Q_EMIT presentingChanged();
-    Q_EMIT closeRectChanged();
+    focusedBefore_ = window() ? window()->activeFocusItem() : nullptr;
+    // What follows lets the host act, who may destroy this screen.
+    const QPointer guard(this);
+    forceActiveFocus();
+    if (guard) Q_EMIT closeRectChanged();
+    if (guard) Q_EMIT presentingChanged();
     return true;
 }
 
@@ -87,9 +93,12 @@ void VexmoraScreen::leftScreen() {
     presentation_->end();
     setAcceptedMouseButtons(Qt::NoButton);
     setAcceptTouchEvents(false);
-    setFocus(false);
-    if (focusedBefore_) focusedBefore_->forceActiveFocus();
-    Q_EMIT presentingChanged();
+    const QPointer guard(this);
+    // Unless the host has given the keyboard to another item meanwhile.
+    if (hasActiveFocus() && focusedBefore_) focusedBefore_->forceActiveFocus();
+    if (guard) setFocus(false);
+    if (guard) Q_EMIT closeRectChanged();
+    if (guard) Q_EMIT presentingChanged();
 }
 
 void VexmoraScreen::moveStage(double to) {
@@ -119,8 +128,9 @@ void VexmoraScreen::setInset(double platform::EdgeInsets::*edge, double inset) {
     if (qFuzzyCompare(insets_.*edge, inset)) return;
     insets_.*edge = inset;
     if (isPresenting()) presentation_->view()->setSafeAreaInsets(insets_);
+    const QPointer guard(this);
     Q_EMIT insetsChanged();
-    Q_EMIT closeRectChanged();
+    if (guard) Q_EMIT closeRectChanged();
 }
 
 QString VexmoraScreen::closeLabel() const {
@@ -141,12 +151,33 @@ std::shared_ptr<platform::Button> VexmoraScreen::closeButton() const {
     return interstitial ? interstitial->closeButton() : nullptr;
 }
 
-void VexmoraScreen::keyPressEvent(QKeyEvent* event) {
-    if (!isPresenting()) {
-        event->ignore();
-    } else if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_Back) {
-        close();
+void VexmoraScreen::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) {
+    QQuickItem::geometryChange(newGeometry, oldGeometry);
+    if (!isPresenting() || newGeometry.size() == oldGeometry.size()) return;
+    presentation_->view()->setFrame({{0, 0}, {newGeometry.width(), newGeometry.height()}});
+    stage_->setSize(newGeometry.size());
+    Q_EMIT closeRectChanged();
+}
+
+bool VexmoraScreen::event(QEvent* event) {
+    // Else a shortcut of the host's would have the key.
+    if (event->type() == QEvent::ShortcutOverride && isPresenting() &&
+        closes(static_cast<QKeyEvent*>(event))) {
+        event->accept();
+        return true;
     }
+    return QQuickItem::event(event);
+}
+
+void VexmoraScreen::keyPressEvent(QKeyEvent* event) {
+    // The close button is the one thing that Tab leads to.
+    const bool isTab = event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab;
+    event->setAccepted(isPresenting() && (!isTab || presentation_->isLeaving()));
+    if (isPresenting() && closes(event)) close();
+}
+
+void VexmoraScreen::keyReleaseEvent(QKeyEvent* event) {
+    event->setAccepted(isPresenting());
 }
 
 // What is behind the screen gets nothing of these.

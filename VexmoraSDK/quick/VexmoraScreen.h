@@ -21,10 +21,13 @@ class Presentation;
 
 /// Where interstitial ads are presented, one at a time, over the rest of the scene: an ad moves in
 /// from below and out again when it is closed, by its close button, Escape or Back. While it is
-/// there, nothing behind it is touched. Fill the window with it, in front of the rest. The screen
-/// may be destroyed at any time. Main thread.
+/// there, nothing behind it is touched and it has the keyboard. Fill the window with it, in front
+/// of the rest. An ad is presented in the frame that its view has; when the screen changes its size
+/// meanwhile, the view fills it again. The screen may be destroyed at any time, from inside its own
+/// signals and those of its ad too. Main thread.
 ///
-/// A tap on the picture of an interstitial ad is a deliberate stop of the program.
+/// A tap on an interstitial ad anywhere but on its close button is a deliberate stop of the
+/// program.
 class VexmoraScreen : public QQuickItem {
     Q_OBJECT
     QML_NAMED_ELEMENT(VexmoraScreenItem)
@@ -71,7 +74,10 @@ class VexmoraScreen : public QQuickItem {
     void closeRectChanged();
 
  protected:
+    bool event(QEvent* event) override;
+    void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void touchEvent(QTouchEvent* event) override;

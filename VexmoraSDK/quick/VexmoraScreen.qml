@@ -20,5 +20,8 @@ VexmoraScreenItem {
         Accessible.onPressAction: root.close()
         Keys.onSpacePressed: root.close()
         Keys.onReturnPressed: root.close()
+        // The keyboard stays with the ad as long as it is there.
+        Keys.onTabPressed: {}
+        Keys.onBacktabPressed: {}
     }
 }

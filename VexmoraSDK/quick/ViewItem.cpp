@@ -48,6 +48,8 @@ void ViewItem::press() {
 
 void ViewItem::show(std::shared_ptr<platform::View> view) {
     if (view_) view_->setDisplayCallback({});
+    // A press on the former view is no tap on this one.
+    taps_.cancel();
     view_ = std::move(view);
     if (view_) view_->setDisplayCallback([this] { viewChanged(); });
     viewChanged();
@@ -78,8 +80,11 @@ void ViewItem::updatePolish() {
     const double scale =
         std::min({window()->effectiveDevicePixelRatio(), kMaxPixelsPerSide / size.width(),
                   kMaxPixelsPerSide / size.height()});
-    picture_ = QImage(qCeil(size.width() * scale), qCeil(size.height() * scale),
-                      QImage::Format_ARGB32_Premultiplied);
+    const auto pixels = [scale](double points) {
+        return std::min(qCeil(points * scale), static_cast<int>(kMaxPixelsPerSide));
+    };
+    picture_ =
+        QImage(pixels(size.width()), pixels(size.height()), QImage::Format_ARGB32_Premultiplied);
     picture_.fill(Qt::transparent);
     pictureSize_ = QSizeF(picture_.size()) / scale;
     QPainter painter(&picture_);
@@ -134,10 +139,12 @@ void ViewItem::mouseUngrabEvent() {
     taps_.cancel();
 }
 
-// Later, so that a host may destroy the item from inside of what the tap brings about.
+// Later, so that a host may destroy the item from inside of what the tap brings about. By then an
+// earlier tap may have disabled the item.
 void ViewItem::tap(QPointF position) {
     platform::MainQueue::main()->async([item = QPointer(this), view = view_, position] {
-        if (item && view && item->view_ == view) view->tap({position.x(), position.y()});
+        if (!item || !item->isEnabled() || !view || item->view_ != view) return;
+        view->tap({position.x(), position.y()});
     });
 }
 

@@ -6,8 +6,8 @@
 namespace VexmoraSDK {
 
 /// Shows a full-screen ad on a screen that the host presents, with a button that closes it. The
-/// picture is centred when it is drawn: give the view its frame, at (0, 0), before. The picture
-/// itself takes no tap; one that reaches it is a fatal stop.
+/// picture is centred when it is drawn: give the view its frame, at (0, 0), before. Once
+/// there is an ad, a tap anywhere but on the button is a fatal stop.
 class VexmoraInterstitialView : public AdView<AdProtocol> {
  public:
     static constexpr std::string_view kClassName = "VexmoraSDK.VexmoraInterstitialView";

@@ -22,8 +22,8 @@ class Presentation;
 /// margins. The screen may be destroyed at any time, from inside the operations of the view's
 /// delegate too. Main thread.
 ///
-/// A tap on the picture of an interstitial ad is a deliberate stop of the program; nothing keeps
-/// taps from it. A host that presents interstitial ads lives with that.
+/// A tap on the ad anywhere but on its close button is a deliberate stop of the program; nothing
+/// keeps taps from it. A host that presents interstitial ads lives with that.
 class VexmoraWidgetScreen : public QWidget {
     Q_OBJECT
 

@@ -39,14 +39,14 @@ fs::path folderOfTheExecutable() {
     return fs::canonical("/proc/self/exe", ignored).parent_path();
 }
 
-/// `share/VexmoraSDK` beside one of the folders above `folder`: `lib` and `bin` lie directly in an
+/// `share/VexmoraSDK` in `folder` or one of those above it: `lib` and `bin` lie directly in an
 /// installation prefix, `lib/<architecture>` and plugin folders deeper.
 std::optional<fs::path> sharedFolderNear(fs::path folder) {
-    for (int levels = 0; levels < 4 && folder.has_relative_path(); ++levels) {
-        folder = folder.parent_path();
+    for (int levels = 0; levels < 5 && folder.has_relative_path(); ++levels) {
         std::error_code ignored;
         auto candidate = folder / "share" / "VexmoraSDK";
         if (fs::exists(candidate / kInfoFile, ignored)) return candidate;
+        folder = folder.parent_path();
     }
     return std::nullopt;
 }

@@ -1,5 +1,7 @@
 #include "VexmoraSDK/platform/UrlSession.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <utility>
 
@@ -50,6 +52,8 @@ class Engine {
     }
 
     void stop() {
+        // A process that was forked off has none of the threads.
+        if (getpid() != process_) return;
         loop_.stop();
         threads_.stop();
     }
@@ -59,6 +63,7 @@ class Engine {
         return true;
     }
 
+    const pid_t process_ = getpid();
     const bool libcurlIsSetUp_ = setUpLibcurl();
     DeliveryThreads threads_;
     TransferLoop loop_{[this](std::shared_ptr<Transfer> done) { deliver(std::move(done)); }};
