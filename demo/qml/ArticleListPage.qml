@@ -34,31 +34,26 @@ Page {
                 onClicked: articles.chosen(article)
             }
 
+            ArticleRow {
+                width: parent.width
+                article: Articles.others[0]
+                onClicked: articles.chosen(article)
+            }
+
+            NativeSlot {
+                width: parent.width
+                events: root.events
+            }
+
             Repeater {
-                model: Articles.others
+                model: Articles.others.length - 1
 
-                Column {
-                    id: entry
-
-                    required property Article modelData
+                ArticleRow {
                     required property int index
 
-                    width: articles.width
-
-                    ArticleRow {
-                        width: parent.width
-                        article: entry.modelData
-                        onClicked: articles.chosen(article)
-                    }
-
-                    Loader {
-                        width: parent.width
-                        active: entry.index === 0
-
-                        sourceComponent: NativeSlot {
-                            events: root.events
-                        }
-                    }
+                    width: parent.width
+                    article: Articles.others[index + 1]
+                    onClicked: (parent as ArticleColumn).chosen(article)
                 }
             }
         }

@@ -15,7 +15,12 @@ ApplicationWindow {
     readonly property bool settled: !pages.busy && interstitial.settled
 
     function openArticle(article: Article) {
-        pages.push(articlePage, {article: article});
+        pages.push(articlePage, {
+            article: article,
+            events: events,
+            containerId: Qt.binding(() => root.containerId),
+            adSize: Qt.binding(() => inspector.adSize)
+        });
         articlesOpened += 1;
         interstitial.show();
     }
@@ -60,11 +65,7 @@ ApplicationWindow {
     Component {
         id: articlePage
 
-        ArticlePage {
-            events: root.events
-            containerId: root.containerId
-            adSize: inspector.adSize
-        }
+        ArticlePage {}
     }
 
     AdInspector {
