@@ -40,11 +40,9 @@ std::vector<long> parseTypes(const std::string& list) {
     long type = 0;
     while (at < end) {
         const auto [stop, error] = std::from_chars(at, end, type);
-        if (error == std::errc{})
-            types.push_back(type);
+        if (error == std::errc{}) types.push_back(type);
         at = std::find(stop, end, ',');
-        if (at < end)
-            ++at;
+        if (at < end) ++at;
     }
     return types;
 }
@@ -96,8 +94,7 @@ struct AdServer::Site {
         http.set_error_handler(sendErrorPage);
         port = http.bind(options.port);
         address = "http://127.0.0.1:" + std::to_string(port);
-        if (port != 0)
-            http.serve();
+        if (port != 0) http.serve();
     }
 
     void addPicture(const Creative& creative) {
@@ -108,8 +105,7 @@ struct AdServer::Site {
         {
             const std::lock_guard lock(mutex);
             log.push_back(logged(request));
-            if (log.size() > logLimit)
-                log.pop_front();
+            if (log.size() > logLimit) log.pop_front();
         }
         arrived.notify_all();
         // httplib compresses for whoever accepts it. Ads are too small for that to pay.
@@ -117,8 +113,7 @@ struct AdServer::Site {
             Fault::of(request.get_param_value("container")).compresses() &&
             request.get_header_value("Accept-Encoding").find("gzip") != std::string::npos;
         request.headers.erase("Accept-Encoding");
-        if (gzip)
-            request.set_header("Accept-Encoding", "gzip");
+        if (gzip) request.set_header("Accept-Encoding", "gzip");
         HttpServer::connection().wait(options.latency);
     }
 
@@ -127,8 +122,7 @@ struct AdServer::Site {
         const std::string types = request.get_param_value("types");
         const Fault& fault = Fault::of(container);
         std::vector<const Creative*> candidates = catalog.candidates(container, parseTypes(types));
-        if (fault.container.empty())
-            takeTurns(candidates, container + '?' + types);
+        if (fault.container.empty()) takeTurns(candidates, container + '?' + types);
 
         json::array ads;
         for (const Creative* creative : candidates)
@@ -154,8 +148,7 @@ struct AdServer::Site {
 
     /// Puts another candidate first each time that the same thing is asked for.
     void takeTurns(std::vector<const Creative*>& candidates, const std::string& asked) {
-        if (candidates.empty())
-            return;
+        if (candidates.empty()) return;
         const std::lock_guard lock(mutex);
         const std::size_t turn = turns[asked]++ % candidates.size();
         std::rotate(candidates.begin(), candidates.begin() + static_cast<std::ptrdiff_t>(turn),
@@ -164,8 +157,7 @@ struct AdServer::Site {
 
     json::object record(const Creative& creative, const Fault& fault) const {
         std::string picture = address + "/creatives/" + creative.picture.filename().string();
-        if (fault.spoilsPicture())
-            picture.append("?container=").append(fault.container);
+        if (fault.spoilsPicture()) picture.append("?container=").append(fault.container);
         const bool onThisServer = creative.clickUrl.starts_with('/');
         json::object record{{"adTypeId", creative.adTypeId},
                             {"clickUrl", (onThisServer ? address : "") + creative.clickUrl},

@@ -27,21 +27,18 @@ bool contains(const Range& range, const T& value) {
 json::value parse(const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios::binary);
     const std::string text{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream)
-        mistake(file.string(), "a readable file");
+    if (!stream) mistake(file.string(), "a readable file");
     json::parser parser;
     boost::system::error_code error;
     const std::size_t parsed = parser.write(text, error);
-    if (!error)
-        return parser.release();
+    if (!error) return parser.release();
     const auto end = text.begin() + static_cast<std::ptrdiff_t>(parsed);
     mistake(file.string() + ':' + std::to_string(1 + std::count(text.begin(), end, '\n')),
             "JSON (" + error.message() + ')');
 }
 
 const json::object& object(const json::value* value, const std::string& place) {
-    if (!value || !value->is_object())
-        mistake(place, "an object");
+    if (!value || !value->is_object()) mistake(place, "an object");
     return value->get_object();
 }
 
@@ -113,8 +110,7 @@ Catalog read(const std::filesystem::path& file) {
     for (const auto& [container, names] :
          object(sections.if_contains("placements"), placementsPlace)) {
         const std::string place = placementsPlace + '.' + std::string(container);
-        if (!names.is_array())
-            mistake(place, "an array of names of creatives");
+        if (!names.is_array()) mistake(place, "an array of names of creatives");
         for (const json::value& name : names.get_array()) {
             const auto found = name.is_string() ? named.find(name.get_string()) : named.end();
             if (found == named.end()) {
@@ -148,18 +144,15 @@ std::vector<const Creative*> Catalog::candidates(std::string_view container,
     std::vector<const Creative*> suitable;
     if (const auto placement = placements.find(container); placement != placements.end()) {
         for (const Creative& creative : placement->second) {
-            if (contains(acceptedTypes, creative.adTypeId))
-                suitable.push_back(&creative);
+            if (contains(acceptedTypes, creative.adTypeId)) suitable.push_back(&creative);
         }
         return suitable;
     }
     for (const long type : acceptedTypes) {
         for (const Creative& creative : creatives) {
-            if (creative.adTypeId == type)
-                suitable.push_back(&creative);
+            if (creative.adTypeId == type) suitable.push_back(&creative);
         }
-        if (!suitable.empty())
-            break;
+        if (!suitable.empty()) break;
     }
     return suitable;
 }

@@ -192,8 +192,7 @@ constexpr Fault faults[] = {
 
 const Fault& Fault::of(std::string_view container) {
     for (const Fault& fault : faults) {
-        if (fault.container == container)
-            return fault;
+        if (fault.container == container) return fault;
     }
     return none;
 }

@@ -62,8 +62,7 @@ void Connection::wait(std::optional<std::chrono::milliseconds> time) const {
 ssize_t Connection::read(char* data, size_t size) {
     if (position_ == filled_) {
         const ssize_t received = recv(socket_, buffer_.data(), buffer_.size(), 0);
-        if (received <= 0)
-            return received;
+        if (received <= 0) return received;
         position_ = 0;
         filled_ = static_cast<size_t>(received);
     }
@@ -104,8 +103,7 @@ HttpServer::HttpServer() {
 }
 
 HttpServer::~HttpServer() {
-    if (!listener_.joinable())
-        return;
+    if (!listener_.joinable()) return;
     {
         const std::lock_guard lock(mutex_);
         stopping_ = true;
@@ -117,8 +115,7 @@ HttpServer::~HttpServer() {
 }
 
 int HttpServer::bind(int port) {
-    if (port == 0)
-        return std::max(bind_to_any_port("127.0.0.1"), 0);
+    if (port == 0) return std::max(bind_to_any_port("127.0.0.1"), 0);
     return bind_to_port("127.0.0.1", port) ? port : 0;
 }
 
@@ -142,8 +139,7 @@ bool HttpServer::process_and_close_socket(socket_t socket) {
 
 bool HttpServer::admit(socket_t socket) {
     const std::lock_guard lock(mutex_);
-    if (!stopping_)
-        open_.insert(socket);
+    if (!stopping_) open_.insert(socket);
     return !stopping_;
 }
 

@@ -61,35 +61,26 @@ int main(int argc, char** argv) {
                             {}};
     for (int found; (found = getopt_long(argc, argv, "", known, nullptr)) != -1;) {
         switch (found) {
-            case 'p':
-                options.port = numberUpTo(65'535, "--port", optarg);
-                break;
-            case 'c':
-                catalogFile = optarg;
-                break;
+            case 'p': options.port = numberUpTo(65'535, "--port", optarg); break;
+            case 'c': catalogFile = optarg; break;
             case 'l':
                 options.latency =
                     std::chrono::milliseconds(numberUpTo(600'000, "--latency", optarg));
                 break;
-            case 'h':
-                std::cout << usage;
-                return 0;
+            case 'h': std::cout << usage; return 0;
             default:  // getopt_long has said what is wrong
                 return 2;
         }
     }
-    if (optind < argc)
-        refuse(std::string("unexpected argument \"") + argv[optind] + '"');
+    if (optind < argc) refuse(std::string("unexpected argument \"") + argv[optind] + '"');
 
     std::string error;
     auto catalog = Catalog::load(catalogFile, error);
-    if (!catalog)
-        refuse(error);
+    if (!catalog) refuse(error);
 
     const sigset_t endSignals = blockEndSignals();
     const AdServer server(std::move(*catalog), options);
-    if (server.port() == 0)
-        refuse("port " + std::to_string(options.port) + " is not to be had");
+    if (server.port() == 0) refuse("port " + std::to_string(options.port) + " is not to be had");
     std::cout << "Listening on " << server.address() << '\n'
               << "Request template: " << server.requestUrlFormat() << std::endl;
 

@@ -29,8 +29,8 @@ class Value {
 
     Value() = default;
     template <class T>
-        requires(std::constructible_from<Variant, T> && !std::same_as<T, Value>)
-    Value(T value) : variant_(std::move(value)) {}
+    requires(std::constructible_from<Variant, T> && !std::same_as<T, Value>) Value(T value)
+        : variant_(std::move(value)) {}
 
     /// The value when it is a `T` of the alternatives above, else null. Nothing is converted.
     template <class T>
