@@ -32,7 +32,7 @@ ApplicationWindow {
     }
 
     width: 360
-    height: 760
+    height: 640
     visible: true
     title: "The Harbour Post"
     color: Theme.paper
