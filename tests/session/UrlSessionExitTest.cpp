@@ -1,5 +1,3 @@
-#include <sys/resource.h>
-
 #include <cstdlib>
 
 #include "tests/session/RawServer.h"
@@ -57,24 +55,6 @@ TEST_F(UrlSessionExitTest, LeavesACompletionWithTransfersInFlight) {
                           [](auto, auto, auto) { std::exit(7); })
                 .resume();
             std::promise<void>().get_future().wait_for(kDeadline);
-        },
-        testing::ExitedWithCode(7), "^$");
-}
-
-TEST_F(UrlSessionExitTest, FetchesAgainAfterALackOfDescriptors) {
-    EXPECT_EXIT(
-        {
-            // Sanitizers open descriptors where code runs for the first time.
-            fetch("relative");
-            const std::string address = ads("home-bottom");
-            rlimit descriptors;
-            getrlimit(RLIMIT_NOFILE, &descriptors);
-            rlimit none = descriptors;
-            none.rlim_cur = 0;
-            setrlimit(RLIMIT_NOFILE, &none);
-            const bool failed = fetch(address).error.has_value();
-            setrlimit(RLIMIT_NOFILE, &descriptors);
-            std::exit(failed && fetch(address).body ? 7 : 8);
         },
         testing::ExitedWithCode(7), "^$");
 }
