@@ -7,7 +7,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 cd "$root"
 log=build/release.log
 mkdir -p build
-if ! { cmake --preset release && cmake --build --preset release --target vexmora-demo; } >"$log" 2>&1; then
+if ! { cmake --preset release && cmake --build --preset release --target vexmora-demo vexmora-adserver; } >"$log" 2>&1; then
     cat "$log" >&2
     exit 1
 fi

@@ -16,11 +16,12 @@ enum class VexmoraErrorCodes : std::intptr_t {
     RequestError = 3,
     /// No view shows ads of the type that the host asked for. Do not retry.
     InvalidAdTypeError = 4,
-    /// The server had no ad. Retry later, or show something else.
+    /// The server had no ad, or its answer could not be read. Retry later, or show something else.
     NoFill = 5,
     /// Defined for hosts; the library never reports it.
     InvalidViewTypeError = 6,
-    /// The picture of a native ad was no picture. Retry later: the next ad may have one.
+    /// The picture of a native ad was none, too large, or not there yet when the ad was drawn.
+    /// Retry later: the next ad may have one.
     ImageRequestError = 7,
 };
 

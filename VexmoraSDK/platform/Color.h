@@ -11,7 +11,6 @@ struct Color {
 
     static constexpr Color black() { return {0, 0, 0, 1}; }
     static constexpr Color gray() { return {0.5, 0.5, 0.5, 1}; }
-    static constexpr Color white() { return {1, 1, 1, 1}; }
 
     friend bool operator==(const Color&, const Color&) = default;
 };

@@ -16,7 +16,8 @@ namespace VexmoraSDK::platform {
 
 class Window;
 
-/// The edges of its superview's safe area that a view keeps at a distance, in points.
+/// The edges of its superview's safe area that a view keeps at a distance, in points, whatever the
+/// superview's size: opposite pins stretch the view, one of two moves it.
 struct Pins {
     std::optional<double> top;
     std::optional<double> left;
@@ -66,7 +67,7 @@ class View : public Object {
     std::shared_ptr<View> superview() const { return superview_.lock(); }
     /// Adds `view` as the last subview, away from the superview that it had, then calls
     /// `didAddSubview`.
-    void addSubview(const std::shared_ptr<View>& view);
+    void addSubview(std::shared_ptr<View> view);
     void removeFromSuperview();
 
     /// The size that the view would like within `proposed`; here, the size that it has.
@@ -74,9 +75,6 @@ class View : public Object {
     /// Gives the view the size that fits, at the same origin.
     void sizeToFit();
 
-    /// Where the view stays when its superview, or the superview's safe area, changes: opposite
-    /// pins stretch it, one of two moves it.
-    void setPins(const Pins& pins);
     /// How much of each edge of this view is behind a notch or a rounded corner; set by the
     /// presenter on the root view.
     void setSafeAreaInsets(EdgeInsets insets);

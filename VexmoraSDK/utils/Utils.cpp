@@ -2,8 +2,8 @@
 
 #include <utility>
 
-// Reading an answer and building its models is one recursion: the only place where this folder
-// looks up to `ads/`.
+// Reading an answer and building its models need each other: the only place where this folder looks
+// up to `ads/`.
 #include "VexmoraSDK/ads/AdFactory.h"
 #include "VexmoraSDK/platform/Fatal.h"
 #include "VexmoraSDK/platform/Json.h"

@@ -21,7 +21,8 @@ VexmoraBannerView::VexmoraBannerView(const platform::Coder& coder)
     : FetchedAdView(coder, VexmoraViewType::banner, allowedAdTypes(), allowedAdTypes()) {}
 
 void VexmoraBannerView::draw() {
-    unwrap(ad()).render(*this);
+    const auto drawn = ad();
+    unwrap(drawn).render(*this);
     const auto image = unwrap(ad()).image();
     setFrame({frame().origin, unwrap(image).size()});
     tell(&VexmoraDelegate::didReceiveAd);

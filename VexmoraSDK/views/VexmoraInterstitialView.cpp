@@ -53,15 +53,18 @@ void VexmoraInterstitialView::handleResponse(const platform::Data& body) {
 }
 
 void VexmoraInterstitialView::draw() {
-    unwrap(ad()).render(*this);
+    const auto drawn = ad();
+    unwrap(drawn).render(*this);
     tell(&VexmoraDelegate::didReceiveAd);
 }
 
 void VexmoraInterstitialView::handleCloseTap() {
+    // The host may release the view while it hears of this.
+    const auto self = shared<VexmoraInterstitialView>();
     tell(&VexmoraDelegate::willDismissScreen);
     const auto shownIn = window();
     if (!shownIn) return;
-    unwrap(shownIn->rootViewController()).dismiss(true, [self = shared<VexmoraInterstitialView>()] {
+    unwrap(shownIn->rootViewController()).dismiss(true, [self] {
         self->tell(&VexmoraDelegate::didDismissScreen);
     });
 }

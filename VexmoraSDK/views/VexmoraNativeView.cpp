@@ -25,17 +25,18 @@ VexmoraNativeView::VexmoraNativeView(const platform::Coder& coder)
     : FetchedAdView(coder, VexmoraViewType::native, allowedAdTypes(), allowedAdTypes()) {}
 
 void VexmoraNativeView::draw() {
-    if (!ad()) {
+    const auto drawn = ad();
+    if (!drawn) {
         tell(&VexmoraDelegate::didHaveError,
              VexmoraError(VexmoraErrorCodes::UnknownError, std::nullopt));
         return;
     }
-    if (!ad()->image()) {
+    if (!drawn->image()) {
         tell(&VexmoraDelegate::didHaveError,
              VexmoraError(VexmoraErrorCodes::ImageRequestError, std::nullopt));
         return;
     }
-    ad()->render(*this);
+    drawn->render(*this);
     tell(&VexmoraDelegate::didReceiveAd);
 }
 

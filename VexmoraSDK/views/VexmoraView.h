@@ -25,8 +25,11 @@ class VexmoraView : public platform::View {
     /// The placement's name at the ad server; absent until it is set.
     virtual const std::optional<std::string>& containerId() const = 0;
     /// Every assignment starts a request, whether or not the value is another; a request under way
-    /// goes on, and the ad that arrives last is the one shown. An absent value, or one that makes
-    /// no valid address, is a fatal stop.
+    /// goes on. The ad that arrives last is drawn in front of what is there, also when the picture
+    /// of an earlier one arrives: where its own picture is not there by then, a banner or
+    /// interstitial view is a fatal stop and a native one reports an `ImageRequestError`. To change
+    /// ads safely, make another view. An absent value, or one that makes no valid address, is a
+    /// fatal stop.
     virtual void setContainerId(std::optional<std::string> containerId) = 0;
 
     /// Held by the view; may be absent. It may be replaced from inside any of its operations.

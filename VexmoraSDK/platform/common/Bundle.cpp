@@ -59,10 +59,11 @@ fs::path libraryFolder() {
 
 }  // namespace
 
-Bundle::Bundle(fs::path folder)
-    : folder_(std::move(folder)),
-      info_(
-          PropertyList::dictionaryWithContentsOfFile(folder_ / kInfoFile).value_or(Dictionary())) {}
+Bundle::Bundle(fs::path folder) : folder_(std::move(folder)) {
+    // No folder is not the working directory.
+    if (folder_.empty()) return;
+    info_ = PropertyList::dictionaryWithContentsOfFile(folder_ / kInfoFile).value_or(Dictionary());
+}
 
 const Bundle& Bundle::library() {
     static const auto& bundle = *new Bundle(libraryFolder());
@@ -89,6 +90,7 @@ const Value* Bundle::objectForInfoDictionaryKey(std::string_view key) const {
 
 std::optional<fs::path> Bundle::pathForResource(std::string_view name,
                                                 std::string_view type) const {
+    if (folder_.empty()) return std::nullopt;
     fs::path file = folder_ / name;
     file += '.';
     file += type;

@@ -63,7 +63,7 @@ const TextLayout& TextView::layoutWithin(double viewWidth) {
         0.0, viewWidth - textContainerInset_.left - textContainerInset_.right - 2 * kLinePadding);
     if (!layout_ || layoutWidth_ != width) {
         layout_ = std::make_unique<const TextLayout>(
-            text_.value_or(std::string()), font_.value_or(Font::system(kDefaultFontSize)), width);
+            text_.value_or(std::string()), font_ ? *font_ : Font::system(kDefaultFontSize), width);
         layoutWidth_ = width;
     }
     return *layout_;

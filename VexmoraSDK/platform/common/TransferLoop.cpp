@@ -35,7 +35,7 @@ void TransferLoop::start(std::shared_ptr<Transfer> transfer) {
         const std::lock_guard lock(mutex_);
         if (stopped_) return;
         waiting_.push_back(transfer);
-        // Where others wait already, the thread is about to look.
+        // Where others wait already, the thread looks by itself as soon as there is room.
         if (waiting_.size() > 1 || wakeThread()) return;
         waiting_.pop_back();
     }

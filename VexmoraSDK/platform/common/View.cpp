@@ -60,18 +60,14 @@ void View::setZPosition(double position) {
     setNeedsDisplay();
 }
 
-void View::setPins(const Pins& pins) {
-    pins_ = pins;
-    if (const auto parent = superview()) placeByPins(*parent);
-}
-
 void View::setSafeAreaInsets(EdgeInsets insets) {
     safeAreaInsets_ = insets;
     placePinnedSubviews();
 }
 
 void View::placePinnedSubviews() {
-    for (const auto& subview : subviews_)
+    const auto pinned = subviews_;
+    for (const auto& subview : pinned)
         subview->placeByPins(*this);
 }
 
@@ -100,7 +96,7 @@ std::shared_ptr<Window> View::window() const {
     return parent ? parent->window() : window_.lock();
 }
 
-void View::addSubview(const std::shared_ptr<View>& view) {
+void View::addSubview(std::shared_ptr<View> view) {
     view->removeFromSuperview();
     subviews_.push_back(view);
     view->superview_ = shared<View>();
@@ -158,7 +154,8 @@ bool View::tap(Point point) {
 }
 
 void View::setNeedsDisplay() {
-    if (displayCallback_) displayCallback_();
+    // A copy: the presenter may take its callback back from inside.
+    if (const auto callback = displayCallback_) callback();
     if (const auto parent = superview()) parent->setNeedsDisplay();
 }
 
