@@ -4,6 +4,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <stdexcept>
@@ -43,10 +44,11 @@ class RawServer {
     /// "127.0.0.1:PORT"
     const std::string& place() const { return place_; }
 
-    /// What clients said first, from when there are `count`.
+    /// What clients said first, from when there are `count`; fewer when that takes too long.
     std::vector<std::string> requests(std::size_t count) {
         std::unique_lock lock(mutex_);
-        arrived_.wait(lock, [&] { return requests_.size() >= count; });
+        arrived_.wait_for(lock, std::chrono::seconds(30),
+                          [&] { return requests_.size() >= count; });
         return requests_;
     }
 

@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 #include <netdb.h>
 
+#include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <string_view>
@@ -38,9 +39,10 @@ StalledResolver::~StalledResolver() {
     state().set(false);
 }
 
-void StalledResolver::waitForQuery() {
+bool StalledResolver::waitForQuery() {
     std::unique_lock lock(state().mutex);
-    state().changed.wait(lock, [] { return state().queries > 0; });
+    return state().changed.wait_for(lock, std::chrono::seconds(30),
+                                    [] { return state().queries > 0; });
 }
 
 }  // namespace VexmoraSDK

@@ -10,8 +10,8 @@ class StalledResolver {
     StalledResolver();
     ~StalledResolver();
 
-    /// Returns when somebody waits for the name.
-    static void waitForQuery();
+    /// Returns when somebody waits for the name; false when that takes too long.
+    static bool waitForQuery();
 };
 
 }  // namespace VexmoraSDK

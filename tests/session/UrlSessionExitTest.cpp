@@ -19,9 +19,9 @@ class UrlSessionExitTest : public UrlSessionTest {
               "https://" + silent.place(), std::string("http://") + StalledResolver::kName}) {
             taskFor(address).first.resume();
         }
-        server.waitForRequests(3);
-        silent.requests(1);
-        resolver.waitForQuery();
+        const bool inFlight = server.waitForRequests(3) && silent.requests(1).size() == 1 &&
+                              StalledResolver::waitForQuery();
+        if (!inFlight) std::quick_exit(1);
     }
 
     RawServer silent;
