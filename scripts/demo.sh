@@ -1,15 +1,17 @@
 #!/usr/bin/env bash
 # Builds and runs the demo. With --headless --out DIR it needs no display and writes pictures.
 set -euo pipefail
-root=$(cd "$(dirname "$0")/.." && pwd)
-"$root/scripts/setup.sh"
+root=$(CDPATH='' cd "$(dirname "$0")/.." && pwd)
+"$root/scripts/setup.sh" build
 
-cd "$root"
-log=build/release.log
-mkdir -p build
-if ! { cmake --preset release && cmake --build --preset release --target vexmora-demo vexmora-adserver; } >"$log" 2>&1; then
-    cat "$log" >&2
+build=$root/build/demo
+mkdir -p "$build"
+(
+    cd "$root"
+    cmake --preset release -B "$build" -DVEXMORA_TESTS=OFF -DVEXMORA_EXAMPLES=OFF &&
+        cmake --build "$build" --target vexmora-demo vexmora-adserver
+) >"$build/build.log" 2>&1 || {
+    cat "$build/build.log" >&2
     exit 1
-fi
-cd "$OLDPWD"
-exec "$root/build/release/bin/vexmora-demo" "$@"
+}
+exec "$build/bin/vexmora-demo" "$@"

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Checks the style of the C++ code: formatting, then clang-tidy with the warnings of a clang build.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+CDPATH='' cd "$(dirname "$0")/.."
 scripts/setup.sh
 
 command -v clang-format >/dev/null && command -v clang-tidy >/dev/null || {

@@ -1,9 +1,15 @@
 #!/usr/bin/env bash
-# Installs the packages that are missing; silent and fast when none is.
+# Installs the packages that are missing; silent and fast when none is. With "build" those alone
+# that building the library and running the demo need.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+CDPATH='' cd "$(dirname "$0")/.."
 
-mapfile -t packages < <(grep -v '^#' scripts/packages.txt)
+list=scripts/packages.txt
+if [ "${1:-}" = build ]; then
+    mapfile -t packages < <(sed '/^# For tests/,$d; /^#/d' "$list")
+else
+    mapfile -t packages < <(sed '/^#/d' "$list")
+fi
 missing=()
 for package in "${packages[@]}"; do
     status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)

@@ -2,7 +2,7 @@
 # Builds and runs all tests: plain, under AddressSanitizer with UndefinedBehaviorSanitizer, and
 # under ThreadSanitizer.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+CDPATH='' cd "$(dirname "$0")/.."
 scripts/setup.sh
 
 # Neither a display nor a graphics card is needed.
