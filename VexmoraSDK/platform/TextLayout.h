@@ -14,7 +14,8 @@ class TextLayout {
     struct Impl;
 
     /// Lays `text` (UTF-8) out in lines of at most `width` points: wraps at words, breaks words
-    /// that are too long. Main thread.
+    /// that are too long. Of a text too long for any ad, a beginning of some thousand letters is
+    /// laid out, so that it takes bounded time. Main thread.
     TextLayout(const std::string& text, const Font& font, double width);
     ~TextLayout();
 

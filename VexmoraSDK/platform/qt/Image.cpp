@@ -1,36 +1,17 @@
 #include "VexmoraSDK/platform/Image.h"
 
 #include <QtCore/QIODevice>
-#include <QtCore/QScopedValueRollback>
 #include <QtGui/QImageReader>
 #include <algorithm>
 #include <string_view>
 
 #include "VexmoraSDK/platform/qt/ImageImpl.h"
+#include "VexmoraSDK/platform/qt/QuietScope.h"
 
 namespace VexmoraSDK::platform {
 namespace {
 
 constexpr qint64 kMaxPixels = 16'000'000;
-
-thread_local bool decoding = false;
-
-void forwardMessage(QtMsgType type, const QMessageLogContext& context, const QString& message);
-
-// What Qt and its codecs say of bad pictures is not ours to print. Logging rules would silence the
-// host's own pictures with ours, and a handler put in place for each decoding would, when two
-// threads decode, put back the wrong one. So one handler, put in place once, drops what a thread
-// says while it decodes for us and hands everything else to the handler that it replaced. A host
-// that sets its handler later hears everything.
-QtMessageHandler replacedHandler() {
-    // A message that comes from another thread in the midst of this waits for it.
-    static const QtMessageHandler handler = qInstallMessageHandler(forwardMessage);
-    return handler;
-}
-
-void forwardMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    if (!decoding || type == QtFatalMsg) replacedHandler()(type, context, message);
-}
 
 /// The bytes of a picture. Some decoders fill up with grey what is missing at the end of a picture
 /// and are content; from here it is heard that they asked for more.
@@ -96,8 +77,7 @@ QImage inFormatForPainting(QImage image) {
 }  // namespace
 
 std::shared_ptr<const Image> Image::fromData(const Data& data) {
-    replacedHandler();
-    const QScopedValueRollback rollback(decoding, true);
+    const QuietScope quiet;
     auto image = inFormatForPainting(read(data));
     if (image.isNull()) return nullptr;
     return std::make_shared<const Image>(std::make_unique<const Impl>(Impl{std::move(image)}));

@@ -3,7 +3,9 @@
 #include <QtGui/QFontDatabase>
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
+#include "VexmoraSDK/platform/qt/QuietScope.h"
 #include "VexmoraSDK/platform/qt/TextLayoutImpl.h"
 
 namespace VexmoraSDK::platform {
@@ -12,8 +14,21 @@ namespace {
 // More than any line takes, and within what the text engine can count.
 constexpr double kWidestLine = 1'000'000;
 
+// In UTF-16 units: more than any ad says, and some hundredths of a second at worst for the main
+// thread.
+constexpr qsizetype kLongestText = 2048;
+
+// A longer text is laid out up to there.
+QString beginningOf(const std::string& text) {
+    // No unit takes more than three bytes; the last letter among these may be cut.
+    const auto bytes = std::min<qsizetype>(std::ssize(text), 3 * kLongestText + 3);
+    auto beginning = QString::fromUtf8(text.data(), bytes).left(kLongestText);
+    if (beginning.size() == kLongestText && beginning.back().isHighSurrogate()) beginning.chop(1);
+    return beginning;
+}
+
 QString textWithLineSeparators(const std::string& text) {
-    return QString::fromStdString(text)
+    return beginningOf(text)
         .replace(QLatin1String("\r\n"), QLatin1String("\n"))
         .replace(QLatin1Char('\r'), QChar::LineSeparator)
         .replace(QLatin1Char('\n'), QChar::LineSeparator)
@@ -35,6 +50,7 @@ QFont qtFont(const Font& font) {
 
 TextLayout::Impl::Impl(const std::string& text, const Font& font, double width)
     : layout(textWithLineSeparators(text), qtFont(font)) {
+    const QuietScope quiet;  // no word of scripts that the font does not have
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     option.setAlignment(layout.text().isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft);

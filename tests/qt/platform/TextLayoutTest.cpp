@@ -72,6 +72,26 @@ TEST_F(TextLayoutTest, TakesAnyWidthAndAnyBytes) {
     EXPECT_EQ(lines(std::string("a\0b", 3), kWide), 1);
 }
 
+TEST_F(TextLayoutTest, LaysOutTheBeginningOfATextThatIsTooLong) {
+    const auto repeated = [](std::string_view letter, std::string text = {}) {
+        while (text.size() < 1'000'000)
+            text += letter;
+        return text;
+    };
+    EXPECT_EQ(lines(repeated("a"), 0), 2048);
+    EXPECT_EQ(lines(repeated("漢"), 0), 2048);
+    // The last one would be cut in half.
+    EXPECT_EQ(lines(repeated("😀", "a"), 0), 1 + 1023);
+    EXPECT_EQ(lines(repeated("\u0301", "e"), 0), 1);
+}
+
+TEST_F(TextLayoutTest, PrintsNothingOfScriptsThatTheFontLacks) {
+    measure("Coffee", kWide);
+    testing::internal::CaptureStderr();
+    measure("क्षत्रिय कॉफ़ी", kWide);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
 TEST_F(TextLayoutTest, MeasuresInTheFontThatItIsGiven) {
     const auto widthIn = [](const char* font, double size) {
         return TextLayout("Coffee", Font::named(font, size).value(), kWide).size().width;

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QtCore/QScopedValueRollback>
+
+namespace VexmoraSDK::platform {
+
+/// What Qt and its codecs have to say of the contents of ads is not ours to print. While one of
+/// these is alive, what its thread says through Qt's message handler is dropped, fatal messages
+/// excepted. Any thread; scopes nest.
+class QuietScope {
+ public:
+    QuietScope();
+
+ private:
+    QScopedValueRollback<bool> rollback_;
+};
+
+}  // namespace VexmoraSDK::platform
