@@ -70,7 +70,8 @@ MainQueue* MainQueue::main() {
     // Runs at each start of an application, and now if there is one.
     [[maybe_unused]] static const bool watching = (qAddPreRoutine(applicationStarts), true);
     const std::lock_guard lock(state().mutex);
-    return state().mainThread ? &queue : nullptr;
+    // The only application may have ended before anybody asked.
+    return state().mainThread || QCoreApplication::closingDown() ? &queue : nullptr;
 }
 
 void MainQueue::async(std::function<void()> block) {

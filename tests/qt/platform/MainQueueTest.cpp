@@ -135,6 +135,16 @@ TEST(MainQueueDeathTest, IsAbsentUntilAnApplicationStarts) {
     });
 }
 
+TEST(MainQueueDeathTest, DropsWhatComesAfterTheOnlyApplication) {
+    expectInItsOwnProcess([] {
+        std::optional<App>(std::in_place).reset();
+        ASSERT_TRUE(MainQueue::main());
+        Held late;
+        MainQueue::main()->async(late.block());
+        EXPECT_FALSE(late.ran() || late.isDestroyed());
+    });
+}
+
 TEST(MainQueueDeathTest, IsFoundByAnotherThreadFirst) {
     expectInItsOwnProcess([] {
         const App app;
