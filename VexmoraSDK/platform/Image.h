@@ -16,6 +16,10 @@ class Image {
     /// pixels, for which no memory is taken. Any thread.
     static std::shared_ptr<const Image> fromData(const Data& data);
 
+    /// Builds what decoding needs for the life of the process. Exit handlers that are registered
+    /// afterwards find it whole, and so do the threads that they stop. Any thread.
+    static void prepareDecoding();
+
     explicit Image(std::unique_ptr<const Impl> impl);
     ~Image();
 

@@ -19,6 +19,8 @@ std::shared_ptr<const Image> Image::fromData(const Data& data) {
     return std::make_shared<const Image>(std::make_unique<const Impl>(Impl{size}));
 }
 
+void Image::prepareDecoding() {}
+
 Image::Image(std::unique_ptr<const Impl> impl) : impl_(std::move(impl)) {}
 
 Image::~Image() = default;

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/platform/Image.h"
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/platform/common/DeliveryThreads.h"
 #include "VexmoraSDK/platform/common/TransferLoop.h"
@@ -35,8 +36,9 @@ class Engine {
 
  private:
     Engine() {
-        // Registered after libcurl has set up TLS and its exit handler with it: handlers run in
-        // the reverse order, and this one must find TLS alive.
+        // Handlers run in the reverse order of their registration, and this one must find alive
+        // what the threads use: TLS, which libcurl has set up by now, and what decodes pictures.
+        Image::prepareDecoding();
         std::atexit([] { shared().stop(); });
     }
 

@@ -1,6 +1,7 @@
 #include "VexmoraSDK/platform/Image.h"
 
 #include <QtCore/QIODevice>
+#include <QtCore/QThreadPool>
 #include <QtGui/QImageReader>
 #include <algorithm>
 #include <string_view>
@@ -75,6 +76,13 @@ QImage inFormatForPainting(QImage image) {
 }
 
 }  // namespace
+
+void Image::prepareDecoding() {
+    // Asks the plugin of each format, and so loads it.
+    fromData({});
+    // Takes part in converting large pictures.
+    QThreadPool::globalInstance();
+}
 
 std::shared_ptr<const Image> Image::fromData(const Data& data) {
     const QuietScope quiet;

@@ -198,6 +198,27 @@ TEST(ImageTest, DecodesInAnyThread) {
 
 // Of a process in which no picture was decoded yet.
 
+const auto& pictures() {
+    static const auto& pictures = *new std::vector<QByteArray>{
+        encoded(twoColors(40, 30), "png"), encoded(twoColors(40, 30), "jpeg"),
+        encoded(twoColors(40, 30), "webp"), encoded(twoColors(40, 30), "bmp"), gif()};
+    return pictures;
+}
+
+bool decodesAll() {
+    return std::ranges::all_of(pictures(), [](auto& bytes) { return decoded(bytes) != nullptr; });
+}
+
+TEST(ImageDeathTest, DecodesInExitHandlersOnceItIsPrepared) {
+    EXPECT_EXIT(
+        {
+            Image::prepareDecoding();
+            std::atexit([] { std::_Exit(decodesAll() ? 7 : 1); });
+            std::exit(decodesAll() ? 0 : 2);
+        },
+        testing::ExitedWithCode(7), "^$");
+}
+
 std::vector<QString> messages;
 
 void hostsHandler(QtMsgType, const QMessageLogContext&, const QString& message) {
