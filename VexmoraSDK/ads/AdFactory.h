@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/ads/Banner.h"
 #include "VexmoraSDK/ads/Native.h"
 #include "VexmoraSDK/errors/VexmoraError.h"
@@ -13,7 +14,7 @@ namespace VexmoraSDK {
 
 /// Turns a request address into an ad model. The ad server is trusted: a record that makes no model
 /// is a fatal stop, not an error.
-class AdFactory {
+class VEXMORA_EXPORT AdFactory {
  public:
     /// The model of one record, its picture being loaded. A missing member, an unknown "adTypeId",
     /// a text that is no address or a model that is no `T` is a fatal stop.

@@ -2,13 +2,14 @@
 
 #include <memory>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/Image.h"
 #include "VexmoraSDK/platform/Url.h"
 
 namespace VexmoraSDK {
 
 /// What an ad model with a picture is.
-class AdImageProtocol {
+class VEXMORA_EXPORT AdImageProtocol {
  public:
     virtual ~AdImageProtocol() = default;
 

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/types/VexmoraAdType.h"
 
 namespace VexmoraSDK {
@@ -10,7 +11,7 @@ class AdHandler;
 class InternalAdView;
 
 /// What every ad model is.
-class AdProtocol {
+class VEXMORA_EXPORT AdProtocol {
  public:
     virtual ~AdProtocol() = default;
 

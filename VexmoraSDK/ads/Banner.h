@@ -1,11 +1,12 @@
 #pragma once
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/ads/ImageAd.h"
 
 namespace VexmoraSDK {
 
 /// An ad that is one picture.
-class Banner : public ImageAd {
+class VEXMORA_EXPORT Banner : public ImageAd {
  public:
     static constexpr std::string_view kClassName = "VexmoraSDK.Banner";
 

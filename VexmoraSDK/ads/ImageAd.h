@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/ads/AdHandler.h"
 #include "VexmoraSDK/ads/AdImageProtocol.h"
 #include "VexmoraSDK/ads/AdProtocol.h"
@@ -10,7 +11,7 @@ namespace VexmoraSDK {
 
 /// An ad model that loads its own picture: what `Banner` and `Native` have in common. It is the
 /// sender of "adReady" once the picture has arrived.
-class ImageAd : public platform::Object, public AdProtocol, public AdImageProtocol {
+class VEXMORA_EXPORT ImageAd : public platform::Object, public AdProtocol, public AdImageProtocol {
  public:
     const std::shared_ptr<AdHandler>& delegate() const override { return delegate_; }
     std::shared_ptr<const platform::Image> image() const override { return image_.get(); }

@@ -2,12 +2,13 @@
 
 #include <string>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/ads/ImageAd.h"
 
 namespace VexmoraSDK {
 
 /// An ad of a picture and three texts.
-class Native : public ImageAd {
+class VEXMORA_EXPORT Native : public ImageAd {
  public:
     static constexpr std::string_view kClassName = "VexmoraSDK.Native";
 

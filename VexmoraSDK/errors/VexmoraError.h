@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/errors/VexmoraErrorCodes.h"
 #include "VexmoraSDK/platform/Error.h"
 
@@ -12,7 +13,7 @@ namespace VexmoraSDK {
 
 /// Every failure that a host hears of. The domain is `kDomain`, the code one of
 /// `VexmoraErrorCodes`.
-class VexmoraError : public platform::Error {
+class VEXMORA_EXPORT VexmoraError : public platform::Error {
  public:
     static constexpr std::string_view kDomain = "Vexmora";
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/Url.h"
 
 namespace VexmoraSDK::platform::Application {
@@ -7,6 +8,6 @@ namespace VexmoraSDK::platform::Application {
 /// Opens an address in the application that the device has for it; whether that succeeds is not
 /// told. An address that reaches into the device instead of out of it is not opened: `file:`,
 /// `javascript:`, `data:`, and a relative reference, which would name a file. Main thread.
-void openUrl(const Url& url);
+VEXMORA_EXPORT void openUrl(const Url& url);
 
 }  // namespace VexmoraSDK::platform::Application

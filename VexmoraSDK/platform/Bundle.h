@@ -4,12 +4,13 @@
 #include <optional>
 #include <string_view>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/Value.h"
 
 namespace VexmoraSDK::platform {
 
 /// A folder of resources with an information dictionary, "Info.plist", in it.
-class Bundle {
+class VEXMORA_EXPORT Bundle {
  public:
     explicit Bundle(std::filesystem::path folder);
 

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/TextLayout.h"
 #include "VexmoraSDK/platform/View.h"
 
@@ -10,7 +11,7 @@ namespace VexmoraSDK::platform {
 
 /// A title in the middle of a background. However small it looks, a finger hits it within 44 × 44
 /// points.
-class Button : public View {
+class VEXMORA_EXPORT Button : public View {
  public:
     static constexpr std::string_view kClassName = "Button";
 

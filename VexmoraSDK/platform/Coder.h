@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/Color.h"
 #include "VexmoraSDK/platform/Geometry.h"
 #include "VexmoraSDK/platform/Value.h"
@@ -12,7 +13,7 @@ namespace VexmoraSDK::platform {
 
 /// A keyed archive: values under names, stored as a property list. Errors are archived with it and
 /// views are loaded from it.
-class Coder {
+class VEXMORA_EXPORT Coder {
  public:
     /// An empty archive, to encode into.
     Coder() = default;

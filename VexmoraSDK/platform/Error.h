@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/Coder.h"
 #include "VexmoraSDK/platform/Value.h"
 
@@ -17,7 +18,7 @@ inline constexpr std::string_view kDebugDescriptionKey = "NSDebugDescription";
 inline constexpr std::string_view kFailingUrlStringKey = "NSErrorFailingURLStringKey";
 
 /// An error as a value: a domain, a code within it, and user information that may be absent.
-class Error {
+class VEXMORA_EXPORT Error {
  public:
     Error(std::string domain, std::intptr_t code, std::optional<Dictionary> userInfo);
 

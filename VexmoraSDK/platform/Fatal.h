@@ -4,21 +4,25 @@
 #include <string_view>
 #include <utility>
 
+#include "VexmoraSDK/Export.h"
+
 namespace VexmoraSDK::platform {
 
 /// Prints "fatal error: `message`" to standard error and aborts. Any thread.
-[[noreturn]] void fatalError(std::string_view message) noexcept;
+[[noreturn]] VEXMORA_EXPORT void fatalError(std::string_view message) noexcept;
 
 /// The stop of `unwrap`: a value that must be present is not.
-[[noreturn]] void fatalNil() noexcept;
+[[noreturn]] VEXMORA_EXPORT void fatalNil() noexcept;
 
 /// The stop of a forced conversion of an object to a class that it is not of.
-[[noreturn]] void fatalConversion(std::string_view from, std::string_view to) noexcept;
+[[noreturn]] VEXMORA_EXPORT void fatalConversion(std::string_view from,
+                                                 std::string_view to) noexcept;
 
 /// The stop of an initialiser that a class does not support. `location` names the source as
 /// "file: line: column: ", or is empty.
-[[noreturn]] void unimplementedInitializer(std::string_view initializer, std::string_view className,
-                                           std::string_view location = {}) noexcept;
+[[noreturn]] VEXMORA_EXPORT void unimplementedInitializer(std::string_view initializer,
+                                                          std::string_view className,
+                                                          std::string_view location = {}) noexcept;
 
 /// What an optional or a pointer holds; a fatal stop when it holds nothing.
 template <class Optional>

@@ -4,10 +4,12 @@
 #include <string>
 #include <string_view>
 
+#include "VexmoraSDK/Export.h"
+
 namespace VexmoraSDK::platform {
 
 /// A font that the device has.
-class Font {
+class VEXMORA_EXPORT Font {
  public:
     /// The font of that name, a family alone ("Helvetica") or with a style ("Helvetica-Bold").
     /// `size` in points. Absent when neither the family nor one that stands in for it is installed,

@@ -2,13 +2,14 @@
 
 #include <memory>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/Data.h"
 #include "VexmoraSDK/platform/Geometry.h"
 
 namespace VexmoraSDK::platform {
 
 /// A decoded picture. Immutable, so that any thread may hold and read it.
-class Image {
+class VEXMORA_EXPORT Image {
  public:
     struct Impl;
 

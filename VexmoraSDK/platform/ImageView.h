@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/Image.h"
 #include "VexmoraSDK/platform/View.h"
 
@@ -13,7 +14,7 @@ enum class ContentMode : int {
 };
 
 /// Shows a picture. Takes no touches.
-class ImageView : public View {
+class VEXMORA_EXPORT ImageView : public View {
  public:
     static constexpr std::string_view kClassName = "ImageView";
 

@@ -3,10 +3,12 @@
 #include <functional>
 #include <memory>
 
+#include "VexmoraSDK/Export.h"
+
 namespace VexmoraSDK::platform {
 
 /// The serial queue of the thread that runs the user interface.
-class MainQueue {
+class VEXMORA_EXPORT MainQueue {
  public:
     /// The queue, or absent as long as no toolkit was ever started. Any thread.
     static MainQueue* main();

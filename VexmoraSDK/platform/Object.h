@@ -3,11 +3,13 @@
 #include <memory>
 #include <string_view>
 
+#include "VexmoraSDK/Export.h"
+
 namespace VexmoraSDK::platform {
 
 /// Base of everything that is sent messages by name or stands as the sender of a notification.
 /// Objects are held by `std::shared_ptr` only.
-class Object : public std::enable_shared_from_this<Object> {
+class VEXMORA_EXPORT Object : public std::enable_shared_from_this<Object> {
  public:
     static constexpr std::string_view kClassName = "Object";
 

@@ -3,13 +3,14 @@
 #include <memory>
 #include <string>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/Object.h"
 
 namespace VexmoraSDK::platform {
 
 /// Sends a selector to a target, with itself as the argument, when its view is tapped. Target and
 /// delegate are held weakly; a target that is gone is sent nothing.
-class TapGestureRecognizer : public Object {
+class VEXMORA_EXPORT TapGestureRecognizer : public Object {
  public:
     static constexpr std::string_view kClassName = "TapGestureRecognizer";
 

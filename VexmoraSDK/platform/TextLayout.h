@@ -3,13 +3,14 @@
 #include <memory>
 #include <string>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/Font.h"
 #include "VexmoraSDK/platform/Geometry.h"
 
 namespace VexmoraSDK::platform {
 
 /// A text laid out in lines. What is measured is what is painted.
-class TextLayout {
+class VEXMORA_EXPORT TextLayout {
  public:
     struct Impl;
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/Font.h"
 #include "VexmoraSDK/platform/TextLayout.h"
 #include "VexmoraSDK/platform/View.h"
@@ -12,7 +13,7 @@ namespace VexmoraSDK::platform {
 
 /// Shows text in lines, with a container inset around it and 5 points more at the left and the
 /// right of each line.
-class TextView : public View {
+class VEXMORA_EXPORT TextView : public View {
  public:
     static constexpr std::string_view kClassName = "TextView";
 

@@ -4,11 +4,13 @@
 #include <string>
 #include <string_view>
 
+#include "VexmoraSDK/Export.h"
+
 namespace VexmoraSDK::platform {
 
 /// An address: an absolute URL or a relative reference whose characters are those of RFC 3986. Its
 /// text is kept byte for byte, because click addresses carry signatures.
-class Url {
+class VEXMORA_EXPORT Url {
  public:
     /// Absent for an empty text and for a text that is no address.
     static std::optional<Url> fromString(std::string_view text);

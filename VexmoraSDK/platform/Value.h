@@ -10,6 +10,7 @@
 #include <variant>
 #include <vector>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/Data.h"
 
 namespace VexmoraSDK::platform {
@@ -22,7 +23,7 @@ using Date = std::chrono::system_clock::time_point;
 
 /// What property lists, JSON and the user information of errors are made of. A default value is
 /// null, which only JSON has.
-class Value {
+class VEXMORA_EXPORT Value {
  public:
     using Variant = std::variant<std::monostate, bool, std::int64_t, double, std::string, Data,
                                  Date, Array, Dictionary>;

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/Coder.h"
 #include "VexmoraSDK/platform/Color.h"
 #include "VexmoraSDK/platform/Geometry.h"
@@ -28,7 +29,7 @@ struct Pins {
 /// A rectangle of the user interface, in a tree with others. A presenter shows a tree: it paints
 /// the root view and all below it, and hands taps in. Main thread only, but for the last reference
 /// to a view, which may go anywhere: views are made by `create` and destroyed on the main thread.
-class View : public Object {
+class VEXMORA_EXPORT View : public Object {
  public:
     static constexpr std::string_view kClassName = "View";
 

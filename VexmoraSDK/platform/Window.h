@@ -3,12 +3,13 @@
 #include <functional>
 #include <memory>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/Object.h"
 
 namespace VexmoraSDK::platform {
 
 /// What presents screens. Implemented by hosts' screens; main thread only.
-class ViewController : public Object {
+class VEXMORA_EXPORT ViewController : public Object {
  public:
     static constexpr std::string_view kClassName = "ViewController";
 
@@ -20,7 +21,7 @@ class ViewController : public Object {
 };
 
 /// Shows a view tree on a screen. Main thread only.
-class Window : public Object {
+class VEXMORA_EXPORT Window : public Object {
  public:
     static constexpr std::string_view kClassName = "Window";
 

@@ -4,6 +4,7 @@
 
 #include <QtCore/QObject>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/errors/VexmoraErrorCodes.h"
 #include "VexmoraSDK/types/VexmoraAdType.h"
 #include "VexmoraSDK/types/VexmoraViewType.h"
@@ -11,7 +12,7 @@
 /// The library's vocabulary in QML: `Vexmora.AdType.Banner`, `Vexmora.ErrorCode.NoFill`.
 namespace VexmoraSDK::Vexmora {
 
-Q_NAMESPACE
+Q_NAMESPACE_EXPORT(VEXMORA_EXPORT)
 QML_NAMED_ELEMENT(Vexmora)
 Q_CLASSINFO("RegisterEnumClassesUnscoped", "false")
 

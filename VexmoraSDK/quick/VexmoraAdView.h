@@ -5,6 +5,7 @@
 #include <QtCore/QString>
 #include <memory>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/quick/ViewItem.h"
 #include "VexmoraSDK/views/VexmoraView.h"
 
@@ -21,7 +22,7 @@ namespace VexmoraSDK {
 ///
 /// An interstitial ad is not shown in place and takes none: `VexmoraScreen` presents it. It is as
 /// large as the item when it is asked for, or as the window where the item has no size.
-class VexmoraAdView : public VexmoraSDK::ViewItem {  // Spelt out for the QML tools.
+class VEXMORA_EXPORT VexmoraAdView : public VexmoraSDK::ViewItem {  // Spelt out for the QML tools.
     Q_OBJECT
     QML_NAMED_ELEMENT(VexmoraAdItem)
 

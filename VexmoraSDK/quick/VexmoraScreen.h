@@ -9,6 +9,7 @@
 #include <QtQuick/QQuickItem>
 #include <memory>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/Geometry.h"
 #include "VexmoraSDK/quick/VexmoraAdView.h"
 
@@ -28,7 +29,7 @@ class Presentation;
 ///
 /// A tap on an interstitial ad anywhere but on its close button is a deliberate stop of the
 /// program.
-class VexmoraScreen : public QQuickItem {
+class VEXMORA_EXPORT VexmoraScreen : public QQuickItem {
     Q_OBJECT
     QML_NAMED_ELEMENT(VexmoraScreenItem)
 

@@ -8,6 +8,7 @@
 #include <QtQuick/QQuickItem>
 #include <memory>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/View.h"
 #include "VexmoraSDK/platform/qt/TapTracker.h"
 
@@ -15,7 +16,7 @@ namespace VexmoraSDK {
 
 /// Shows a view tree in a scene, its top left at the item's: paints it when it has changed and
 /// hands taps in. The implicit size is that of the view. Main thread.
-class ViewItem : public QQuickItem {
+class VEXMORA_EXPORT ViewItem : public QQuickItem {
     Q_OBJECT
     QML_ANONYMOUS
 

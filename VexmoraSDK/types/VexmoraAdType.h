@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "VexmoraSDK/Export.h"
+
 namespace VexmoraSDK {
 
 /// The ad formats that the ad server knows, under its own numbers.
@@ -26,18 +28,19 @@ constexpr std::intptr_t rawValue(VexmoraAdType adType) {
 }
 
 /// The raw values of ad types, in their order.
-std::vector<std::intptr_t> rawValues(const std::vector<VexmoraAdType>& adTypes);
+VEXMORA_EXPORT std::vector<std::intptr_t> rawValues(const std::vector<VexmoraAdType>& adTypes);
 
 /// The ad type of that raw value; absent when there is none.
-std::optional<VexmoraAdType> adTypeWithRawValue(std::intptr_t rawValue);
+VEXMORA_EXPORT std::optional<VexmoraAdType> adTypeWithRawValue(std::intptr_t rawValue);
 
 /// The ad types that a size string such as "320x60" stands for.
-const std::map<std::string, std::vector<VexmoraAdType>, std::less<>>& adTypesBySize();
+VEXMORA_EXPORT const std::map<std::string, std::vector<VexmoraAdType>, std::less<>>&
+adTypesBySize();
 
 }  // namespace VexmoraSDK
 
 /// The hash of an ad type is its position in the enumeration, counted from 0.
 template <>
-struct std::hash<VexmoraSDK::VexmoraAdType> {
+struct VEXMORA_EXPORT std::hash<VexmoraSDK::VexmoraAdType> {
     std::size_t operator()(VexmoraSDK::VexmoraAdType adType) const noexcept;
 };

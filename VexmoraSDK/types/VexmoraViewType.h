@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "VexmoraSDK/Export.h"
+
 namespace VexmoraSDK {
 
 /// The kinds of ad view.
@@ -20,9 +22,9 @@ constexpr std::intptr_t rawValue(VexmoraViewType viewType) {
 }
 
 /// The view type of that raw value; absent when there is none.
-std::optional<VexmoraViewType> viewTypeWithRawValue(std::intptr_t rawValue);
+VEXMORA_EXPORT std::optional<VexmoraViewType> viewTypeWithRawValue(std::intptr_t rawValue);
 
 /// The kind of view that shows ads of a size string such as "320x60".
-const std::map<std::string, VexmoraViewType, std::less<>>& adViewBySize();
+VEXMORA_EXPORT const std::map<std::string, VexmoraViewType, std::less<>>& adViewBySize();
 
 }  // namespace VexmoraSDK

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/views/InternalAdView.h"
 
 namespace VexmoraSDK {
 
 /// An ad view that holds ads of one class of model.
 template <class AdType>
-class AdView : public InternalAdView {
+class VEXMORA_EXPORT AdView : public InternalAdView {
  public:
     /// Absent until a request has brought one.
     const std::shared_ptr<AdType>& ad() const { return ad_; }

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/ads/AdProtocol.h"
 #include "VexmoraSDK/platform/Geometry.h"
 #include "VexmoraSDK/platform/ImageView.h"
@@ -17,7 +18,7 @@ class InternalAdView;
 class VexmoraView;
 
 /// The helper that every ad view owns.
-class AdViewHandler {
+class VEXMORA_EXPORT AdViewHandler {
  public:
     /// Takes the template of the request address from the settings; without one, a fatal stop.
     AdViewHandler();

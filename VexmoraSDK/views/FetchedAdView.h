@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/ads/AdFactory.h"
 #include "VexmoraSDK/platform/Fatal.h"
 #include "VexmoraSDK/views/AdView.h"
@@ -8,7 +9,7 @@ namespace VexmoraSDK {
 
 /// An ad view whose ad the factory fetches, with `fetch`, and whose tap opens the ad's address.
 template <class AdType, auto fetch>
-class FetchedAdView : public AdView<AdType> {
+class VEXMORA_EXPORT FetchedAdView : public AdView<AdType> {
  public:
     void containerSetCallback() override {
         const auto self = this->template shared<FetchedAdView>();

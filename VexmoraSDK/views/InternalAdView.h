@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/types/VexmoraAdType.h"
 #include "VexmoraSDK/utils/Guarded.h"
 #include "VexmoraSDK/views/AdViewHandler.h"
@@ -9,7 +10,7 @@ namespace VexmoraSDK {
 
 /// The life that every ad view shares: assigning the container identifier starts a request, the ad
 /// that it brings is stored, and when the ad's picture has arrived it is drawn.
-class InternalAdView : public VexmoraView {
+class VEXMORA_EXPORT InternalAdView : public VexmoraView {
  public:
     const std::vector<std::intptr_t>& adTypes() const override { return adTypes_; }
     void setAdTypes(std::vector<std::intptr_t> adTypes) override { adTypes_ = std::move(adTypes); }

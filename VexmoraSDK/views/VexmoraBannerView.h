@@ -1,11 +1,13 @@
 #pragma once
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/views/FetchedAdView.h"
 
 namespace VexmoraSDK {
 
 /// Shows a banner ad: one picture, whose size the view takes.
-class VexmoraBannerView : public FetchedAdView<Banner, &AdFactory::fetchAndCreateBanner> {
+class VEXMORA_EXPORT VexmoraBannerView
+    : public FetchedAdView<Banner, &AdFactory::fetchAndCreateBanner> {
  public:
     static constexpr std::string_view kClassName = "VexmoraSDK.VexmoraBannerView";
     /// `banner`, `mediumBanner`, `fullBanner`; what `adTypes` is at first.

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/errors/VexmoraError.h"
 
 namespace VexmoraSDK {
@@ -11,7 +12,7 @@ class VexmoraView;
 /// What a host wants to hear of its ad views. Every operation is optional: an empty one is skipped.
 /// Each gets the view that it is about, and may release that view. Set the members before a view is
 /// given the delegate and leave them alone from then on.
-struct VexmoraDelegate {
+struct VEXMORA_EXPORT VexmoraDelegate {
     /// An ad was fetched and drawn into the view. Main thread.
     std::function<void(VexmoraView& view)> didReceiveAd;
     /// Something failed; see `VexmoraErrorCodes`. Main thread, but for `RequestError`, which comes

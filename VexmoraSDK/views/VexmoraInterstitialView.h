@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/Button.h"
 #include "VexmoraSDK/views/AdView.h"
 
@@ -8,7 +9,7 @@ namespace VexmoraSDK {
 /// Shows a full-screen ad on a screen that the host presents, with a button that closes it. The
 /// picture is centred when it is drawn: give the view its frame, at (0, 0), before. Once
 /// there is an ad, a tap anywhere but on the button is a fatal stop.
-class VexmoraInterstitialView : public AdView<AdProtocol> {
+class VEXMORA_EXPORT VexmoraInterstitialView : public AdView<AdProtocol> {
  public:
     static constexpr std::string_view kClassName = "VexmoraSDK.VexmoraInterstitialView";
     /// `leaderboard`, `mediumRectangle`. Until it is told otherwise a view asks for the types of a

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/views/FetchedAdView.h"
 
 namespace VexmoraSDK {
 
 /// Shows a native ad: its picture at the left and three texts stacked to its right. Takes the size
 /// of what it shows.
-class VexmoraNativeView : public FetchedAdView<Native, &AdFactory::fetchAndCreateAd> {
+class VEXMORA_EXPORT VexmoraNativeView
+    : public FetchedAdView<Native, &AdFactory::fetchAndCreateAd> {
  public:
     static constexpr std::string_view kClassName = "VexmoraSDK.VexmoraNativeView";
     /// `native`; what `adTypes` is at first.

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/View.h"
 #include "VexmoraSDK/types/VexmoraViewType.h"
 #include "VexmoraSDK/views/VexmoraDelegate.h"
@@ -12,7 +13,7 @@
 namespace VexmoraSDK {
 
 /// An ad view, as its host sees it. Main thread only.
-class VexmoraView : public platform::View {
+class VEXMORA_EXPORT VexmoraView : public platform::View {
  public:
     using View::View;
 

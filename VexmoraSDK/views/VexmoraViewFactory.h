@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/types/VexmoraAdType.h"
 #include "VexmoraSDK/types/VexmoraViewType.h"
 #include "VexmoraSDK/views/VexmoraView.h"
@@ -12,7 +13,7 @@ namespace VexmoraSDK {
 
 /// Makes ad views. A view that is returned has its request under way; what becomes of it, the
 /// delegate hears. The host places the view on the screen. Main thread.
-class VexmoraViewFactory {
+class VEXMORA_EXPORT VexmoraViewFactory {
  public:
     /// A view for ads of one size, such as "320x60"; absent, and nothing reported, for a size that
     /// is none of "300x250", "728x90", "320x60", "320x100" and "468x60".

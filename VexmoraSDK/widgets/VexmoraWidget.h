@@ -3,6 +3,7 @@
 #include <QtWidgets/QWidget>
 #include <memory>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/qt/TapTracker.h"
 #include "VexmoraSDK/views/VexmoraView.h"
 
@@ -14,7 +15,7 @@ namespace VexmoraSDK {
 /// destroyed at any time, from inside the operations of the view's delegate too. Main thread.
 ///
 /// An interstitial view belongs on a `VexmoraWidgetScreen`.
-class VexmoraWidget : public QWidget {
+class VEXMORA_EXPORT VexmoraWidget : public QWidget {
     Q_OBJECT
 
  public:

@@ -6,6 +6,7 @@
 #include <QtWidgets/QWidget>
 #include <memory>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/views/VexmoraView.h"
 #include "VexmoraSDK/widgets/VexmoraWidget.h"
 
@@ -24,7 +25,7 @@ class Presentation;
 ///
 /// A tap on the ad anywhere but on its close button is a deliberate stop of the program; nothing
 /// keeps taps from it. A host that presents interstitial ads lives with that.
-class VexmoraWidgetScreen : public QWidget {
+class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
     Q_OBJECT
 
  public:

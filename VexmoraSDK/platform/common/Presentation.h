@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/View.h"
 #include "VexmoraSDK/platform/Window.h"
 
@@ -14,7 +15,7 @@ namespace VexmoraSDK::platform {
 /// main-queue block of its own, so that a host may destroy the screen from inside: when the view
 /// has left, when the presentation is destroyed meanwhile, or next when nothing is presented. Main
 /// thread.
-class Presentation {
+class VEXMORA_EXPORT Presentation {
  public:
     /// `leave` starts to take the view away, moving when `animated`, and has `end` called when that
     /// is done. Called once for each view that is dismissed.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VexmoraSDK/Export.h"
+
 class QPainter;
 
 namespace VexmoraSDK::platform {
@@ -7,6 +9,6 @@ namespace VexmoraSDK::platform {
 class View;
 
 /// Paints `view`, its origin at the painter's, and all that is below it. Main thread.
-void paintView(QPainter& painter, View& view);
+VEXMORA_EXPORT void paintView(QPainter& painter, View& view);
 
 }  // namespace VexmoraSDK::platform
