@@ -109,27 +109,23 @@ struct AdServer::Site {
         }
         arrived.notify_all();
         // httplib compresses for whoever accepts it. Ads are too small for that to pay.
-        const bool gzip =
-            Fault::of(request.get_param_value("container")).compresses() &&
-            request.get_header_value("Accept-Encoding").find("gzip") != std::string::npos;
         request.headers.erase("Accept-Encoding");
-        if (gzip) request.set_header("Accept-Encoding", "gzip");
         HttpServer::connection().wait(options.latency);
     }
 
     void sendAds(const httplib::Request& request, httplib::Response& response) {
         const std::string container = request.get_param_value("container");
         const std::string types = request.get_param_value("types");
-        const Fault& fault = Fault::of(container);
+        const Fault fault = Fault::of(container);
         std::vector<const Creative*> candidates = catalog.candidates(container, parseTypes(types));
         if (fault.container.empty()) takeTurns(candidates, container + '?' + types);
 
         json::array ads;
         for (const Creative* creative : candidates)
             ads.push_back(record(*creative, fault));
-        const json::value answer = ads.empty() ? json::value(ads) : fault.compose(std::move(ads));
-        Exchange exchange{request, response, "application/json", json::serialize(answer)};
-        fault.sendAds(exchange);
+        Exchange exchange{request, response, doors, "application/json",
+                          ads.empty() ? "[]" : fault.compose(std::move(ads))};
+        fault.ads->send(exchange);
     }
 
     void sendPicture(const httplib::Request& request, httplib::Response& response) {
@@ -141,9 +137,11 @@ struct AdServer::Site {
         std::ifstream file(picture->second, std::ios::binary);
         Exchange exchange{request,
                           response,
+                          doors,
                           contentType(picture->second),
                           {std::istreambuf_iterator<char>(file), {}}};
-        Fault::of(request.get_param_value("container")).sendPicture(exchange);
+        const std::string container = request.get_param_value("container");
+        Fault::of(container).picture->send(exchange);
     }
 
     /// Puts another candidate first each time that the same thing is asked for.
@@ -181,6 +179,7 @@ struct AdServer::Site {
     std::deque<Request> log;
     std::map<std::string, std::size_t> turns;
 
+    ClosedDoors doors;
     HttpServer http;  // its threads use all the above
 };
 
@@ -190,6 +189,10 @@ AdServer::AdServer(Catalog catalog, Options options)
     : site_(std::make_unique<Site>(std::move(catalog), options)) {}
 
 AdServer::~AdServer() = default;
+
+std::vector<std::string> AdServer::faultyContainers() {
+    return Fault::containers();
+}
 
 int AdServer::port() const {
     return site_->port;

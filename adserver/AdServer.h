@@ -36,6 +36,9 @@ class AdServer {
     /// Cuts all connections, stalled requests included, and waits for none of them.
     ~AdServer();
 
+    /// The containers that get faults, every one.
+    static std::vector<std::string> faultyContainers();
+
     /// 0 when the wished port was not to be had; nothing is served then.
     int port() const;
     /// "http://127.0.0.1:PORT"

@@ -1,36 +1,32 @@
 #pragma once
 
-#include <httplib.h>
-
 #include <boost/json.hpp>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "adserver/Delivery.h"
 
 namespace VexmoraSDK {
 
-/// A good answer to a request, and the response to send it with, well or badly.
-struct Exchange {
-    const httplib::Request& request;
-    httplib::Response& response;
-    std::string contentType;
-    std::string body;
-};
-
 /// What goes wrong for one container identifier.
 struct Fault {
+    /// The container; empty where nothing goes wrong.
     std::string_view container;
     /// Makes the answer of one or more good ads.
-    boost::json::value (*compose)(boost::json::array ads);
-    void (*sendAds)(Exchange& exchange);
-    void (*sendPicture)(Exchange& exchange);
+    std::string (*compose)(boost::json::array ads);
+    const Delivery* ads;
+    const Delivery* picture;
 
-    /// The fault that this container stands for; every other container is served well.
-    static const Fault& of(std::string_view container);
+    /// The fault that this container stands for; every other container is served well. `container`
+    /// must outlive the result.
+    static Fault of(std::string_view container);
+
+    /// All containers that stand for one.
+    static std::vector<std::string> containers();
 
     /// Whether the ad's picture has to be asked for under this container's name, too.
-    bool spoilsPicture() const;
-    /// Whether the answer goes out compressed to clients that accept it.
-    bool compresses() const;
+    bool spoilsPicture() const { return picture != &Delivery::good(); }
 };
 
 }  // namespace VexmoraSDK

@@ -59,7 +59,23 @@ void Connection::wait(std::optional<std::chrono::milliseconds> time) const {
     poll(&end, 1, time ? static_cast<int>(time->count()) : -1);
 }
 
+bool Connection::say(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t sent = write(bytes.data(), bytes.size());
+        if (sent <= 0) return false;
+        bytes.remove_prefix(static_cast<size_t>(sent));
+    }
+    return true;
+}
+
+void Connection::reset() {
+    const linger atOnce{1, 0};
+    setsockopt(socket_, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+    hangUp();
+}
+
 ssize_t Connection::read(char* data, size_t size) {
+    if (over_) return 0;
     if (position_ == filled_) {
         const ssize_t received = recv(socket_, buffer_.data(), buffer_.size(), 0);
         if (received <= 0) return received;
@@ -73,7 +89,7 @@ ssize_t Connection::read(char* data, size_t size) {
 }
 
 ssize_t Connection::write(const char* data, size_t size) {
-    return send(socket_, data, size, MSG_NOSIGNAL);
+    return over_ ? -1 : send(socket_, data, size, MSG_NOSIGNAL);
 }
 
 void Connection::get_remote_ip_and_port(std::string& ip, int& port) const {

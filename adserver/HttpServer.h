@@ -9,6 +9,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <thread>
 
 namespace VexmoraSDK {
@@ -22,6 +23,13 @@ class Connection : public httplib::Stream {
     /// Lets `time` pass, or, without one, all there is. Returns early when the client leaves or the
     /// server ends.
     void wait(std::optional<std::chrono::milliseconds> time = std::nullopt) const;
+
+    /// Writes all of it; false when the client has left or the server ends.
+    bool say(std::string_view bytes);
+    /// Nothing is read or written from now on, and the connection closes behind the handler.
+    void hangUp() { over_ = true; }
+    /// The same, but the client is told that something went wrong.
+    void reset();
 
     bool is_readable() const override { return true; }
     bool is_writable() const override { return true; }
@@ -37,6 +45,7 @@ class Connection : public httplib::Stream {
     std::array<char, 4096> buffer_;
     size_t position_ = 0;
     size_t filled_ = 0;
+    bool over_ = false;
 };
 
 /// httplib's server on 127.0.0.1, with a thread for each connection, so that stalled requests hold

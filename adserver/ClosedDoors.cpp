@@ -1,0 +1,128 @@
+#include "adserver/ClosedDoors.h"
+
+#include <arpa/inet.h>
+#include <httplib.h>
+#include <openssl/evp.h>
+#include <openssl/x509.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <array>
+#include <stdexcept>
+#include <thread>
+
+namespace VexmoraSDK {
+namespace {
+
+std::string placeOf(int port) {
+    return "127.0.0.1:" + std::to_string(port);
+}
+
+using Key = std::unique_ptr<EVP_PKEY, decltype(&EVP_PKEY_free)>;
+using Certificate = std::unique_ptr<X509, decltype(&X509_free)>;
+
+Certificate certificateOf(EVP_PKEY* key) {
+    constexpr long day = 24 * 60 * 60;
+    Certificate certificate(X509_new(), X509_free);
+    X509_set_version(certificate.get(), X509_VERSION_3);
+    X509_gmtime_adj(X509_getm_notBefore(certificate.get()), -day);
+    X509_gmtime_adj(X509_getm_notAfter(certificate.get()), day);
+    X509_set_pubkey(certificate.get(), key);
+    X509_NAME* name = X509_get_subject_name(certificate.get());
+    X509_NAME_add_entry_by_txt(name, "CN", MBSTRING_ASC,
+                               reinterpret_cast<const unsigned char*>("127.0.0.1"), -1, -1, 0);
+    X509_set_issuer_name(certificate.get(), name);
+    X509_sign(certificate.get(), key, EVP_sha256());
+    return certificate;
+}
+
+}  // namespace
+
+/// A port that has somebody listening and nobody who looks after the connections.
+class ClosedDoors::Listener {
+ public:
+    explicit Listener(int backlog) {
+        socklen_t size = sizeof address_;
+        if (bind(socket_, any(), size) != 0 || listen(socket_, backlog) != 0 ||
+            getsockname(socket_, any(), &size) != 0) {
+            throw std::runtime_error("no port to be had");
+        }
+    }
+
+    ~Listener() {
+        close(socket_);
+        for (const int visitor : visitors_)
+            close(visitor);
+    }
+
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+
+    /// Has visitors take all the places that there are to wait in.
+    void fill() {
+        for (int& visitor : visitors_) {
+            visitor = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0);
+            connect(visitor, any(), sizeof address_);
+        }
+    }
+
+    std::string place() const { return placeOf(ntohs(address_.sin_port)); }
+
+ private:
+    sockaddr* any() { return reinterpret_cast<sockaddr*>(&address_); }
+
+    const int socket_ = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address_{
+        .sin_family = AF_INET, .sin_port = 0, .sin_addr = {htonl(INADDR_LOOPBACK)}, .sin_zero = {}};
+    std::array<int, 4> visitors_{-1, -1, -1, -1};
+};
+
+class ClosedDoors::TlsServer {
+ public:
+    TlsServer() : thread_([this] { server_.listen_after_bind(); }) {
+        // Until then it cannot be stopped.
+        while (port_ > 0 && !server_.is_running())
+            std::this_thread::yield();
+    }
+
+    ~TlsServer() {
+        server_.stop();
+        thread_.join();
+    }
+
+    std::string place() const { return placeOf(port_); }
+
+ private:
+    Key key_{EVP_EC_gen("P-256"), EVP_PKEY_free};
+    Certificate certificate_ = certificateOf(key_.get());
+    httplib::SSLServer server_{certificate_.get(), key_.get()};
+    const int port_ = server_.bind_to_any_port("127.0.0.1");
+    std::thread thread_;
+};
+
+ClosedDoors::ClosedDoors() = default;
+
+ClosedDoors::~ClosedDoors() = default;
+
+std::string ClosedDoors::full() {
+    const std::lock_guard lock(mutex_);
+    if (!full_) {
+        full_ = std::make_unique<Listener>(0);
+        full_->fill();
+    }
+    return full_->place();
+}
+
+std::string ClosedDoors::silent() {
+    const std::lock_guard lock(mutex_);
+    if (!silent_) silent_ = std::make_unique<Listener>(SOMAXCONN);
+    return silent_->place();
+}
+
+std::string ClosedDoors::selfSigned() {
+    const std::lock_guard lock(mutex_);
+    if (!selfSigned_) selfSigned_ = std::make_unique<TlsServer>();
+    return selfSigned_->place();
+}
+
+}  // namespace VexmoraSDK

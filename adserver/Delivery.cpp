@@ -1,0 +1,266 @@
+#include "adserver/Delivery.h"
+
+#include <zlib.h>
+
+#include <algorithm>
+#include <chrono>
+
+#include "adserver/HttpServer.h"
+
+namespace VexmoraSDK {
+namespace {
+
+Connection& client() {
+    return HttpServer::connection();
+}
+
+std::string half(const Exchange& exchange) {
+    return exchange.body.substr(0, exchange.body.size() / 2);
+}
+
+/// A header of the answer whose value is a number.
+std::string header(const char* name, std::size_t value) {
+    return std::string(name) + ": " + std::to_string(value) + "\r\n";
+}
+
+std::string length(const Exchange& exchange) {
+    return header("Content-Length", exchange.body.size());
+}
+
+/// Status line and headers, the given ones included.
+std::string head(const Exchange& exchange, const std::string& headers) {
+    return "HTTP/1.1 200 OK\r\nContent-Type: " + exchange.contentType + "\r\n" + headers + "\r\n";
+}
+
+std::string chunk(std::string_view size, const std::string& bytes) {
+    return std::string(size).append("\r\n").append(bytes).append("\r\n");
+}
+
+std::string chunked(const Exchange& exchange, std::string_view firstSize) {
+    return head(exchange, "Transfer-Encoding: chunked\r\n") + chunk(firstSize, exchange.body) +
+           chunk("0", "");
+}
+
+void finishWith(const std::string& bytes) {
+    client().say(bytes);
+    client().hangUp();
+}
+
+void stallAfter(const std::string& bytes) {
+    client().say(bytes);
+    client().wait();
+    client().hangUp();
+}
+
+void goOnWith(const std::string& beginning, const std::string& more) {
+    client().say(beginning);
+    while (client().say(more)) {
+    }
+    client().hangUp();
+}
+
+void whole(Exchange& exchange) {
+    exchange.response.set_content(exchange.body, exchange.contentType);
+}
+
+void inChunks(Exchange& exchange, const std::string& more) {
+    exchange.response.set_chunked_content_provider(
+        exchange.contentType,
+        [body = exchange.body, more](std::size_t offset, httplib::DataSink& sink) {
+            const std::string& next = offset == 0 ? body : more;
+            return !next.empty() && sink.write(next.data(), next.size());
+        });
+}
+
+/// What a compressor makes of the bytes, to be followed by more of them or not.
+std::string deflated(const std::string& bytes, int windowBits, int flush) {
+    z_stream stream{};
+    deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, windowBits, 8, Z_DEFAULT_STRATEGY);
+    std::string result(deflateBound(&stream, bytes.size()) + 64, '\0');
+    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(bytes.data()));
+    stream.avail_in = static_cast<uInt>(bytes.size());
+    stream.next_out = reinterpret_cast<Bytef*>(result.data());
+    stream.avail_out = static_cast<uInt>(result.size());
+    deflate(&stream, flush);
+    result.resize(stream.total_out);
+    deflateEnd(&stream);
+    return result;
+}
+
+std::string gzipped(const std::string& bytes) {
+    return deflated(bytes, MAX_WBITS + 16, Z_FINISH);
+}
+
+constexpr auto kGzip = "Content-Encoding: gzip\r\n";
+
+// A megabyte of blanks after the other, a kilobyte each on the way.
+void gzipBomb(Exchange& exchange) {
+    const std::string blanks(std::size_t{1} << 20, ' ');
+    goOnWith(head(exchange, kGzip) + deflated(exchange.body, MAX_WBITS + 16, Z_FULL_FLUSH),
+             deflated(blanks, -MAX_WBITS, Z_FULL_FLUSH));
+}
+
+void dribble(Exchange& exchange) {
+    client().say(head(exchange, length(exchange)));
+    for (const char byte : exchange.body) {
+        client().wait(std::chrono::seconds(1));
+        if (!client().say({&byte, 1})) break;
+    }
+    client().hangUp();
+}
+
+/// To a place instead of this one.
+void sendTo(Exchange& exchange, const std::string& place) {
+    exchange.response.set_redirect(place + exchange.request.path);
+}
+
+void redirect(Exchange& exchange) {
+    const httplib::Request& request = exchange.request;
+    exchange.response.set_redirect(request.path + "?types=" + request.get_param_value("types"));
+}
+
+/// Redirects to itself so many times.
+void redirectTimes(Exchange& exchange, std::size_t times) {
+    const std::string hops = exchange.request.get_param_value("hops");
+    if (hops.size() == times) return whole(exchange);
+    exchange.response.set_redirect(exchange.request.target + (hops.empty() ? "&hops=x" : "x"));
+}
+
+constexpr Delivery kGood{"", whole};
+
+constexpr Delivery kBad[] = {
+    // A proper answer, but not the wished one.
+    {"status-404", [](Exchange& e) { e.response.status = 404; }},
+    {"status-500", [](Exchange& e) { e.response.status = 500; }},
+    {"status-204", [](Exchange& e) { e.response.status = 204; }},
+    {"status-304", [](Exchange& e) { e.response.status = 304; }},
+    {"status-206",
+     [](Exchange& e) {
+         const std::string part = half(e);
+         finishWith("HTTP/1.1 206 Partial Content\r\nContent-Range: bytes 0-" +
+                    std::to_string(part.size() - 1) + "/" + std::to_string(e.body.size()) + "\r\n" +
+                    header("Content-Length", part.size()) + "\r\n" + part);
+     }},
+    {"empty-body", [](Exchange& e) { e.response.set_content("", e.contentType); }},
+    {"garbage", [](Exchange& e) { e.response.set_content("Out. Back at two.", e.contentType); }},
+
+    // Good in the end.
+    {"slow",
+     [](Exchange& e) {
+         client().wait(std::chrono::milliseconds(300));
+         whole(e);
+     }},
+    {"gzip",
+     [](Exchange& e) {
+         e.response.set_header("Content-Encoding", "gzip");
+         e.response.set_content(gzipped(e.body), e.contentType);
+     }},
+    {"redirect", redirect},
+    {"redirect-chain", [](Exchange& e) { redirectTimes(e, 20); }},
+    {"until-closed", [](Exchange& e) { finishWith(head(e, "") + e.body); }},
+
+    // No connection.
+    {"refused", [](Exchange& e) { sendTo(e, "http://127.0.0.1:1"); }},
+    {"unresolved", [](Exchange& e) { sendTo(e, "http://pictures.invalid"); }},
+    {"stall-connect", [](Exchange& e) { sendTo(e, "http://" + e.doors.full()); }},
+    {"stall-handshake", [](Exchange& e) { sendTo(e, "https://" + e.doors.silent()); }},
+    {"bad-certificate", [](Exchange& e) { sendTo(e, "https://" + e.doors.selfSigned()); }},
+
+    // Too little.
+    {"nothing", [](Exchange&) { client().hangUp(); }},
+    {"cut-status", [](Exchange&) { finishWith("HTTP/1.1 20"); }},
+    {"cut-headers", [](Exchange& e) { finishWith("HTTP/1.1 200 OK\r\n" + length(e)); }},
+    {"cut-short", [](Exchange& e) { finishWith(head(e, length(e)) + half(e)); }},
+    {"cut-chunked", [](Exchange& e) { inChunks(e, ""); }},
+    {"cut-gzip",
+     [](Exchange& e) {
+         const std::string bytes = gzipped(e.body);
+         finishWith(head(e, kGzip) + bytes.substr(0, bytes.size() / 2));
+     }},
+    {"reset", [](Exchange&) { client().reset(); }},
+    {"reset-body",
+     [](Exchange& e) {
+         client().say(head(e, length(e)) + half(e));
+         client().reset();
+     }},
+
+    // Nothing more.
+    {"stall", [](Exchange&) { stallAfter(""); }},
+    {"stall-status", [](Exchange&) { stallAfter("HTTP/1.1 20"); }},
+    {"stall-headers", [](Exchange& e) { stallAfter("HTTP/1.1 200 OK\r\n" + length(e)); }},
+    {"stall-body", [](Exchange& e) { stallAfter(head(e, length(e)) + half(e)); }},
+    {"dribble", dribble},
+
+    // Too much.
+    {"early-hints", [](Exchange&) { goOnWith("", "HTTP/1.1 103 Early Hints\r\nLink: x\r\n\r\n"); }},
+    {"long-header",
+     [](Exchange& e) {
+         finishWith(head(e, length(e) + "X: " + std::string(std::size_t{1} << 20, 'x') + "\r\n") +
+                    e.body);
+     }},
+    {"many-headers",
+     [](Exchange& e) {
+         std::string headers = length(e);
+         while (headers.size() < std::size_t{1} << 20)
+             headers += "X-Again: and again and again\r\n";
+         finishWith(head(e, headers) + e.body);
+     }},
+    {"endless-headers", [](Exchange&) { goOnWith("HTTP/1.1 200 OK\r\n", "X-Again: again\r\n"); }},
+    {"endless", [](Exchange& e) { inChunks(e, std::string(64 * 1024, ' ')); }},
+    {"gzip-bomb", gzipBomb},
+    {"redirect-far", [](Exchange& e) { redirectTimes(e, 21); }},
+    {"redirect-loop", [](Exchange& e) { e.response.set_redirect(e.request.target); }},
+
+    // Not HTTP, or not as it is meant.
+    {"not-http",
+     [](Exchange&) { finishWith(std::string("\x16\x03\x01\0\xff\xfe Hello?\r\n\r\n")); }},
+    {"version",
+     [](Exchange& e) { finishWith("HTTP/7.3 200 OK\r\n" + length(e) + "\r\n" + e.body); }},
+    {"length-short",
+     [](Exchange& e) {
+         finishWith(head(e, header("Content-Length", e.body.size() / 2)) + e.body);
+     }},
+    {"length-twice", [](Exchange& e) { finishWith(head(e, length(e) + length(e)) + e.body); }},
+    {"lengths-differ",
+     [](Exchange& e) {
+         finishWith(head(e, length(e) + header("Content-Length", e.body.size() / 2)) + e.body);
+     }},
+    {"length-negative",
+     [](Exchange& e) { finishWith(head(e, "Content-Length: -1\r\n") + e.body); }},
+    {"length-words", [](Exchange& e) { finishWith(head(e, "Content-Length: all\r\n") + e.body); }},
+    {"length-overflow",
+     [](Exchange& e) { finishWith(head(e, "Content-Length: 99999999999999999999\r\n") + e.body); }},
+    {"chunk-words", [](Exchange& e) { finishWith(chunked(e, "all")); }},
+    {"chunk-negative", [](Exchange& e) { finishWith(chunked(e, "-1")); }},
+    {"chunk-overflow", [](Exchange& e) { finishWith(chunked(e, "fffffffffffffffff")); }},
+    {"chunk-short", [](Exchange& e) { finishWith(chunked(e, "3")); }},
+    {"gzip-lie",
+     [](Exchange& e) {
+         e.response.set_header("Content-Encoding", "gzip");
+         whole(e);
+     }},
+    {"encoding-unknown",
+     [](Exchange& e) {
+         e.response.set_header("Content-Encoding", "origami");
+         whole(e);
+     }},
+    {"redirect-file", [](Exchange& e) { e.response.set_redirect("file:///etc/hostname"); }},
+    {"redirect-words", [](Exchange& e) { e.response.set_redirect("http://[to somewhere"); }},
+};
+
+}  // namespace
+
+const Delivery& Delivery::good() {
+    return kGood;
+}
+
+std::span<const Delivery> Delivery::bad() {
+    return kBad;
+}
+
+const Delivery& Delivery::named(std::string_view name) {
+    const auto found = std::ranges::find(kBad, name, &Delivery::name);
+    return found == std::end(kBad) ? kGood : *found;
+}
+
+}  // namespace VexmoraSDK
