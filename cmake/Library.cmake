@@ -1,0 +1,60 @@
+# Makes a library of the package out of the target `name`, which has its sources:
+#
+#   vexmora_library(name [OBJECTS object libraries] [USES libraries of ours]
+#                   [PUBLIC libraries] [PRIVATE libraries] HEADERS files)
+#
+# A shared library that is installed has an archive of the same objects beside it: the package
+# offers both kinds of each library, under the same name, in one export set for each kind.
+include(GNUInstallDirs)
+set(VEXMORA_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/VexmoraSDK)
+
+function(vexmora_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "OBJECTS;USES;PUBLIC;PRIVATE;HEADERS")
+    string(REGEX REPLACE "^VexmoraSDK(.+)" "\\1" publicName ${name})
+    add_library(VexmoraSDK::${publicName} ALIAS ${name})
+
+    get_target_property(type ${name} TYPE)
+    set(libraries ${name})
+    if(VEXMORA_INSTALL AND type STREQUAL SHARED_LIBRARY)
+        add_library(${name}Static STATIC $<TARGET_OBJECTS:${name}>)
+        set_target_properties(${name}Static PROPERTIES
+            OUTPUT_NAME ${name} LINKER_LANGUAGE CXX AUTOMOC OFF)
+        list(APPEND libraries ${name}Static)
+    endif()
+
+    foreach(library IN LISTS libraries)
+        string(REPLACE ${name} "" suffix ${library})
+        foreach(objects IN LISTS arg_OBJECTS)
+            target_sources(${library} PRIVATE $<TARGET_OBJECTS:${objects}>)
+        endforeach()
+        list(TRANSFORM arg_USES APPEND "${suffix}" OUTPUT_VARIABLE uses)
+        target_link_libraries(${library} PUBLIC ${uses} ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
+        target_compile_features(${library} PUBLIC cxx_std_20)
+        target_include_directories(${library} PUBLIC
+            $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+        target_sources(${library} PUBLIC
+            FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${arg_HEADERS})
+        set_target_properties(${library} PROPERTIES
+            EXPORT_NAME ${publicName}
+            VERSION ${PROJECT_VERSION}
+            SOVERSION ${PROJECT_VERSION_MAJOR}
+            INSTALL_RPATH $ORIGIN)
+        if(VEXMORA_INSTALL)
+            vexmora_install_library(${library} ${name})
+        endif()
+    endforeach()
+endfunction()
+
+function(vexmora_install_library library name)
+    get_target_property(type ${library} TYPE)
+    string(REPLACE _LIBRARY "" kind ${type})
+    string(TOLOWER ${name}-${kind} exportSet)
+    install(TARGETS ${library} EXPORT ${exportSet}
+        LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+        ARCHIVE COMPONENT development
+        FILE_SET HEADERS COMPONENT development)
+    install(EXPORT ${exportSet}
+        NAMESPACE VexmoraSDK::
+        DESTINATION ${VEXMORA_CMAKE_DIR}
+        COMPONENT development)
+endfunction()

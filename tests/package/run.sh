@@ -1,0 +1,113 @@
+#!/usr/bin/env bash
+# Installs a build for itself, moves what was installed, and builds and runs apps of hosts with it;
+# then the same with the Debian packages. Nothing is installed on the machine.
+# usage: run.sh BUILD_FOLDER [PACKAGES_FOLDER]
+set -euo pipefail
+here=$(CDPATH='' cd "$(dirname "$0")" && pwd)
+build=$(realpath "$1")
+packages=${2:+$(realpath "$2")}
+
+work=$(mktemp -d)
+servers=()
+clean_up() {
+    [ ${#servers[@]} -eq 0 ] || kill "${servers[@]}"
+    rm -rf "$work"
+}
+trap clean_up EXIT
+
+fail() {
+    echo "$*" >&2
+    exit 1
+}
+
+quietly() {
+    "$@" >"$work/log" 2>&1 || {
+        cat "$work/log" >&2
+        fail "failed: $*"
+    }
+}
+
+# Starts the ad server of an installation and names it in the settings there, as a host that ships
+# settings of its own does.
+serve_from() {
+    local prefix=$1 lines line template=
+    exec {lines}< <(exec "$prefix/bin/vexmora-adserver")
+    servers+=($!)
+    while IFS= read -r -t 60 line <&"$lines"; do
+        [[ $line == "Request template: "* ]] || continue
+        template=${line#Request template: }
+        break
+    done
+    [ -n "$template" ] || fail "the ad server does not say what to ask"
+    local settings=$prefix/share/VexmoraSDK/VexmoraSettings.plist
+    grep -qF '<string>http://127.0.0.1:8080/ads?container=%@&amp;types=%@</string>' "$settings" ||
+        fail "unexpected settings: $(cat "$settings")"
+    template=${template//&/&amp;}
+    cat >"$settings" <<END
+<plist version="1.0"><dict><key>requestUrlFormat</key><string>$template</string></dict></plist>
+END
+}
+
+# Builds the apps with the package in a prefix and runs them.
+check_apps() {
+    local kind=$1 prefix=$2 qml=$3 apps=$work/apps-$1-${2##*/}
+    quietly cmake -G Ninja -S "$here" -B "$apps" -DCMAKE_PREFIX_PATH="$prefix" -DKIND="$kind"
+    quietly cmake --build "$apps"
+    quietly timeout 60 "$apps/quick"
+    quietly timeout 60 "$apps/widgets"
+    quietly timeout 60 "$apps/qml" "$here/qml/Main.qml"
+    if [ "$kind" = shared ]; then
+        quietly env QML_IMPORT_PATH="$qml" timeout 60 "$apps/qml-import" "$here/qml/Main.qml"
+    fi
+}
+
+check_pkg_config() {
+    local libraries=$1 app=$work/by-pkg-config flags
+    flags=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --cflags --libs vexmora-sdk-widgets)
+    # shellcheck disable=SC2086 # several flags
+    quietly "${CXX:-c++}" -fPIC "$here/widgets/main.cpp" -o "$app" $flags "-Wl,-rpath,$libraries"
+    quietly timeout 60 "$app"
+}
+
+check_missing_qt() {
+    cmake -G Ninja -S "$here" -B "$work/no-qt" -DCMAKE_PREFIX_PATH="$1" \
+        -DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON >"$work/log" 2>&1 && fail "found without Qt"
+    tr -s '\n ' ' ' <"$work/log" | grep -qF "Qt Quick (6.4 or newer)" ||
+        fail "not said to be missing: Qt Quick; but: $(cat "$work/log")"
+}
+
+# The classes with members that are exported, and the functions outside of classes.
+exported_symbols() {
+    local library
+    for library in VexmoraSDK VexmoraSDKQuick VexmoraSDKWidgets; do
+        nm -D --defined-only "$1/lib$library.so" | awk '$2 ~ /^[TDBR]$/ { print $3 }' | c++filt |
+            sed -E "s/^non-virtual thunk to //; s/\(.*//; s/\[abi:.*//
+                /^(_edata|_end|__bss_start)$/d
+                /^VexmoraSDK::(platform::((Application|PropertyList)::)?)?[a-z]\w+$/! s/::~?\w+$//
+                s/^/$library: /" | LC_ALL=C sort -u
+    done
+}
+
+quietly cmake --install "$build" --prefix "$work/first"
+mkdir "$work/elsewhere"
+mv "$work/first" "$work/elsewhere/installed"
+prefix=$work/elsewhere/installed
+libraries=$(dirname "$(find "$prefix" -name libVexmoraSDK.so)")
+
+exported_symbols "$libraries" | diff -u "$here/exported-symbols.txt" - ||
+    fail "other symbols are exported than exported-symbols.txt lists"
+check_missing_qt "$prefix"
+serve_from "$prefix"
+check_apps shared "$prefix" "$(dirname "$(find "$prefix" -name qmldir -printf '%h\n')")"
+check_apps static "$prefix" ""
+check_pkg_config "$libraries"
+
+if [ -n "$packages" ]; then
+    prefix=$work/packages
+    for package in libvexmorasdk1 libvexmorasdk-dev qml6-module-vexmorasdk; do
+        dpkg-deb -x "$packages/${package}"_*.deb "$work/unpacked"
+    done
+    mv "$work/unpacked/usr" "$prefix"
+    serve_from "$prefix"
+    check_apps shared "$prefix" "$(dirname "$(find "$prefix" -name qmldir -printf '%h\n')")"
+fi
