@@ -8,7 +8,7 @@ build=$root/build/demo
 mkdir -p "$build"
 (
     cd "$root"
-    cmake --preset release -B "$build" -DVEXMORA_TESTS=OFF -DVEXMORA_EXAMPLES=OFF &&
+    cmake --preset release -B "$build" -DVEXMORA_TESTS=OFF -DVEXMORA_BENCHMARKS=OFF -DVEXMORA_EXAMPLES=OFF &&
         cmake --build "$build" --target vexmora-demo vexmora-adserver
 ) >"$build/build.log" 2>&1 || {
     cat "$build/build.log" >&2

@@ -1,0 +1,329 @@
+#include <QtGui/QGuiApplication>
+#include <QtGui/QPainter>
+#include <QtQml/QQmlComponent>
+#include <QtQml/QQmlEngine>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <iostream>
+#include <map>
+#include <optional>
+
+#include "VexmoraSDK/platform/Bundle.h"
+#include "VexmoraSDK/platform/qt/ViewPainter.h"
+#include "benchmarks/Floor.h"
+#include "benchmarks/FloorView.h"
+#include "benchmarks/Kind.h"
+#include "benchmarks/Measure.h"
+
+namespace VexmoraSDK::benchmarks {
+namespace {
+
+namespace json = boost::json;
+
+using Options = std::map<std::string, std::string, std::less<>>;
+
+[[noreturn]] void refuse(const std::string& reason) {
+    std::cerr << "vexmora-bench: " << reason << '\n';
+    std::exit(2);
+}
+
+int number(const Options& options, std::string_view name) {
+    const auto found = options.find(name);
+    if (found == options.end()) refuse("--" + std::string(name) + " is missing");
+    return std::atoi(found->second.c_str());
+}
+
+bool wants(const Options& options, std::string_view contender) {
+    const auto only = options.find("only");
+    return only == options.end() || only->second == contender;
+}
+
+/// What an ad is painted on: the same for all who paint.
+QImage& canvas(QSize size) {
+    static QImage canvas;
+    if (canvas.size() != size) canvas = QImage(size, QImage::Format_ARGB32_Premultiplied);
+    canvas.fill(Qt::transparent);
+    return canvas;
+}
+
+void paint(VexmoraView& view) {
+    const auto [width, height] = view.frame().size;
+    QPainter painter(&canvas(QSizeF(width, height).toSize()));
+    platform::paintView(painter, view);
+}
+
+void paint(const FloorView& view) {
+    QPainter painter(&canvas(view.size()));
+    view.paint(painter);
+}
+
+/// What one contender takes for one ad.
+struct Times {
+    Samples received;  ///< until the app could know of it
+    Samples painted;
+    Samples main;  ///< processor time of the main thread, painting included
+
+    json::object json() const {
+        return {{"received", received.json()}, {"painted", painted.json()}, {"main", main.json()}};
+    }
+};
+
+std::shared_ptr<VexmoraDelegate> delegateThat(std::function<void()> receives) {
+    auto delegate = std::make_shared<VexmoraDelegate>();
+    delegate->didReceiveAd = [receives = std::move(receives)](VexmoraView&) { receives(); };
+    delegate->didHaveError = [](VexmoraView&, const VexmoraError& error) {
+        std::cerr << "error " << static_cast<int>(error.code()) << '\n';
+        std::_Exit(1);
+    };
+    return delegate;
+}
+
+void showSdkAd(const Kind& kind, Times& times) {
+    const Stopwatch watch;
+    std::optional<Milliseconds> received;
+    const auto view = kind.createView(delegateThat([&] { received = watch.passed(); }));
+    runUntil([&] { return received.has_value(); });
+    paint(*view);
+    times.painted.add(watch.passed());
+    times.main.add(watch.worked());
+    times.received.add(*received);
+}
+
+void showFloorAd(Floor& floor, const Kind& kind, Times& times) {
+    const Stopwatch watch;
+    std::optional<FloorView> view;
+    std::optional<Milliseconds> received;
+    floor.fetch(kind.address(), [&](Floor::Ad ad) {
+        view.emplace(kind, std::move(ad));
+        received = watch.passed();
+    });
+    runUntil([&] { return received.has_value(); });
+    paint(*view);
+    times.painted.add(watch.passed());
+    times.main.add(watch.worked());
+    times.received.add(*received);
+}
+
+/// One ad after the other, the SDK's and the hand-written ones in turn, so that what else the
+/// machine does hits both.
+json::object oneByOne(const Options& options) {
+    const Kind& kind = Kind::named(options.at("kind"));
+    const int count = number(options, "count");
+    constexpr int kWarmUp = 5;
+    Floor floor;
+    Times sdk;
+    Times byHand;
+    Times ignored;
+    for (int i = -kWarmUp; i < count; ++i) {
+        if (wants(options, "sdk")) showSdkAd(kind, i < 0 ? ignored : sdk);
+        settle();
+        if (wants(options, "floor")) showFloorAd(floor, kind, i < 0 ? ignored : byHand);
+        settle();
+    }
+    json::object result;
+    if (wants(options, "sdk") && count > 0) result["sdk"] = sdk.json();
+    if (wants(options, "floor") && count > 0) result["floor"] = byHand.json();
+    return result;
+}
+
+/// One page of a scene after the other: the SDK's item and one written by hand.
+class Scene : public QObject {
+    Q_OBJECT
+
+ public:
+    Scene(const Kind& kind, const std::string& folder) : kind_(kind) {
+        window_.resize(Kind::screenSize());
+        window_.show();
+        for (const auto* name : {"SdkPage", "HandWrittenPage"}) {
+            const auto file = QString::fromStdString(folder + '/' + name + ".qml");
+            auto& component = components_.emplace_back(
+                std::make_unique<QQmlComponent>(&engine_, QUrl::fromLocalFile(file)));
+            if (!component->isReady()) refuse(component->errorString().toStdString());
+        }
+    }
+
+    void show(std::size_t which, Times& times) {
+        const QVariantMap properties = {
+            {QStringLiteral("address"), QString::fromStdString(kind_.address())},
+            {QStringLiteral("adType"), static_cast<int>(kind_.adType)},
+            {QStringLiteral("parent"), QVariant::fromValue(window_.contentItem())}};
+        const Stopwatch watch;
+        received_.reset();
+        watch_ = &watch;
+        const std::unique_ptr<QObject> page(
+            components_[which]->createWithInitialProperties(properties));
+        connect(page.get(), SIGNAL(ready()), this, SLOT(ready()));
+        runUntil([&] { return received_.has_value(); });
+        bool shown = false;
+        const auto connection =
+            connect(&window_, &QQuickWindow::frameSwapped, this, [&] { shown = true; });
+        window_.update();
+        runUntil([&] { return shown; });
+        times.painted.add(watch.passed());
+        times.main.add(watch.worked());
+        times.received.add(*received_);
+        disconnect(connection);
+    }
+
+ private Q_SLOTS:
+    void ready() { received_ = watch_->passed(); }
+
+ private:
+    const Kind& kind_;
+    QQmlEngine engine_;
+    QQuickWindow window_;
+    std::vector<std::unique_ptr<QQmlComponent>> components_;
+    const Stopwatch* watch_ = nullptr;
+    std::optional<Milliseconds> received_;
+};
+
+json::object inScenes(const Options& options) {
+    Scene scene(Kind::named(options.at("kind")), options.at("qml"));
+    Times sdk;
+    Times byHand;
+    Times ignored;
+    for (int i = -5; i < number(options, "count"); ++i) {
+        scene.show(0, i < 0 ? ignored : sdk);
+        settle();
+        scene.show(1, i < 0 ? ignored : byHand);
+        settle();
+    }
+    return {{"sdk", sdk.json()}, {"qml", byHand.json()}};
+}
+
+/// The main thread's work while that many ads arrive at once.
+struct Burst {
+    Samples passed;
+    Samples created;  ///< in the host's own calls of `createView`
+    Samples main;     ///< after these
+    Samples longest;
+    int lostFrames = 0;
+
+    json::object json() const {
+        return {{"passed", passed.json()},
+                {"created", created.json()},
+                {"main", main.json()},
+                {"longest", longest.json()},
+                {"lostFrames", lostFrames}};
+    }
+};
+
+using Views = std::vector<std::shared_ptr<VexmoraView>>;
+
+Views showAtOnce(const Kind& kind, int count, Burst* burst) {
+    Views views;
+    int received = 0;
+    const auto delegate = delegateThat([&] { ++received; });
+    const Stopwatch watch;
+    for (int i = 0; i < count; ++i)
+        views.push_back(kind.createView(delegate));
+    const auto created = watch.worked();
+    const Stretches stretches;
+    runUntil([&] { return received == count; });
+    if (burst) {
+        burst->passed.add(watch.passed());
+        burst->created.add(created);
+        burst->main.add(watch.worked() - created);
+        burst->longest.add(stretches.longest());
+        burst->lostFrames = std::max(burst->lostFrames, stretches.lostFrames());
+    }
+    return views;
+}
+
+void showByHandAtOnce(Floor& floor, const Kind& kind, int count, Burst* burst) {
+    std::deque<FloorView> views;
+    const Stopwatch watch;
+    const Stretches stretches;
+    for (int i = 0; i < count; ++i)
+        floor.fetch(kind.address(), [&](Floor::Ad ad) { views.emplace_back(kind, std::move(ad)); });
+    const auto created = watch.worked();
+    runUntil([&] { return views.size() == static_cast<std::size_t>(count); });
+    if (burst) {
+        burst->passed.add(watch.passed());
+        burst->created.add(created);
+        burst->main.add(watch.worked() - created);
+        burst->longest.add(stretches.longest());
+        burst->lostFrames = std::max(burst->lostFrames, stretches.lostFrames());
+    }
+}
+
+json::object atOnce(const Options& options) {
+    const Kind& kind = Kind::named(options.at("kind"));
+    const int views = number(options, "views");
+    Floor floor;
+    Burst sdk;
+    Burst byHand;
+    showAtOnce(kind, 1, nullptr);
+    showByHandAtOnce(floor, kind, 1, nullptr);
+    settle();
+    for (int round = 0; round < number(options, "rounds"); ++round) {
+        showAtOnce(kind, views, &sdk);
+        settle();
+        showByHandAtOnce(floor, kind, views, &byHand);
+        settle();
+    }
+    return {{"sdk", sdk.json()}, {"floor", byHand.json()}, {"threads", threads()}};
+}
+
+json::object inMemory(const Options& options) {
+    const Kind& kind = Kind::named(options.at("kind"));
+    const int count = number(options, "views");
+    const auto threadsBefore = threads();
+    { const auto warm = showAtOnce(kind, std::min(count, 64), nullptr); }
+    settle();
+    json::array rounds;
+    for (int round = 0; round < number(options, "rounds"); ++round) {
+        const auto heapBefore = liveHeap();
+        const auto pssBefore = residentBytes("Pss");
+        auto views = showAtOnce(kind, count, nullptr);
+        settle();
+        const auto heapWith = liveHeap();
+        const auto pssWith = residentBytes("Pss");
+        views.clear();
+        settle();
+        rounds.push_back({{"heapBefore", heapBefore},
+                          {"heapWith", heapWith},
+                          {"heapAfter", liveHeap()},
+                          {"pssBefore", pssBefore},
+                          {"pssWith", pssWith},
+                          {"pssAfter", residentBytes("Pss")},
+                          {"rssAfter", residentBytes("Rss")}});
+    }
+    return {{"rounds", rounds}, {"threadsBefore", threadsBefore}, {"threadsAfter", threads()}};
+}
+
+/// Shows one ad, says so, and stays until the input ends.
+json::object once(const Options& options) {
+    Times times;
+    showSdkAd(Kind::named(options.at("kind")), times);
+    std::cout << "painted" << std::endl;
+    std::cin.get();
+    return times.json();
+}
+
+}  // namespace
+}  // namespace VexmoraSDK::benchmarks
+
+#include "AdBench.moc"
+
+int main(int argc, char** argv) {
+    using namespace VexmoraSDK::benchmarks;
+    const std::map<std::string_view, boost::json::object (*)(const Options&)> modes = {
+        {"one-by-one", oneByOne},
+        {"scenes", inScenes},
+        {"at-once", atOnce},
+        {"memory", inMemory},
+        {"once", once}};
+    const auto mode = argc > 1 ? modes.find(argv[1]) : modes.end();
+    if (mode == modes.end()) refuse("expected one-by-one, scenes, at-once, memory or once");
+    Options options;
+    for (int i = 2; i + 1 < argc; i += 2)
+        options.emplace(std::string_view(argv[i]).substr(2), argv[i + 1]);
+    QGuiApplication app(argc, argv);
+    VexmoraSDK::platform::Bundle::setLibraryFolder(options.at("library"));
+    std::cout << boost::json::serialize(mode->second(options)) << std::endl;
+    return 0;
+}

@@ -1,0 +1,53 @@
+// The platform's session without a network: what is asked for is there, in a block of the main
+// queue. So a whole ad runs on one thread, and takes as many instructions each time.
+
+#include "benchmarks/AnsweringUrlSession.h"
+
+#include <map>
+#include <utility>
+
+#include "VexmoraSDK/platform/MainQueue.h"
+#include "VexmoraSDK/platform/UrlSession.h"
+
+namespace VexmoraSDK::platform {
+
+struct UrlSessionTask::Transfer {
+    Url url;
+    UrlSession::Completion completion;
+};
+
+namespace {
+
+std::map<std::string, Data>& answers() {
+    static auto& answers = *new std::map<std::string, Data>;
+    return answers;
+}
+
+}  // namespace
+
+UrlSession& UrlSession::shared() {
+    static auto& session = *new UrlSession;
+    return session;
+}
+
+UrlSessionTask UrlSession::dataTask(Url url, Completion completion) {
+    using Transfer = UrlSessionTask::Transfer;
+    return UrlSessionTask(
+        std::make_shared<Transfer>(Transfer{std::move(url), std::move(completion)}));
+}
+
+void UrlSessionTask::resume() {
+    MainQueue::main()->async([transfer = transfer_] {
+        transfer->completion(answers().at(transfer->url.text()), UrlResponse{200}, std::nullopt);
+    });
+}
+
+}  // namespace VexmoraSDK::platform
+
+namespace VexmoraSDK::benchmarks {
+
+void answer(const std::string& address, platform::Data body) {
+    platform::answers()[address] = std::move(body);
+}
+
+}  // namespace VexmoraSDK::benchmarks

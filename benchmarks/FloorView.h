@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QtGui/QImage>
+#include <QtGui/QTextLayout>
+#include <deque>
+#include <string>
+
+#include "benchmarks/Floor.h"
+#include "benchmarks/Kind.h"
+
+namespace VexmoraSDK::benchmarks {
+
+/// An ad placed and painted by hand, as the SDK's view of that kind does it.
+class FloorView {
+ public:
+    /// Lays out what there is to lay out.
+    FloorView(const Kind& kind, Floor::Ad ad);
+
+    QSize size() const { return size_; }
+    void paint(QPainter& painter) const;
+
+ private:
+    struct Text {
+        Text(const std::string& text, const QFont& font, QColor textColor)
+            : layout(QString::fromStdString(text), font), color(textColor) {}
+        QTextLayout layout;
+        QColor color;
+        QPointF position;
+    };
+
+    void addText(const std::string& text, const QFont& font, QColor color, double& y);
+
+    const Kind& kind_;
+    const Floor::Ad ad_;
+    QSize size_;
+    std::deque<Text> texts_;
+};
+
+}  // namespace VexmoraSDK::benchmarks

@@ -1,0 +1,45 @@
+#include "benchmarks/Kind.h"
+
+#include <cstdlib>
+#include <iostream>
+
+#include "VexmoraSDK/config/Config.h"
+
+namespace VexmoraSDK::benchmarks {
+
+const std::vector<Kind>& Kind::all() {
+    static const std::vector<Kind> kinds = {
+        {"banner", VexmoraViewType::banner, VexmoraAdType::banner},
+        {"native", VexmoraViewType::native, VexmoraAdType::native},
+        {"interstitial", VexmoraViewType::interstitial, VexmoraAdType::mediumRectangle}};
+    return kinds;
+}
+
+const Kind& Kind::named(std::string_view name) {
+    for (const Kind& kind : all()) {
+        if (kind.name == name) return kind;
+    }
+    std::cerr << "no kind of ad is called " << name << '\n';
+    std::exit(2);
+}
+
+std::shared_ptr<VexmoraView> Kind::createView(std::shared_ptr<VexmoraDelegate> delegate) const {
+    auto view = VexmoraViewFactory::createView("bench", adType, std::move(delegate));
+    if (isInterstitial()) {
+        const auto [width, height] = QSizeF(screenSize());
+        view->setFrame({{0, 0}, {width, height}});
+    }
+    return view;
+}
+
+std::string Kind::address() const {
+    std::string address = *Config::instance().settingForKey<std::string>("requestUrlFormat");
+    const auto fill = [&](const std::string& value) {
+        address.replace(address.find("%@"), 2, value);
+    };
+    fill("bench");
+    fill(std::to_string(static_cast<long>(adType)));
+    return address;
+}
+
+}  // namespace VexmoraSDK::benchmarks

@@ -1,0 +1,203 @@
+#include <benchmark/benchmark.h>
+#include <valgrind/callgrind.h>
+
+#include <QtCore/QFile>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QPainter>
+#include <cstdlib>
+#include <iostream>
+#include <optional>
+
+#include "VexmoraSDK/ads/AdFactory.h"
+#include "VexmoraSDK/platform/Bundle.h"
+#include "VexmoraSDK/platform/Font.h"
+#include "VexmoraSDK/platform/Json.h"
+#include "VexmoraSDK/platform/NotificationCenter.h"
+#include "VexmoraSDK/platform/TextLayout.h"
+#include "VexmoraSDK/platform/qt/ViewPainter.h"
+#include "VexmoraSDK/views/VexmoraNativeView.h"
+#include "benchmarks/AnsweringUrlSession.h"
+#include "benchmarks/Kind.h"
+#include "benchmarks/Measure.h"
+
+namespace VexmoraSDK::benchmarks {
+namespace {
+
+using platform::Data;
+
+/// What is measured: an operation, and how many bytes it reads.
+struct Operation {
+    std::string name;
+    std::function<void()> run;
+    std::size_t bytes = 0;
+};
+
+Data fileContents(const std::string& path) {
+    QFile file(QString::fromStdString(path));
+    if (!file.open(QFile::ReadOnly)) {
+        std::cerr << "cannot read " << path << '\n';
+        std::exit(2);
+    }
+    const QByteArray bytes = file.readAll();
+    return platform::dataOf({bytes.data(), static_cast<std::size_t>(bytes.size())});
+}
+
+std::string record(const Kind& kind) {
+    const auto adType = std::to_string(static_cast<long>(kind.adType));
+    return R"({"adTypeId":)" + adType + R"(,"clickUrl":"http://127.0.0.1/landing/plants?window",)" +
+           R"("bannerUrl":"http://127.0.0.1/)" + std::string(kind.name) + R"(","displayName":)" +
+           R"("Solstice Gardens","title":"A green corner for the darkest room","description":)" +
+           R"("Snake plants, cast-iron plants and ferns that forgive a missed week. Each comes )" +
+           R"(potted in clay, with a card that says where to put it and when to water it."})";
+}
+
+std::string answerOf(const Kind& kind, int ads) {
+    std::string answer;
+    for (int i = 0; i < ads; ++i)
+        answer += (i == 0 ? '[' : ',') + record(kind);
+    return answer + ']';
+}
+
+std::shared_ptr<VexmoraView> showAd(const Kind& kind) {
+    bool received = false;
+    auto delegate = std::make_shared<VexmoraDelegate>();
+    delegate->didReceiveAd = [&](VexmoraView&) { received = true; };
+    auto view = kind.createView(std::move(delegate));
+    runUntil([&] { return received; });
+    return view;
+}
+
+Operation painting(std::string name, const Kind& kind, int scale) {
+    const auto view = showAd(kind);
+    const auto [width, height] = view->frame().size;
+    QImage picture(QSizeF(width * scale, height * scale).toSize(),
+                   QImage::Format_ARGB32_Premultiplied);
+    return {std::move(name), [view, picture, scale]() mutable {
+                picture.fill(Qt::transparent);
+                QPainter painter(&picture);
+                painter.scale(scale, scale);
+                platform::paintView(painter, *view);
+            }};
+}
+
+struct Observer : platform::Object {
+    std::string_view className() const override { return "Observer"; }
+    Method method(std::string_view) const override {
+        return [](Object&, Object*) {};
+    }
+};
+
+Operation posting(std::string name, int observers) {
+    auto& center = platform::NotificationCenter::defaultCenter();
+    std::vector<std::shared_ptr<Observer>> objects;
+    for (int i = 0; i < observers; ++i) {
+        objects.push_back(std::make_shared<Observer>());
+        center.addObserver(objects.back(), "heard:", "benchmark", objects.back());
+    }
+    return {std::move(name),
+            [&center, objects] { center.post("benchmark", objects[objects.size() / 2]); }};
+}
+
+std::vector<Operation> operations(const std::string& pictures) {
+    const Kind& banner = Kind::named("banner");
+    const Kind& native = Kind::named("native");
+    const std::map<std::string_view, Data> creatives = {
+        {"banner", fileContents(pictures + "/harbour-coffee-320x60.png")},
+        {"native", fileContents(pictures + "/solstice-gardens-native.jpg")},
+        {"interstitial", fileContents(pictures + "/solstice-gardens-300x250.jpg")}};
+
+    std::vector<Operation> all;
+    for (const Kind& kind : Kind::all()) {
+        answer(kind.address(), platform::dataOf(answerOf(kind, 1)));
+        answer("http://127.0.0.1/" + std::string(kind.name), creatives.at(kind.name));
+        all.push_back({"whole ad: " + std::string(kind.name), [&kind] { showAd(kind); }});
+    }
+    for (const auto& [name, bytes] : creatives) {
+        all.push_back({"decode: " + std::string(name),
+                       [bytes] { benchmark::DoNotOptimize(platform::Image::fromData(bytes)); },
+                       bytes.size()});
+    }
+    for (const int ads : {1, 100}) {
+        const Data body = platform::dataOf(answerOf(native, ads));
+        all.push_back({"parse: " + std::to_string(ads) + (ads == 1 ? " ad" : " ads"),
+                       [body] { benchmark::DoNotOptimize(Utils::parseAdJson(body)); },
+                       body.size()});
+    }
+    const std::string description =
+        Utils::parseAdJson(platform::dataOf(answerOf(native, 1))).front().at("description");
+    const auto font = platform::Font::named("Helvetica", 12).value();
+    all.push_back({"address", [] {
+                       benchmark::DoNotOptimize(platform::Url::fromString(
+                           "http://127.0.0.1:8080/ads?container=home-bottom&types=77,83,84"));
+                   }});
+    all.push_back({"find font",
+                   [] { benchmark::DoNotOptimize(platform::Font::named("Helvetica-Bold", 13)); }});
+    all.push_back({"lay out text",
+                   [description, font] { platform::TextLayout(description, font, 178).size(); },
+                   description.size()});
+    all.push_back(
+        {"lay out native ad", [description] {
+             const auto view = VexmoraNativeView::create();
+             const auto& handler = *view->vexmoraDelegate();
+             const platform::Rect frame{{135, 0}, {188, 20}};
+             handler.addTextView(*view, frame, Utils::nativeTitleFont(), "A green corner");
+             handler.addTextView(*view, frame, Utils::nativeDescriptionFont(), description);
+             handler.addTextView(*view, frame, Utils::nativeDisplayNameFont(), "Gardens");
+             view->sizeToFit();
+         }});
+    all.push_back(painting("paint banner", banner, 1));
+    all.push_back(painting("paint native", native, 1));
+    all.push_back(painting("paint native at 2x", native, 2));
+    all.push_back(painting("paint interstitial", Kind::named("interstitial"), 1));
+    all.push_back(posting("notify: 1 observer", 1));
+    all.push_back(posting("notify: 10,000 observers", 10'000));
+    return all;
+}
+
+/// Has callgrind, which this must run under, count the instructions of one run.
+void count(const Operation& operation) {
+    for (int warmUp = 0; warmUp < 3; ++warmUp)
+        operation.run();
+    CALLGRIND_ZERO_STATS;
+    CALLGRIND_TOGGLE_COLLECT;
+    operation.run();
+    CALLGRIND_TOGGLE_COLLECT;
+    CALLGRIND_DUMP_STATS_AT(operation.name.c_str());
+}
+
+}  // namespace
+}  // namespace VexmoraSDK::benchmarks
+
+/// `vexmora-micro LIBRARY PICTURES count` has callgrind count; without "count", Google Benchmark
+/// takes over.
+int main(int argc, char** argv) {
+    using namespace VexmoraSDK::benchmarks;
+    if (argc < 3) {
+        std::cerr << "expected the library's folder and that of the pictures\n";
+        return 2;
+    }
+    QGuiApplication app(argc, argv);
+    VexmoraSDK::platform::Bundle::setLibraryFolder(argv[1]);
+    const auto all = operations(argv[2]);
+    if (argc > 3 && std::string_view(argv[3]) == "count") {
+        for (const auto& operation : all)
+            count(operation);
+        return 0;
+    }
+    for (const auto& operation : all) {
+        const auto run = [&operation](benchmark::State& state) {
+            for (auto _ : state)
+                operation.run();
+            if (operation.bytes > 0) {
+                state.SetBytesProcessed(state.iterations() *
+                                        static_cast<std::int64_t>(operation.bytes));
+            }
+        };
+        benchmark::RegisterBenchmark(operation.name.c_str(), run);
+    }
+    argc -= 2;
+    argv[2] = argv[0];
+    benchmark::Initialize(&argc, argv + 2);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,10 @@
+import QtQuick
+import VexmoraSDK
+
+VexmoraAdView {
+    id: page
+    property string address
+    signal ready
+    containerId: "bench"
+    onDidReceiveAd: page.ready()
+}

@@ -1,0 +1,255 @@
+"""Tables and plots of what was measured."""
+
+import math
+import statistics
+
+MIB = 1 << 20
+THEMES = {
+    "light": {"back": "#ffffff", "ink": "#1f2328", "faint": "#59636e", "line": "#d1d9e0",
+              "sdk": "#0969da", "floor": "#818b98", "other": "#bc4c00"},
+    "dark": {"back": "#0d1117", "ink": "#f0f6fc", "faint": "#9198a1", "line": "#3d444d",
+             "sdk": "#4493f8", "floor": "#9198a1", "other": "#db6d28"},
+}
+WIDTH = 720
+
+
+class Drawing:
+    def __init__(self, theme, title, height, legend):
+        self.colors, self.height, self.parts = THEMES[theme], height, []
+        self.text(16, 30, title, size=16, weight=600)
+        x = 16
+        for color, name in legend:
+            self.box(x, 45, 11, 11, color)
+            self.text(x + 17, 55, name, color="faint")
+            x += 36 + 7 * len(name)
+
+    def text(self, x, y, text, color="ink", size=13, anchor="start", weight=400):
+        self.parts.append(f'<text x="{x:.1f}" y="{y:.1f}" fill="{self.colors[color]}" '
+                          f'font-size="{size}" text-anchor="{anchor}" font-weight="{weight}">'
+                          f'{text}</text>')
+
+    def box(self, x, y, width, height, color):
+        self.parts.append(f'<rect x="{x:.1f}" y="{y:.1f}" width="{max(width, 1):.1f}" '
+                          f'height="{height}" rx="2" fill="{self.colors[color]}"/>')
+
+    def line(self, points, color, width=1, dash=""):
+        path = " ".join(f"{x:.1f},{y:.1f}" for x, y in points)
+        self.parts.append(f'<polyline points="{path}" fill="none" stroke="{self.colors[color]}" '
+                          f'stroke-width="{width}" stroke-dasharray="{dash}"/>')
+
+    def dot(self, x, y, color):
+        self.parts.append(f'<circle cx="{x:.1f}" cy="{y:.1f}" r="4" '
+                          f'fill="{self.colors[color]}"/>')
+
+    def svg(self):
+        return (f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {WIDTH} {self.height}" '
+                'font-family="system-ui, sans-serif">'
+                f'<rect width="100%" height="100%" fill="{self.colors["back"]}"/>'
+                + "".join(self.parts) + "</svg>\n")
+
+
+def bars(theme, title, legend, groups):
+    """Groups of (name, [(color, value, text)]), each with a scale of its own."""
+    height = 78 + sum(24 * len(rows) + 18 for _, rows in groups)
+    drawing = Drawing(theme, title, height, legend)
+    y = 78
+    for name, rows in groups:
+        drawing.text(150, y + 12 * len(rows) + 4, name, anchor="end")
+        longest = max(value for _, value, _ in rows)
+        for color, value, text in rows:
+            length = value / longest * 410
+            drawing.box(162, y + 3, length, 18, color)
+            drawing.text(170 + length, y + 17, text, color="faint")
+            y += 24
+        y += 18
+    return drawing.svg()
+
+
+def lines(theme, title, legend, series, unit):
+    """Series of (color, dash, name, [(x, y)]) on logarithmic axes."""
+    drawing = Drawing(theme, title, 420, legend)
+    left, right, top, bottom = 84, WIDTH - 110, 84, 372
+    xs = [x for *_, points in series for x, _ in points]
+    ys = [y for *_, points in series for _, y in points]
+    decades = math.floor(math.log10(min(ys))), math.ceil(math.log10(max(ys)))
+
+    def place(x, y):
+        return (left + (right - left) * math.log10(x) / max(1, math.log10(max(xs))),
+                bottom - (bottom - top) * (math.log10(y) - decades[0]) / (decades[1] - decades[0]))
+
+    for decade in range(decades[0], decades[1] + 1):
+        y = place(1, 10 ** decade)[1]
+        drawing.line([(left, y), (right, y)], "line")
+        drawing.text(left - 10, y + 4, f"{10 ** decade:,g} {unit}", "faint", anchor="end")
+    for x in sorted(set(xs)):
+        drawing.text(place(x, 1)[0], bottom + 22, f"{x:,}", "faint", anchor="middle")
+    drawing.text((left + right) / 2, bottom + 42, "views at once", "faint", anchor="middle")
+    taken = []
+    for color, dash, name, points in series:
+        placed = [place(*point) for point in points]
+        drawing.line(placed, color, 2, dash)
+        for x, y in placed:
+            drawing.dot(x, y, color)
+        x, y = placed[-1]
+        while any(abs(y - other) < 15 for other in taken):
+            y += 3
+        taken.append(y)
+        drawing.text(x + 10, y + 4, name, "faint", size=12)
+    return drawing.svg()
+
+
+def plots(results, theme):
+    times, scenes, at_once = results["timeToAd"]["0"], results["scenes"], results["atOnce"]
+    legend = [("sdk", "VexmoraSDK"), ("floor", "written by hand, without it")]
+
+    def milliseconds(color, value):
+        return color, value, f"{value:.2f} ms"
+
+    yield "time-to-ad", bars(
+        theme, "From the call to the painted ad, median", legend,
+        [(kind, [milliseconds("sdk", run["sdk"]["painted"]["median"]),
+                 milliseconds("floor", run["floor"]["painted"]["median"])])
+         for kind, run in times.items()])
+    yield "qml", bars(
+        theme, "In a Qt Quick scene, from the item to the ad, median",
+        [("sdk", "VexmoraAdView"), ("other", "page written by hand in QML")],
+        [(f"{kind}, {name}", [milliseconds("sdk", run["sdk"][key]["median"]),
+                              milliseconds("other", run["qml"][key]["median"])])
+         for kind, run in scenes.items() for key, name in (("received", "time"),
+                                                           ("main", "main thread"))])
+    yield "at-once", lines(
+        theme, "Until all of them are there", legend,
+        [(who, dash, f"{kind}", [(int(n), run[who]["passed"]["median"])
+                                 for n, run in at_once[kind].items()])
+         for kind, dash in (("native", ""), ("banner", "6 4")) for who in ("sdk", "floor")], "ms")
+    start = results["fromStart"]
+    if "chromium" in start:
+        yield "from-start", bars(
+            theme, "From the start of a process to its first banner, median",
+            [("sdk", "app with VexmoraSDK"), ("other", "Chromium with a page")],
+            [(name, [(color, start[who][key], f"{start[who][key] / unit:,.0f} {symbol}")
+                     for who, color in (("sdk", "sdk"), ("chromium", "other"))])
+             for key, name, unit, symbol in (("milliseconds", "time", 1, "ms"),
+                                             ("bytes", "memory", MIB, "MiB"))])
+
+
+def table(head, rows):
+    return "\n".join("| " + " | ".join(row) + " |"
+                     for row in [head, ["---"] + ["---:"] * (len(head) - 1), *rows]) + "\n"
+
+
+def targets(results):
+    """(what, aim, found, whether it is reached)"""
+    for latency, most in ("0", 1.10), ("20", 1.02):
+        for kind, run in results["timeToAd"][latency].items():
+            ratio = run["sdk"]["painted"]["median"] / run["floor"]["painted"]["median"]
+            yield (f"{kind}, {latency} ms of latency, against the floor", f"≤ {most:.2f} ×",
+                   f"{ratio:.2f} ×", ratio <= most)
+    for kind, run in results["scenes"].items():
+        for key, name, most in ("received", "time", 0.5), ("main", "main thread", 1.0):
+            ratio = run["sdk"][key]["median"] / run["qml"][key]["median"]
+            yield (f"{kind}, against QML by hand, {name}", f"≤ {most:.1f} ×", f"{ratio:.2f} ×",
+                   ratio <= most)
+    start = results["fromStart"]
+    if "chromium" in start:
+        for key, name in ("milliseconds", "time from process start"), ("bytes", "memory"):
+            ratio = start["sdk"][key] / start["chromium"][key]
+            yield (f"against Chromium, {name}", "≤ 0.10 ×", f"{ratio:.3f} ×", ratio <= 0.1)
+    for kind, most in ("banner", 0.2), ("native", 0.6):
+        main = results["timeToAd"]["0"][kind]["sdk"]["main"]["median"]
+        yield f"{kind}, main thread, paint included", f"≤ {most} ms", f"{main:.3f} ms", main <= most
+    for kind, runs in results["atOnce"].items():
+        longest = runs["100"]["sdk"]["longest"]["median"]
+        yield (f"100 × {kind}, longest stretch of the main thread", "≤ 8 ms", f"{longest:.2f} ms",
+               longest <= 8)
+    for kind, exponent in results["growth"].items():
+        yield f"growth of time, {kind}", "≤ 1.05", f"{exponent:.2f}", exponent <= 1.05
+    for kind, runs in results["memory"].items():
+        left = max(abs(r["heapAfter"] - r["heapBefore"]) for r in runs["100"]["rounds"])
+        yield (f"heap after 100 × {kind}, worst of 10 rounds", "≤ 1 MiB", f"{left / MIB:.2f} MiB",
+               left <= MIB)
+    size = results["host"]["library"]
+    yield "library, stripped", "≤ 400 KiB", f"{size / 1024:.0f} KiB", size <= 400 * 1024
+    count = results["host"]["initialisers"]
+    yield "load-time initialisers", "0", str(count), count == 0
+
+
+def tables(measured):
+    results = measured["results"]
+    parts = [f"Measured on {measured['date']} with `{measured['command']}` on "
+             f"{measured['machine']}.\n"]
+    parts.append("### Aims\n")
+    parts.append(table(["what", "aim", "found", "reached"],
+                       [[what, aim, found, "yes" if good else "**no**"]
+                        for what, aim, found, good in targets(results)]))
+    parts.append("### Time to ad, in ms\n")
+    rows = []
+    for latency, kinds in results["timeToAd"].items():
+        for kind, run in kinds.items():
+            sdk, floor = run["sdk"], run["floor"]
+            rows.append([f"{kind}, {latency} ms of latency"] + [
+                f"{who[key][part]:.2f}" for who in (sdk, floor) for key, part in (
+                    ("received", "median"), ("painted", "median"), ("painted", "p99"),
+                    ("main", "median"))])
+    parts.append(table(["", "SDK: `didReceiveAd`", "painted", "99 %", "main thread",
+                        "floor: there", "painted", "99 %", "main thread"], rows))
+    parts.append("### Many at once\n")
+    parts.append(table(
+        ["", "SDK: all there, ms", "main thread per ad, ms", "longest stretch, ms",
+         "frames lost", "floor: all there, ms", "main thread per ad, ms"],
+        [[f"{int(n):,} × {kind}"] + [f"{value:,.2f}" for value in (
+            run["sdk"]["passed"]["median"],
+            (run["sdk"]["main"]["median"] + run["sdk"]["created"]["median"]) / int(n),
+            run["sdk"]["longest"]["median"])] + [str(run["sdk"]["lostFrames"])] +
+         [f"{value:,.2f}" for value in (
+             run["floor"]["passed"]["median"],
+             (run["floor"]["main"]["median"] + run["floor"]["created"]["median"]) / int(n))]
+         for kind, runs in results["atOnce"].items() for n, run in runs.items()]))
+    parts.append("### Memory\n")
+    rows = []
+    for kind, runs in results["memory"].items():
+        for n, run in runs.items():
+            def middle(which, run=run):
+                return statistics.median(r[which] for r in run["rounds"])
+            heap = (middle("heapWith") - middle("heapBefore")) / int(n)
+            rows.append([f"{int(n):,} × {kind}", f"{heap / 1024:,.0f}"] + [
+                f"{middle(which) / MIB:,.1f}" for which in ("pssBefore", "pssWith", "pssAfter")])
+    parts.append(table(["", "heap per view, KiB", "proportional before, MiB", "with the views",
+                        "after release"], rows))
+    parts.append("### Cost to the host\n")
+    host, start = results["host"], results["fromStart"]
+    rows = [["library, stripped", f"{host['library'] / 1024:.0f} KiB"],
+            ["added to a statically linked program, stripped", f"{host['static'] / 1024:.0f} KiB"],
+            ["added to the start of a program, what it depends on included",
+             f"{host['start']['with'] - host['start']['without']:.1f} ms"],
+            ["load-time initialisers", str(host["initialisers"])]]
+    rows += [[f"from process start to the first banner, {name}",
+              f"{start[who]['milliseconds']:.0f} ms, {start[who]['bytes'] / MIB:.0f} MiB"]
+             for who, name in (("sdk", "this library"), ("chromium", "Chromium")) if who in start]
+    parts.append(table(["what", "cost"], rows))
+    parts.append("### Part by part\n")
+    rows = []
+    for name, count in results["instructions"].items():
+        part = results["micro"].get(name, {})
+        speed = part.get("bytesPerSecond")
+        rows.append([name, f"{count:,}",
+                     f"{part['nanoseconds'] / 1000:,.1f}" if part else "",
+                     f"{speed / 1e6:,.0f}" if speed else ""])
+    parts.append(table(["what", "instructions", "µs", "MB/s"], sorted(rows)))
+    return "\n".join(parts)
+
+
+def write(measured, folder):
+    """Puts the tables between the marks in performance.md, and the plots beside it."""
+    for theme in THEMES:
+        for name, svg in plots(measured["results"], theme):
+            with open(f"{folder}/pictures/performance-{name}-{theme}.svg", "w",
+                      encoding="utf-8") as file:
+                file.write(svg)
+    with open(f"{folder}/performance.md", encoding="utf-8") as file:
+        page = file.read()
+    begin, end = "<!-- measured -->\n", "<!-- /measured -->"
+    before, rest = page.split(begin)
+    after = rest.split(end)[1]
+    with open(f"{folder}/performance.md", "w", encoding="utf-8") as file:
+        file.write(before + begin + "\n" + tables(measured) + "\n" + end + after)

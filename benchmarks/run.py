@@ -1,0 +1,376 @@
+"""Runs the benchmarks and records them in docs/, or compares them with what is recorded there."""
+
+import argparse
+import contextlib
+import datetime
+import glob
+import http.server
+import json
+import math
+import os
+import platform
+import plistlib
+import re
+import shutil
+import statistics
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+
+import report
+
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+KINDS = ("banner", "native", "interstitial")
+CREATIVES = {
+    "banner": {"adTypeId": 77, "picture": "harbour-coffee-320x60.png"},
+    "native": {"adTypeId": 1, "picture": "solstice-gardens-native.jpg"},
+    "interstitial": {"adTypeId": 14, "picture": "solstice-gardens-300x250.jpg"},
+}
+VIEWS = (1, 10, 100, 1000, 10000)
+OURS = dict(os.environ, QT_QPA_PLATFORM="offscreen", QT_QUICK_BACKEND="software", QT_HASH_SEED="0")
+
+
+class Bench:
+    """One ad server for each latency, and the programs that ask them for ads."""
+
+    def __init__(self, build, folder):
+        self.build, self.folder, self.servers = build, folder, []
+        with open(f"{ROOT}/adserver/catalog/catalog.json", encoding="utf-8") as file:
+            shipped = json.load(file)["creatives"]
+        wanted = [creative["picture"] for creative in CREATIVES.values()]
+        creatives = {n: c for n, c in shipped.items() if c["picture"] in wanted}
+        os.makedirs(f"{folder}/pictures")
+        for picture in wanted:
+            shutil.copy(f"{ROOT}/adserver/catalog/pictures/{picture}", f"{folder}/pictures")
+        with open(f"{folder}/catalog.json", "w", encoding="utf-8") as file:
+            json.dump({"creatives": creatives, "placements": {}}, file)
+        self.creatives = {c["adTypeId"]: c for c in creatives.values()}
+
+    def __enter__(self):
+        self.libraries = {latency: self.library(self.serve(latency)) for latency in (0, 20, 100)}
+        return self
+
+    def __exit__(self, *_):
+        for server in self.servers:
+            server.terminate()
+            server.wait()
+
+    def serve(self, latency):
+        server = subprocess.Popen(
+            [f"{self.build}/bin/vexmora-adserver", "--latency", str(latency),
+             "--catalog", f"{self.folder}/catalog.json"], stdout=subprocess.PIPE, text=True)
+        self.servers.append(server)
+        return re.search("http://.*", server.stdout.readline() + server.stdout.readline())[0] \
+            .split()[0] + "/ads?container=%@&types=%@"
+
+    def library(self, request_url):
+        library = tempfile.mkdtemp(dir=self.folder)
+        shutil.copytree(f"{ROOT}/VexmoraSDK/resources", library, dirs_exist_ok=True)
+        with open(f"{library}/VexmoraSettings.plist", "wb") as file:
+            plistlib.dump({"requestUrlFormat": request_url}, file)
+        return library
+
+    def command(self, mode, latency=0, **options):
+        command = [f"{self.build}/bin/vexmora-bench", mode, "--library", self.libraries[latency]]
+        for name, value in options.items():
+            command += [f"--{name}", str(value)]
+        return command
+
+    def run(self, mode, latency=0, **options):
+        done = subprocess.run(self.command(mode, latency, **options), env=OURS, check=True,
+                              stdout=subprocess.PIPE)
+        return json.loads(done.stdout)
+
+
+def say(what):
+    print(f"== {what}", file=sys.stderr, flush=True)
+
+
+def time_to_ad(bench, count):
+    result = {}
+    for latency in bench.libraries:
+        say(f"time to ad, {latency} ms of latency")
+        # Where the machine mostly waits, the kinds can wait together.
+        together = KINDS if latency == 100 else ()
+        running = {kind: subprocess.Popen(
+            bench.command("one-by-one", latency, kind=kind, count=count), env=OURS,
+            stdout=subprocess.PIPE) for kind in together}
+        result[latency] = {
+            kind: json.loads(running[kind].communicate()[0]) if kind in running
+            else bench.run("one-by-one", latency, kind=kind, count=count) for kind in KINDS}
+    return result
+
+
+def scenes(bench, count):
+    say("against hand-written QML")
+    return {kind: bench.run("scenes", kind=kind, count=count, qml=f"{ROOT}/benchmarks/qml")
+            for kind in ("banner", "native")}
+
+
+def at_once(bench, most, rounds):
+    result = {}
+    for kind in ("banner", "native"):
+        say(f"at once: {kind}")
+        result[kind] = {n: bench.run("at-once", kind=kind, views=n, rounds=max(1, rounds // n))
+                        for n in VIEWS if n <= most}
+    return result
+
+
+def growth(points):
+    """The exponent of the power law nearest to (n, time) points."""
+    xs = [math.log(n) for n, _ in points]
+    ys = [math.log(value) for _, value in points]
+    x, y = statistics.fmean(xs), statistics.fmean(ys)
+    return sum((a - x) * (b - y) for a, b in zip(xs, ys)) / sum((a - x) ** 2 for a in xs)
+
+
+def memory(bench, most):
+    say("memory")
+    return {kind: {n: bench.run("memory", kind=kind, views=n, rounds=10 if n == 100 else 2)
+                   for n in VIEWS if n <= most} for kind in ("banner", "native")}
+
+
+def host_cost(bench):
+    say("cost to the host")
+    def stripped(file):
+        subprocess.run(["strip", "-o", f"{bench.folder}/stripped", file], check=True)
+        return os.path.getsize(f"{bench.folder}/stripped")
+
+    with_sdk, without = (f"{bench.build}/bin/vexmora-host-{name}" for name in ("with", "without"))
+    seconds = {with_sdk: [], without: []}
+    for _ in range(100):
+        for program, took in seconds.items():
+            begin = time.perf_counter()
+            subprocess.run([program], check=True)
+            took.append(time.perf_counter() - begin)
+    library = f"{bench.build}/lib/libvexmora_shared.so"
+    symbols = subprocess.run(["nm", library], check=True, capture_output=True, text=True).stdout
+    return {
+        "library": stripped(library),
+        "static": stripped(with_sdk) - stripped(without),
+        "start": {"with": statistics.median(seconds[with_sdk]) * 1000,
+                  "without": statistics.median(seconds[without]) * 1000},
+        "initialisers": symbols.count("_GLOBAL__sub_I_"),
+    }
+
+
+def micro(bench):
+    say("parts one by one")
+    done = subprocess.run(
+        [f"{bench.build}/bin/vexmora-micro", bench.libraries[0], f"{bench.folder}/pictures",
+         "--benchmark_format=json", "--benchmark_repetitions=5",
+         "--benchmark_report_aggregates_only=true", "--benchmark_min_time=0.1"],
+        env=OURS, check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+    return {b["run_name"]: {"nanoseconds": b["cpu_time"],
+                            "bytesPerSecond": b.get("bytes_per_second")}
+            for b in json.loads(done.stdout)["benchmarks"] if b["aggregate_name"] == "median"}
+
+
+def callgrind(bench, command, *options):
+    """The dumps that callgrind writes, as instructions by what triggered them."""
+    out = f"{bench.folder}/callgrind"
+    for old in glob.glob(out + "*"):
+        os.remove(old)
+    subprocess.run(["valgrind", "--tool=callgrind", f"--callgrind-out-file={out}", *options,
+                    *command], env=OURS, check=True, stdout=subprocess.DEVNULL,
+                   stderr=subprocess.DEVNULL)
+    dumps = {}
+    for file in glob.glob(out + "*"):
+        with open(file, encoding="utf-8", errors="replace") as dump:
+            text = dump.read()
+        trigger = re.search(r"^desc: Trigger: (?:Client Request: )?(.*)$", text, re.M)[1]
+        dumps[trigger] = int(re.search(r"^totals: (\d+)", text, re.M)[1])
+    return dumps
+
+
+def instructions(bench):
+    say("instructions")
+    counts = callgrind(bench, [f"{bench.build}/bin/vexmora-micro", bench.libraries[0],
+                               f"{bench.folder}/pictures", "count"], "--collect-atstart=no")
+    counts.pop("Program termination")
+    for kind in KINDS:
+        for who in ("sdk", "floor"):
+            few, many = (sum(callgrind(bench, bench.command(
+                "one-by-one", kind=kind, only=who, count=count)).values()) for count in (20, 120))
+            counts[f"{who}, all threads: {kind}"] = (many - few) // 100
+    return counts
+
+
+class Page(http.server.BaseHTTPRequestHandler):
+    """A page that fetches an ad and its picture, and what it fetches."""
+
+    protocol_version = "HTTP/1.1"
+    html = """<!doctype html><body><script>
+        const show = async () => {
+            const [ad] = await (await fetch('/ads')).json();
+            const picture = new Image();
+            picture.src = ad.bannerUrl;
+            await picture.decode();
+            document.body.append(picture);
+            requestAnimationFrame(() => requestAnimationFrame(() => fetch('/done')));
+        };
+        show();
+        </script>"""
+
+    def do_GET(self):
+        server = self.server
+        if self.path == "/done":
+            server.done.set()
+            server.go_on.wait(30)
+        answers = {"/": ("text/html", self.html.encode()),
+                   "/picture": ("image/png", server.picture),
+                   "/done": ("text/plain", b"")}
+        ads = ("application/json", json.dumps([{
+            "adTypeId": 77, "clickUrl": "http://127.0.0.1/",
+            "bannerUrl": f"http://127.0.0.1:{server.server_port}/picture"}]).encode())
+        kind, body = answers.get(self.path, ads)
+        self.send_response(200)
+        self.send_header("Content-Type", kind)
+        self.send_header("Content-Length", str(len(body)))
+        self.end_headers()
+        self.wfile.write(body)
+
+    def log_message(self, *_):
+        pass
+
+
+def proportional_bytes(process):
+    """Of a process and all below it."""
+    total = 0
+    with contextlib.suppress(OSError):
+        with open(f"/proc/{process}/smaps_rollup", encoding="ascii") as file:
+            total = int(re.search(r"^Pss:\s+(\d+)", file.read(), re.M)[1]) * 1024
+        for children in glob.glob(f"/proc/{process}/task/*/children"):
+            with open(children, encoding="ascii") as file:
+                total += sum(proportional_bytes(int(child)) for child in file.read().split())
+    return total
+
+
+def from_process_start(bench, rounds):
+    browser = shutil.which("chromium") or shutil.which("chromium-browser")
+    if not browser:
+        print("Chromium is not installed: the comparison with its page is skipped.")
+    say("from the start of the process")
+    server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Page)
+    with open(f"{bench.folder}/pictures/{CREATIVES['banner']['picture']}", "rb") as file:
+        server.picture = file.read()
+    threading.Thread(target=server.serve_forever, daemon=True).start()
+    address = f"http://127.0.0.1:{server.server_port}"
+    library = bench.library(f"{address}/ads?container=%@&types=%@")
+    samples = {"sdk": [], "chromium": []}
+
+    def sdk():
+        begin = time.perf_counter()
+        process = subprocess.Popen(
+            [f"{bench.build}/bin/vexmora-bench", "once", "--kind", "banner", "--library", library],
+            env=OURS, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        process.stdout.readline()
+        samples["sdk"].append((time.perf_counter() - begin, proportional_bytes(process.pid)))
+        process.communicate()
+
+    def chromium():
+        server.done, server.go_on = threading.Event(), threading.Event()
+        with tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as profile:
+            begin = time.perf_counter()
+            process = subprocess.Popen(
+                [browser, "--headless=new", "--no-sandbox", "--disable-gpu", "--no-first-run",
+                 f"--user-data-dir={profile}", f"{address}/"],
+                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            if not server.done.wait(60):
+                sys.exit("Chromium did not show the page")
+            samples["chromium"].append(
+                (time.perf_counter() - begin, proportional_bytes(process.pid)))
+            server.go_on.set()
+            process.terminate()
+            process.wait()
+
+    for _ in range(rounds):
+        sdk()
+        if browser:
+            chromium()
+    server.shutdown()
+    return {who: {"milliseconds": statistics.median(s[0] for s in taken) * 1000,
+                  "bytes": statistics.median(s[1] for s in taken)}
+            for who, taken in samples.items() if taken}
+
+
+def machine():
+    with open("/proc/cpuinfo", encoding="utf-8") as file:
+        model = re.search(r"model name\s*: (.*)", file.read())[1]
+    return f"{model}, {os.cpu_count()} cores, Linux {platform.release().split('-')[0]}"
+
+
+def everything(bench, quick):
+    once_at = at_once(bench, 100 if quick else 10000, 100 if quick else 1000)
+    result = {
+        "timeToAd": time_to_ad(bench, 20 if quick else 1000),
+        "scenes": scenes(bench, 20 if quick else 500),
+        "atOnce": once_at,
+        "growth": {kind: growth([(n, r["sdk"]["passed"]["median"])
+                                 for n, r in runs.items() if n >= 10])
+                   for kind, runs in once_at.items()},
+        "memory": memory(bench, 100 if quick else 10000),
+        "host": host_cost(bench),
+        "fromStart": from_process_start(bench, 3 if quick else 15),
+        "micro": micro(bench),
+        "instructions": instructions(bench),
+    }
+    # As it will be read back: the keys are texts.
+    return json.loads(json.dumps(result))
+
+
+def check(bench, recorded):
+    """Prints what differs from the record; false where instructions grew by more than 10 %."""
+    now = time_to_ad_ratios({0: {kind: bench.run("one-by-one", kind=kind, count=200)
+                                 for kind in KINDS}})
+    before = time_to_ad_ratios(recorded["timeToAd"])
+    for name, ratio in now.items():
+        print(f"{name}: {ratio:.2f} × floor, recorded {before[name]:.2f} ×")
+    good = True
+    counts = instructions(bench)
+    for name, count in sorted(counts.items()):
+        known = recorded["instructions"].get(name)
+        change = count / known - 1 if known else 0
+        # What the floor takes is not the library's doing.
+        worse = change > 0.1 and not name.startswith("floor")
+        good = good and not worse
+        print(f"{name}: {count:,} instructions, {change:+.1%}{'  TOO MANY' if worse else ''}")
+    return good
+
+
+def time_to_ad_ratios(times):
+    return {f"{kind} at {latency} ms":
+            run["sdk"]["painted"]["median"] / run["floor"]["painted"]["median"]
+            for latency, kinds in times.items() for kind, run in kinds.items()}
+
+
+def main():
+    parser = argparse.ArgumentParser(prog="scripts/bench.sh", description=__doc__)
+    parser.add_argument("--build", required=True, help=argparse.SUPPRESS)
+    parser.add_argument("--check", action="store_true",
+                        help="compare with the record, and fail where instructions grew by 10 %%")
+    parser.add_argument("--quick", action="store_true",
+                        help="fewer samples, and print instead of recording")
+    options = parser.parse_args()
+    record = f"{ROOT}/docs/performance.json"
+    with tempfile.TemporaryDirectory() as folder, Bench(options.build, folder) as bench:
+        OURS["XDG_RUNTIME_DIR"] = folder
+        if options.check:
+            with open(record, encoding="utf-8") as file:
+                sys.exit(0 if check(bench, json.load(file)["results"]) else 1)
+        measured = {"machine": machine(), "command": "scripts/bench.sh",
+                    "date": datetime.date.today().isoformat(),
+                    "results": everything(bench, options.quick)}
+    if options.quick:
+        print(report.tables(measured))
+        return
+    with open(record, "w", encoding="utf-8") as file:
+        json.dump(measured, file, indent=1)
+        file.write("\n")
+    report.write(measured, f"{ROOT}/docs")
+
+
+if __name__ == "__main__":
+    main()
