@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "VexmoraSDK/platform/Fatal.h"
 #include "VexmoraSDK/platform/common/WorkerThread.h"
 
 namespace VexmoraSDK::platform {
@@ -15,7 +16,9 @@ void DeliveryThreads::run(std::function<void()> job) {
     const std::size_t most = std::clamp(std::thread::hardware_concurrency(), 1u, 4u);
     if (jobs_.size() > idle_ && threads_.size() < most) {
         const auto name = "vexmora-d" + std::to_string(threads_.size());
-        threads_.push_back(startWorkerThread(name, [this] { work(); }));
+        auto thread = startWorkerThread(name, [this] { work(); });
+        if (thread.joinable()) threads_.push_back(std::move(thread));
+        if (threads_.empty()) fatalError("no thread to be had");
     }
     changed_.notify_one();
 }

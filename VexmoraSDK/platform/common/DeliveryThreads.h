@@ -10,7 +10,8 @@
 namespace VexmoraSDK::platform {
 
 /// The few threads on which completions run, as many as the cores, at most four. None is started
-/// before there is work for it.
+/// before there is work for it; where there is none to be had, those that run do the work, and a
+/// process that has none at all is stopped.
 class DeliveryThreads {
  public:
     /// Runs `job`, and lets go of what it holds, on one of the threads. Jobs begin in the order of

@@ -2,21 +2,25 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <string>
+#include <initializer_list>
 
 namespace VexmoraSDK::platform {
 namespace {
 
-[[noreturn]] void stop(const std::string& report) noexcept {
-    std::fputs(report.c_str(), stderr);
+/// Prints the pieces one by one: there may be no memory to put them together.
+[[noreturn]] void stop(std::initializer_list<std::string_view> report) noexcept {
+    flockfile(stderr);
+    for (const auto piece : report)
+        std::fwrite(piece.data(), 1, piece.size(), stderr);
     std::fflush(stderr);
+    funlockfile(stderr);
     std::abort();
 }
 
 }  // namespace
 
 void fatalError(std::string_view message) noexcept {
-    stop("fatal error: " + std::string(message) + '\n');
+    stop({"fatal error: ", message, "\n"});
 }
 
 void fatalNil() noexcept {
@@ -24,14 +28,13 @@ void fatalNil() noexcept {
 }
 
 void fatalConversion(std::string_view from, std::string_view to) noexcept {
-    fatalError("could not cast value of type '" + std::string(from) + "' to '" + std::string(to) +
-               "'");
+    stop({"fatal error: could not cast value of type '", from, "' to '", to, "'\n"});
 }
 
 void unimplementedInitializer(std::string_view initializer, std::string_view className,
                               std::string_view location) noexcept {
-    stop(std::string(location) + "fatal error: use of unimplemented initializer '" +
-         std::string(initializer) + "' for class '" + std::string(className) + "'\n");
+    stop({location, "fatal error: use of unimplemented initializer '", initializer, "' for class '",
+          className, "'\n"});
 }
 
 }  // namespace VexmoraSDK::platform

@@ -1,6 +1,7 @@
 #include "VexmoraSDK/platform/common/HttpExchange.h"
 
 #include <algorithm>
+#include <new>
 #include <string_view>
 #include <utility>
 
@@ -50,7 +51,7 @@ CURLcode HttpExchange::configure(CURLSH* cookies) {
 
 // The head of each answer, redirections included, goes from a status line to an empty line.
 std::size_t HttpExchange::receiveHeader(const char* bytes, std::size_t, std::size_t count,
-                                        void* self) {
+                                        void* self) noexcept {
     const std::string_view line(bytes, count);
     bool& complete = static_cast<HttpExchange*>(self)->headIsComplete_;
     if (line.starts_with("HTTP/")) complete = false;
@@ -60,35 +61,43 @@ std::size_t HttpExchange::receiveHeader(const char* bytes, std::size_t, std::siz
 
 // A count other than the given one makes libcurl end the transfer with an error.
 std::size_t HttpExchange::receiveBody(const char* bytes, std::size_t, std::size_t count,
-                                      void* self) {
+                                      void* self) noexcept {
     auto& exchange = *static_cast<HttpExchange*>(self);
-    Data& body = exchange.transfer_->body;
-    if (count > exchange.limits_.body - body.size()) return 0;
-    if (body.empty()) exchange.reserveAnnounced();
-    const auto* begin = reinterpret_cast<const std::byte*>(bytes);
-    body.insert(body.end(), begin, begin + count);
-    return count;
+    if (count > exchange.limits_.body - exchange.transfer_->body.size()) {
+        exchange.refusal_ = CURLE_FILESIZE_EXCEEDED;
+        return 0;
+    }
+    try {
+        exchange.append(reinterpret_cast<const std::byte*>(bytes), count);
+        return count;
+    } catch (const std::bad_alloc&) {
+        exchange.refusal_ = CURLE_OUT_OF_MEMORY;
+        return 0;
+    }
 }
 
-void HttpExchange::reserveAnnounced() {
+void HttpExchange::append(const std::byte* bytes, std::size_t count) {
+    Data& body = transfer_->body;
     curl_off_t announced = 0;
-    curl_easy_getinfo(easy_, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
-    if (announced > 0) {
-        transfer_->body.reserve(std::min(static_cast<std::size_t>(announced), limits_.body));
+    if (body.empty() &&
+        curl_easy_getinfo(easy_, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced) == CURLE_OK &&
+        announced > 0) {
+        body.reserve(std::min(static_cast<std::size_t>(announced), limits_.body));
     }
+    body.insert(body.end(), bytes, bytes + count);
 }
 
 void HttpExchange::finish(CURLcode result) {
     // A head that was cut off is the end of the answer to libcurl.
     if (result == CURLE_OK && !headIsComplete_) result = CURLE_PARTIAL_FILE;
     if (result == CURLE_OK) {
-        curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &transfer_->response.statusCode);
-        return;
+        result = curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &transfer_->response.statusCode);
     }
-    // The one thing that `receiveBody` refuses.
-    const bool tooLarge = result == CURLE_WRITE_ERROR;
-    if (tooLarge) result = CURLE_FILESIZE_EXCEEDED;
-    const bool told = !tooLarge && errorText_.front() != '\0';
+    if (result == CURLE_OK) return;
+    // To libcurl a body that is not taken is one that could not be written.
+    const bool refused = refusal_ != CURLE_OK;
+    if (refused) result = refusal_;
+    const bool told = !refused && errorText_.front() != '\0';
     transfer_->fail(result, told ? errorText_.data() : curl_easy_strerror(result));
 }
 

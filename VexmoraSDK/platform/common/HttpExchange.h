@@ -30,14 +30,18 @@ class HttpExchange {
     const std::shared_ptr<Transfer>& transfer() const { return transfer_; }
 
  private:
-    static std::size_t receiveHeader(const char* bytes, std::size_t, std::size_t count, void* self);
-    static std::size_t receiveBody(const char* bytes, std::size_t, std::size_t count, void* self);
-    void reserveAnnounced();
+    static std::size_t receiveHeader(const char* bytes, std::size_t, std::size_t count,
+                                     void* self) noexcept;
+    static std::size_t receiveBody(const char* bytes, std::size_t, std::size_t count,
+                                   void* self) noexcept;
+    void append(const std::byte* bytes, std::size_t count);
 
     const std::shared_ptr<Transfer> transfer_;
     const UrlSessionLimits limits_ = UrlSessionLimits::shared();
     CURL* const easy_;
     bool headIsComplete_ = false;
+    /// Why the body was not taken.
+    CURLcode refusal_ = CURLE_OK;
     std::array<char, CURL_ERROR_SIZE> errorText_{};
 };
 

@@ -22,8 +22,12 @@ CURLM* makeMulti() {
 
 CURLSH* makeCookieJar() {
     CURLSH* cookies = curl_share_init();
-    curl_share_setopt(cookies, CURLSHOPT_SHARE, CURL_LOCK_DATA_COOKIE);
-    return cookies;
+    if (!cookies ||
+        curl_share_setopt(cookies, CURLSHOPT_SHARE, CURL_LOCK_DATA_COOKIE) == CURLSHE_OK) {
+        return cookies;
+    }
+    curl_share_cleanup(cookies);
+    return nullptr;
 }
 
 }  // namespace
@@ -44,30 +48,33 @@ void TransferLoop::start(std::shared_ptr<Transfer> transfer) {
 }
 
 bool TransferLoop::wakeThread() {
+    if (!cookies_) cookies_ = makeCookieJar();
     if (!multi_) multi_ = makeMulti();
-    if (!multi_) return false;
+    if (!cookies_ || !multi_) return false;
     if (!thread_.joinable()) thread_ = startWorkerThread("vexmora-io", [this] { run(); });
-    return curl_multi_wakeup(multi_) == CURLM_OK;
+    return thread_.joinable() && curl_multi_wakeup(multi_) == CURLM_OK;
 }
 
 void TransferLoop::stop() {
     {
         const std::lock_guard lock(mutex_);
         stopped_ = true;
-        if (multi_) curl_multi_wakeup(multi_);
+        if (!thread_.joinable()) return;
+        // A sleep that cannot be ended must not hold up whoever waits for the end of the thread.
+        if (curl_multi_wakeup(multi_) != CURLM_OK) return thread_.detach();
     }
     finishWorkerThread(thread_);
 }
 
 void TransferLoop::run() {
-    cookies_ = makeCookieJar();
     while (beginWaiting()) {
-        if (curl_multi_poll(multi_, nullptr, 0, kLongestPoll, nullptr) != CURLM_OK) {
-            // Lack of memory, say: not to be met with a busy loop.
+        const auto polled = curl_multi_poll(multi_, nullptr, 0, kLongestPoll, nullptr);
+        int running = 0;
+        const auto performed = curl_multi_perform(multi_, &running);
+        if (polled != CURLM_OK || performed != CURLM_OK) {
+            // Lack of memory, say: not to be met with a busy loop. The transfers have their limits.
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
         }
-        int running = 0;
-        curl_multi_perform(multi_, &running);
         finishDone();
     }
 }
@@ -102,7 +109,8 @@ void TransferLoop::finishDone() {
         if (message->msg != CURLMSG_DONE) continue;
         const CURLcode result = message->data.result;
         const auto done = exchanges_.extract(message->easy_handle);
-        curl_multi_remove_handle(multi_, done.key());
+        // The end of the exchange removes what could not be removed here.
+        static_cast<void>(curl_multi_remove_handle(multi_, done.key()));
         done.mapped()->finish(result);
         finished_(done.mapped()->transfer());
     }

@@ -42,12 +42,13 @@ class TransferLoop {
 
     std::mutex mutex_;
     std::deque<std::shared_ptr<Transfer>> waiting_;
-    CURLM* multi_ = nullptr;  // set before the thread starts, and then for good
+    // Set before the thread starts, and then for good.
+    CURLSH* cookies_ = nullptr;
+    CURLM* multi_ = nullptr;
     std::thread thread_;
     bool stopped_ = false;
 
     // The thread's own.
-    CURLSH* cookies_ = nullptr;
     std::unordered_map<CURL*, std::unique_ptr<HttpExchange>> exchanges_;
 };
 

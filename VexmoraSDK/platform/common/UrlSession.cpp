@@ -3,9 +3,9 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <new>
 #include <utility>
 
-#include "VexmoraSDK/platform/Fatal.h"
 #include "VexmoraSDK/platform/Image.h"
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/platform/common/DeliveryThreads.h"
@@ -29,6 +29,9 @@ class Engine {
         if ((scheme != "http" && scheme != "https") || transfer->url.host().empty()) {
             transfer->fail(CURLE_UNSUPPORTED_PROTOCOL, "The address is not one of HTTP");
             deliver(std::move(transfer));
+        } else if (libcurlSetUp_ != CURLE_OK) {
+            transfer->fail(libcurlSetUp_, curl_easy_strerror(libcurlSetUp_));
+            deliver(std::move(transfer));
         } else {
             loop_.start(std::move(transfer));
         }
@@ -39,7 +42,7 @@ class Engine {
         // Handlers run in the reverse order of their registration, and this one must find alive
         // what the threads use: TLS, which libcurl has set up by now, and what decodes pictures.
         Image::prepareDecoding();
-        std::atexit([] { shared().stop(); });
+        if (std::atexit([] { shared().stop(); }) != 0) throw std::bad_alloc();
     }
 
     void deliver(std::shared_ptr<Transfer> transfer) {
@@ -60,13 +63,8 @@ class Engine {
         threads_.stop();
     }
 
-    static bool setUpLibcurl() {
-        if (curl_global_init(CURL_GLOBAL_DEFAULT) != CURLE_OK) fatalError("out of memory");
-        return true;
-    }
-
     const pid_t process_ = getpid();
-    const bool libcurlIsSetUp_ = setUpLibcurl();
+    const CURLcode libcurlSetUp_ = curl_global_init(CURL_GLOBAL_DEFAULT);
     DeliveryThreads threads_;
     TransferLoop loop_{[this](std::shared_ptr<Transfer> done) { deliver(std::move(done)); }};
 };

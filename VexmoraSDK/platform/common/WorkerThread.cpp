@@ -6,8 +6,6 @@
 #include <system_error>
 #include <utility>
 
-#include "VexmoraSDK/platform/Fatal.h"
-
 namespace VexmoraSDK::platform {
 
 std::thread startWorkerThread(const std::string& name, std::function<void()> work) {
@@ -18,14 +16,14 @@ std::thread startWorkerThread(const std::string& name, std::function<void()> wor
     for (const int fault : {SIGILL, SIGTRAP, SIGBUS, SIGFPE, SIGSEGV, SIGSYS})
         sigdelset(&blocked, fault);
     pthread_sigmask(SIG_SETMASK, &blocked, &before);
+    std::thread thread;
     try {
-        std::thread thread(std::move(work));
-        pthread_sigmask(SIG_SETMASK, &before, nullptr);
+        thread = std::thread(std::move(work));
         pthread_setname_np(thread.native_handle(), name.c_str());
-        return thread;
     } catch (const std::system_error&) {
-        fatalError("no thread to be had");
     }
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    return thread;
 }
 
 void finishWorkerThread(std::thread& thread) {
