@@ -20,7 +20,7 @@ class VEXMORA_EXPORT VexmoraError : public platform::Error {
     VexmoraError(VexmoraErrorCodes code, std::optional<platform::Dictionary> userInfo);
 
     /// Restores an archived error, of whatever domain and code.
-    explicit VexmoraError(const platform::Coder& coder) : Error(coder) {}
+    explicit VexmoraError(const platform::Coder& coder) noexcept : Error(coder) {}
 
     /// Not supported: a fatal stop. An error is made from a code, never from a free domain.
     [[noreturn]] VexmoraError(std::string domain, std::intptr_t code,

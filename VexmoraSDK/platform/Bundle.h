@@ -16,13 +16,13 @@ class VEXMORA_EXPORT Bundle {
 
     /// The library's own bundle, the same for the life of the process: the folder that
     /// `setLibraryFolder` named, else the shipped one. Any thread.
-    static const Bundle& library();
+    static const Bundle& library() noexcept;
     /// Names the library's resource folder. Call it before the first ad view is made; it has no
     /// effect afterwards.
-    static void setLibraryFolder(std::filesystem::path folder);
+    static void setLibraryFolder(std::filesystem::path folder) noexcept;
     /// The folder that the library is shipped with: `share/VexmoraSDK` near the library or the
     /// executable; empty when there is none. Any thread.
-    static std::filesystem::path shippedLibraryFolder();
+    static std::filesystem::path shippedLibraryFolder() noexcept;
 
     /// An entry of the information dictionary, or null. Valid while the bundle is.
     const Value* objectForInfoDictionaryKey(std::string_view key) const;

@@ -20,9 +20,9 @@ class VEXMORA_EXPORT Coder {
     /// An archive that holds these values.
     explicit Coder(Dictionary values) : values_(std::move(values)) {}
     /// The archive that `data()` wrote; absent for bytes that are no property-list dictionary.
-    static std::optional<Coder> fromData(const Data& data);
+    static std::optional<Coder> fromData(const Data& data) noexcept;
 
-    void encode(std::string key, Value value);
+    void encode(std::string key, Value value) noexcept;
     /// The value under `key` when it is a `T` of a `Value`'s alternatives, else null. Valid while
     /// the coder is.
     template <class T>
@@ -39,7 +39,7 @@ class VEXMORA_EXPORT Coder {
     std::optional<Color> color(std::string_view key) const;
 
     /// The archive as a property list.
-    Data data() const;
+    Data data() const noexcept;
 
  private:
     Dictionary values_;

@@ -23,7 +23,7 @@ class VEXMORA_EXPORT Error {
     Error(std::string domain, std::intptr_t code, std::optional<Dictionary> userInfo);
 
     /// Restores an error from an archive; what the archive does not hold is empty, 0 or absent.
-    explicit Error(const Coder& coder);
+    explicit Error(const Coder& coder) noexcept;
 
     virtual ~Error() = default;
     Error(const Error&) = default;
@@ -37,7 +37,7 @@ class VEXMORA_EXPORT Error {
     const std::optional<Dictionary>& userInfo() const { return userInfo_; }
 
     /// Writes the error into an archive that restores it.
-    void encode(Coder& coder) const;
+    void encode(Coder& coder) const noexcept;
 
  private:
     std::string domain_;

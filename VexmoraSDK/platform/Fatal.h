@@ -8,6 +8,14 @@
 
 namespace VexmoraSDK::platform {
 
+// No exception leaves the library. Lack of memory is a fatal stop as well, which needs no code of
+// its own: what hosts and toolkits call to have work done, the blocks of the main queue, callbacks
+// of C libraries and deleters are `noexcept`, and above the top of a thread there is nothing to
+// leave to. `std::bad_alloc` ends the process there in `std::terminate`, with the report of the
+// C++ runtime and, since nothing is unwound, the stack of the place where memory was missing. It
+// is thrown on behalf of C libraries that tell of their own lack of it too. A transfer alone
+// survives it: what libcurl or the body of an answer lacks is an error of the transport.
+
 /// Prints "fatal error: `message`" to standard error and aborts. Any thread.
 [[noreturn]] VEXMORA_EXPORT void fatalError(std::string_view message) noexcept;
 

@@ -15,7 +15,7 @@ class VEXMORA_EXPORT MainQueue {
 
     /// Runs `block` later, once, on the main thread, in the order of the calls, in nested event
     /// loops too. Once the toolkit has ended blocks never run. Any thread.
-    void async(std::function<void()> block);
+    void async(std::function<void()> block) noexcept;
 
     /// Whether the caller runs on the main thread.
     bool isMainThread() const;
@@ -24,7 +24,7 @@ class VEXMORA_EXPORT MainQueue {
 
     /// Gives up a reference on the main thread, so that what is destroyed with it is destroyed
     /// there: at once when the caller runs on that thread or there is no queue, else in a block.
-    static void release(std::shared_ptr<void> reference) {
+    static void release(std::shared_ptr<void> reference) noexcept {
         if (auto* queue = main(); queue && !queue->isMainThread()) {
             queue->async([reference = std::move(reference)] {});
         }
@@ -34,8 +34,9 @@ class VEXMORA_EXPORT MainQueue {
 /// A shared object that is destroyed on the main thread, wherever its last reference goes.
 template <class T, class... Arguments>
 std::shared_ptr<T> makeSharedOnMain(Arguments&&... arguments) {
-    return std::shared_ptr<T>(new T(std::forward<Arguments>(arguments)...),
-                              [](T* object) { MainQueue::release(std::shared_ptr<T>(object)); });
+    return std::shared_ptr<T>(new T(std::forward<Arguments>(arguments)...), [](T* object) noexcept {
+        MainQueue::release(std::shared_ptr<T>(object));
+    });
 }
 
 }  // namespace VexmoraSDK::platform

@@ -33,7 +33,9 @@ class VEXMORA_EXPORT View : public Object {
  public:
     static constexpr std::string_view kClassName = "View";
 
-    static std::shared_ptr<View> create(Rect frame = {}) { return makeSharedOnMain<View>(frame); }
+    static std::shared_ptr<View> create(Rect frame = {}) noexcept {
+        return makeSharedOnMain<View>(frame);
+    }
     explicit View(Rect frame) : frame_(frame) {}
     /// A view as an interface file describes it: "frame", "hidden", "backgroundColor",
     /// "cornerRadius", "zPosition" and "pins".
@@ -43,62 +45,62 @@ class VEXMORA_EXPORT View : public Object {
 
     /// Position and size in the superview's coordinates.
     Rect frame() const { return frame_; }
-    void setFrame(Rect frame);
+    void setFrame(Rect frame) noexcept;
     /// The middle of the frame; setting it moves the frame.
     Point center() const;
-    void setCenter(Point center);
+    void setCenter(Point center) noexcept;
 
     bool isHidden() const { return hidden_; }
-    void setHidden(bool hidden);
+    void setHidden(bool hidden) noexcept;
     /// Absent means transparent.
     std::optional<Color> backgroundColor() const { return backgroundColor_; }
-    void setBackgroundColor(std::optional<Color> color);
+    void setBackgroundColor(std::optional<Color> color) noexcept;
 
     /// Of the corners of the background, in points.
     double cornerRadius() const { return cornerRadius_; }
-    void setCornerRadius(double radius);
+    void setCornerRadius(double radius) noexcept;
 
     /// In the order in which they were added.
     const std::vector<std::shared_ptr<View>>& subviews() const { return subviews_; }
     /// From the rearmost to the frontmost: by their `zPosition`, then as they were added.
-    std::vector<std::shared_ptr<View>> subviewsInPaintOrder() const;
+    std::vector<std::shared_ptr<View>> subviewsInPaintOrder() const noexcept;
     /// 0 at first.
     double zPosition() const { return zPosition_; }
-    void setZPosition(double position);
+    void setZPosition(double position) noexcept;
     std::shared_ptr<View> superview() const { return superview_.lock(); }
     /// Adds `view` as the last subview, away from the superview that it had, then calls
     /// `didAddSubview`.
-    void addSubview(std::shared_ptr<View> view);
-    void removeFromSuperview();
+    void addSubview(std::shared_ptr<View> view) noexcept;
+    void removeFromSuperview() noexcept;
 
     /// The size that the view would like within `proposed`; here, the size that it has.
     virtual Size sizeThatFits(Size proposed);
     /// Gives the view the size that fits, at the same origin.
-    void sizeToFit();
+    void sizeToFit() noexcept;
 
     /// How much of each edge of this view is behind a notch or a rounded corner; set by the
     /// presenter on the root view.
-    void setSafeAreaInsets(EdgeInsets insets);
+    void setSafeAreaInsets(EdgeInsets insets) noexcept;
 
     /// The window that the tree is shown in; absent when it is in none.
     std::shared_ptr<Window> window() const;
     /// Set by a presenter on the root view.
     void setWindow(std::weak_ptr<Window> window) { window_ = std::move(window); }
 
-    void addGestureRecognizer(std::shared_ptr<TapGestureRecognizer> recognizer);
+    void addGestureRecognizer(std::shared_ptr<TapGestureRecognizer> recognizer) noexcept;
     const std::vector<std::shared_ptr<TapGestureRecognizer>>& gestureRecognizers() const {
         return gestureRecognizers_;
     }
 
     /// The deepest view under `point`, which is in this view's own coordinates, the frontmost
     /// first; absent when there is none. Views that take no touches are looked through.
-    std::shared_ptr<View> hitTest(Point point);
+    std::shared_ptr<View> hitTest(Point point) noexcept;
     /// A tap at `point`, in this view's own coordinates: fires one recogniser of the deepest view
     /// under it that has any, once. Called by presenters. Whether one was fired.
-    bool tap(Point point);
+    bool tap(Point point) noexcept;
 
     /// Tells the presenter of this tree that it must be painted again.
-    void setNeedsDisplay();
+    void setNeedsDisplay() noexcept;
     /// Called whenever this view or one below it must be painted again or has another frame. Set on
     /// the root view by its presenter; absent for none.
     void setDisplayCallback(std::function<void()> callback) {

@@ -4,12 +4,12 @@
 
 namespace VexmoraSDK {
 
-void InternalAdView::setContainerId(std::optional<std::string> containerId) {
+void InternalAdView::setContainerId(std::optional<std::string> containerId) noexcept {
     containerId_ = std::move(containerId);
     containerSetCallback();
 }
 
-void InternalAdView::setDelegate(std::shared_ptr<VexmoraDelegate> delegate) {
+void InternalAdView::setDelegate(std::shared_ptr<VexmoraDelegate> delegate) noexcept {
     delegate_.set(std::move(delegate));
 }
 

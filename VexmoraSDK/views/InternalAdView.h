@@ -13,12 +13,14 @@ namespace VexmoraSDK {
 class VEXMORA_EXPORT InternalAdView : public VexmoraView {
  public:
     const std::vector<std::intptr_t>& adTypes() const override { return adTypes_; }
-    void setAdTypes(std::vector<std::intptr_t> adTypes) override { adTypes_ = std::move(adTypes); }
+    void setAdTypes(std::vector<std::intptr_t> adTypes) noexcept override {
+        adTypes_ = std::move(adTypes);
+    }
     VexmoraViewType viewType() const override { return viewType_; }
     const std::optional<std::string>& containerId() const override { return containerId_; }
-    void setContainerId(std::optional<std::string> containerId) override;
+    void setContainerId(std::optional<std::string> containerId) noexcept override;
     std::shared_ptr<VexmoraDelegate> delegate() const override { return delegate_.get(); }
-    void setDelegate(std::shared_ptr<VexmoraDelegate> delegate) override;
+    void setDelegate(std::shared_ptr<VexmoraDelegate> delegate) noexcept override;
 
     /// The ad types that this kind of view can show.
     const std::vector<VexmoraAdType>& allowedAdTypes() const { return allowedAdTypes_; }

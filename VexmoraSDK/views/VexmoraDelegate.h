@@ -10,8 +10,8 @@ namespace VexmoraSDK {
 class VexmoraView;
 
 /// What a host wants to hear of its ad views. Every operation is optional: an empty one is skipped.
-/// Each gets the view that it is about, and may release that view. Set the members before a view is
-/// given the delegate and leave them alone from then on.
+/// Each gets the view that it is about, and may release that view; none may throw. Set the members
+/// before a view is given the delegate and leave them alone from then on.
 struct VEXMORA_EXPORT VexmoraDelegate {
     /// An ad was fetched and drawn into the view. Main thread.
     std::function<void(VexmoraView& view)> didReceiveAd;

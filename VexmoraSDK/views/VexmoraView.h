@@ -19,7 +19,7 @@ class VEXMORA_EXPORT VexmoraView : public platform::View {
 
     /// The raw values of the ad types that the view asks for, in the order of the request.
     virtual const std::vector<std::intptr_t>& adTypes() const = 0;
-    virtual void setAdTypes(std::vector<std::intptr_t> adTypes) = 0;
+    virtual void setAdTypes(std::vector<std::intptr_t> adTypes) noexcept = 0;
 
     virtual VexmoraViewType viewType() const = 0;
 
@@ -31,11 +31,11 @@ class VEXMORA_EXPORT VexmoraView : public platform::View {
     /// interstitial view is a fatal stop and a native one reports an `ImageRequestError`. To change
     /// ads safely, make another view. An absent value, or one that makes no valid address, is a
     /// fatal stop.
-    virtual void setContainerId(std::optional<std::string> containerId) = 0;
+    virtual void setContainerId(std::optional<std::string> containerId) noexcept = 0;
 
     /// Held by the view; may be absent. It may be replaced from inside any of its operations.
     virtual std::shared_ptr<VexmoraDelegate> delegate() const = 0;
-    virtual void setDelegate(std::shared_ptr<VexmoraDelegate> delegate) = 0;
+    virtual void setDelegate(std::shared_ptr<VexmoraDelegate> delegate) noexcept = 0;
 };
 
 }  // namespace VexmoraSDK

@@ -52,7 +52,7 @@ std::shared_ptr<VexmoraView> makeView(const std::string& containerId,
 
 std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& containerId,
                                                             std::string_view adSize,
-                                                            Delegate delegate) {
+                                                            Delegate delegate) noexcept {
     const auto adTypes = adTypesBySize().find(adSize);
     if (adTypes == adTypesBySize().end() || adTypes->second.empty()) return nullptr;
     const auto viewType = adViewBySize().find(adSize);
@@ -70,7 +70,7 @@ std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& c
 
 std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& containerId,
                                                             VexmoraViewType viewType,
-                                                            Delegate delegate) {
+                                                            Delegate delegate) noexcept {
     switch (viewType) {
         case VexmoraViewType::interstitial:
             return makeView<VexmoraInterstitialView>(
@@ -86,7 +86,7 @@ std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& c
 
 std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& containerId,
                                                             VexmoraAdType adType,
-                                                            Delegate delegate) {
+                                                            Delegate delegate) noexcept {
     switch (adType) {
         case VexmoraAdType::native:
             return makeView<VexmoraNativeView>(containerId, {adType}, std::move(delegate));
@@ -107,7 +107,7 @@ std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& c
 }
 
 std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& containerId,
-                                                            VexmoraAdType adType) {
+                                                            VexmoraAdType adType) noexcept {
     return createView(containerId, adType, nullptr);
 }
 

@@ -8,6 +8,6 @@ void start();
 /// There is no main queue from now on; what was queued is dropped.
 void stop();
 /// Runs what is queued, and what that queues, until nothing is left. Main thread.
-void drain();
+void drain() noexcept;
 
 }  // namespace VexmoraSDK::platform::FakeMainQueue

@@ -49,7 +49,7 @@ MainQueue* MainQueue::main() {
     return state().mainThread ? &queue : nullptr;
 }
 
-void MainQueue::async(std::function<void()> block) {
+void MainQueue::async(std::function<void()> block) noexcept {
     const std::lock_guard lock(state().mutex);
     if (state().mainThread) state().blocks.push_back(std::move(block));
 }
@@ -71,7 +71,7 @@ void FakeMainQueue::stop() {
     restart(std::nullopt);
 }
 
-void FakeMainQueue::drain() {
+void FakeMainQueue::drain() noexcept {
     while (const auto block = nextBlock()) {
         runningBlock = true;
         (*block)();

@@ -62,16 +62,16 @@ void deliver(std::shared_ptr<Transfer> transfer, std::optional<Data> body,
 
 }  // namespace
 
-UrlSession& UrlSession::shared() {
+UrlSession& UrlSession::shared() noexcept {
     static UrlSession& session = *new UrlSession;
     return session;
 }
 
-UrlSessionTask UrlSession::dataTask(Url url, Completion completion) {
+UrlSessionTask UrlSession::dataTask(Url url, Completion completion) noexcept {
     return UrlSessionTask(std::make_shared<Transfer>(std::move(url), std::move(completion)));
 }
 
-void UrlSessionTask::resume() {
+void UrlSessionTask::resume() noexcept {
     std::call_once(transfer_->resumed, [this] {
         if (auto* queue = MainQueue::main(); queue && queue->isRunningBlock()) {
             queue->async([transfer = transfer_] { start(transfer); });

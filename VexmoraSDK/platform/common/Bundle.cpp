@@ -65,18 +65,18 @@ Bundle::Bundle(fs::path folder) : folder_(std::move(folder)) {
     info_ = PropertyList::dictionaryWithContentsOfFile(folder_ / kInfoFile).value_or(Dictionary());
 }
 
-const Bundle& Bundle::library() {
+const Bundle& Bundle::library() noexcept {
     static const auto& bundle = *new Bundle(libraryFolder());
     return bundle;
 }
 
-void Bundle::setLibraryFolder(fs::path folder) {
+void Bundle::setLibraryFolder(fs::path folder) noexcept {
     auto& host = HostFolder::shared();
     const std::lock_guard lock(host.mutex);
     host.folder = std::move(folder);
 }
 
-fs::path Bundle::shippedLibraryFolder() {
+fs::path Bundle::shippedLibraryFolder() noexcept {
     for (const auto& start : {folderOfThisCode(), folderOfTheExecutable()}) {
         if (auto found = sharedFolderNear(start)) return *found;
     }

@@ -20,13 +20,13 @@ std::optional<std::array<double, 4>> fourNumbers(const Array* array) {
 
 }  // namespace
 
-std::optional<Coder> Coder::fromData(const Data& data) {
+std::optional<Coder> Coder::fromData(const Data& data) noexcept {
     auto values = PropertyList::dictionary(data);
     if (!values) return std::nullopt;
     return Coder(std::move(*values));
 }
 
-void Coder::encode(std::string key, Value value) {
+void Coder::encode(std::string key, Value value) noexcept {
     values_.insert_or_assign(std::move(key), std::move(value));
 }
 
@@ -49,7 +49,7 @@ std::optional<Color> Coder::color(std::string_view key) const {
     return Color{red, green, blue, alpha};
 }
 
-Data Coder::data() const {
+Data Coder::data() const noexcept {
     return PropertyList::xml(values_);
 }
 

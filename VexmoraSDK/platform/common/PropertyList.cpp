@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <memory>
+#include <new>
 #include <sstream>
 
 namespace VexmoraSDK::platform::PropertyList {
@@ -29,6 +30,7 @@ Dictionary dictionaryFrom(plist_t node) {
     plist_dict_iter iterator = nullptr;
     plist_dict_new_iter(node, &iterator);
     const std::unique_ptr<void, Free> iteratorOwner(iterator);
+    if (!iterator) throw std::bad_alloc();
     for (;;) {
         char* key = nullptr;
         plist_t item = nullptr;
@@ -86,27 +88,35 @@ Value valueFrom(plist_t node) {
     }
 }
 
+/// libplist tells of a lack of memory with a null.
+plist_t made(plist_t node) {
+    if (!node) throw std::bad_alloc();
+    return node;
+}
+
 /// The node of a value, which the caller owns; null for a null.
 struct NodeMaker {
     plist_t operator()(std::monostate) const { return nullptr; }
-    plist_t operator()(bool value) const { return plist_new_bool(value); }
+    plist_t operator()(bool value) const { return made(plist_new_bool(value)); }
     plist_t operator()(std::int64_t value) const {
-        return plist_new_uint(static_cast<std::uint64_t>(value));
+        return made(plist_new_uint(static_cast<std::uint64_t>(value)));
     }
-    plist_t operator()(double value) const { return plist_new_real(value); }
-    plist_t operator()(const std::string& value) const { return plist_new_string(value.c_str()); }
+    plist_t operator()(double value) const { return made(plist_new_real(value)); }
+    plist_t operator()(const std::string& value) const {
+        return made(plist_new_string(value.c_str()));
+    }
     plist_t operator()(const Data& value) const {
-        return plist_new_data(reinterpret_cast<const char*>(value.data()), value.size());
+        return made(plist_new_data(reinterpret_cast<const char*>(value.data()), value.size()));
     }
     plist_t operator()(Date value) const {
         const auto since = value - Date(kEpoch);
         const auto seconds = std::chrono::floor<std::chrono::seconds>(since);
         const auto rest = std::chrono::duration_cast<std::chrono::microseconds>(since - seconds);
-        return plist_new_date(static_cast<std::int32_t>(seconds.count()),
-                              static_cast<std::int32_t>(rest.count()));
+        return made(plist_new_date(static_cast<std::int32_t>(seconds.count()),
+                                   static_cast<std::int32_t>(rest.count())));
     }
     plist_t operator()(const Array& value) const {
-        plist_t array = plist_new_array();
+        plist_t array = made(plist_new_array());
         for (const Value& element : value) {
             if (plist_t node = std::visit(*this, element.variant())) {
                 plist_array_append_item(array, node);
@@ -115,7 +125,7 @@ struct NodeMaker {
         return array;
     }
     plist_t operator()(const Dictionary& value) const {
-        plist_t dictionary = plist_new_dict();
+        plist_t dictionary = made(plist_new_dict());
         for (const auto& [key, member] : value) {
             if (plist_t node = std::visit(*this, member.variant())) {
                 plist_dict_set_item(dictionary, key.c_str(), node);
@@ -150,6 +160,7 @@ Data xml(const Dictionary& dictionary) {
     char* text = nullptr;
     std::uint32_t length = 0;
     plist_to_xml(root.get(), &text, &length);
+    if (!text) throw std::bad_alloc();
     const Text owner(text);
     return dataOf({text, length});
 }

@@ -71,16 +71,16 @@ class Engine {
 
 }  // namespace
 
-UrlSession& UrlSession::shared() {
+UrlSession& UrlSession::shared() noexcept {
     static auto& session = *new UrlSession;
     return session;
 }
 
-UrlSessionTask UrlSession::dataTask(Url url, Completion completion) {
+UrlSessionTask UrlSession::dataTask(Url url, Completion completion) noexcept {
     return UrlSessionTask(std::make_shared<Transfer>(std::move(url), std::move(completion)));
 }
 
-void UrlSessionTask::resume() {
+void UrlSessionTask::resume() noexcept {
     if (transfer_->resumed.exchange(true)) return;
     if (auto* queue = MainQueue::main(); queue && queue->isRunningBlock()) {
         queue->async([transfer = transfer_] { Engine::shared().start(transfer); });

@@ -17,7 +17,7 @@ View::View(const Coder& coder)
     }
 }
 
-void View::setFrame(Rect frame) {
+void View::setFrame(Rect frame) noexcept {
     if (frame == frame_) return;
     const bool resized = !(frame.size == frame_.size);
     frame_ = frame;
@@ -29,38 +29,38 @@ Point View::center() const {
     return {frame_.origin.x + frame_.size.width / 2, frame_.origin.y + frame_.size.height / 2};
 }
 
-void View::setCenter(Point center) {
+void View::setCenter(Point center) noexcept {
     const Size size = frame_.size;
     setFrame({{center.x - size.width / 2, center.y - size.height / 2}, size});
 }
 
-void View::setHidden(bool hidden) {
+void View::setHidden(bool hidden) noexcept {
     hidden_ = hidden;
     setNeedsDisplay();
 }
 
-void View::setBackgroundColor(std::optional<Color> color) {
+void View::setBackgroundColor(std::optional<Color> color) noexcept {
     backgroundColor_ = color;
     setNeedsDisplay();
 }
 
-void View::setCornerRadius(double radius) {
+void View::setCornerRadius(double radius) noexcept {
     cornerRadius_ = radius;
     setNeedsDisplay();
 }
 
-std::vector<std::shared_ptr<View>> View::subviewsInPaintOrder() const {
+std::vector<std::shared_ptr<View>> View::subviewsInPaintOrder() const noexcept {
     auto ordered = subviews_;
     std::ranges::stable_sort(ordered, {}, [](const auto& view) { return view->zPosition_; });
     return ordered;
 }
 
-void View::setZPosition(double position) {
+void View::setZPosition(double position) noexcept {
     zPosition_ = position;
     setNeedsDisplay();
 }
 
-void View::setSafeAreaInsets(EdgeInsets insets) {
+void View::setSafeAreaInsets(EdgeInsets insets) noexcept {
     safeAreaInsets_ = insets;
     placePinnedSubviews();
 }
@@ -96,7 +96,7 @@ std::shared_ptr<Window> View::window() const {
     return parent ? parent->window() : window_.lock();
 }
 
-void View::addSubview(std::shared_ptr<View> view) {
+void View::addSubview(std::shared_ptr<View> view) noexcept {
     view->removeFromSuperview();
     subviews_.push_back(view);
     view->superview_ = shared<View>();
@@ -105,7 +105,7 @@ void View::addSubview(std::shared_ptr<View> view) {
     setNeedsDisplay();
 }
 
-void View::removeFromSuperview() {
+void View::removeFromSuperview() noexcept {
     const auto parent = superview();
     if (!parent) return;
     const auto self = shared<View>();
@@ -120,15 +120,15 @@ Size View::sizeThatFits(Size) {
     return frame_.size;
 }
 
-void View::sizeToFit() {
+void View::sizeToFit() noexcept {
     setFrame({frame_.origin, sizeThatFits(frame_.size)});
 }
 
-void View::addGestureRecognizer(std::shared_ptr<TapGestureRecognizer> recognizer) {
+void View::addGestureRecognizer(std::shared_ptr<TapGestureRecognizer> recognizer) noexcept {
     gestureRecognizers_.push_back(std::move(recognizer));
 }
 
-std::shared_ptr<View> View::hitTest(Point point) {
+std::shared_ptr<View> View::hitTest(Point point) noexcept {
     if (hidden_ || !takesTouches() || !isTouchedAt(point)) return nullptr;
     const auto ordered = subviewsInPaintOrder();
     for (auto subview = ordered.rbegin(); subview != ordered.rend(); ++subview) {
@@ -143,7 +143,7 @@ bool View::isTouchedAt(Point point) const {
            point.y < frame_.size.height;
 }
 
-bool View::tap(Point point) {
+bool View::tap(Point point) noexcept {
     for (auto view = hitTest(point); view; view = view->superview()) {
         if (view->gestureRecognizers_.empty()) continue;
         const auto recognizer = view->gestureRecognizers_.back();
@@ -153,7 +153,7 @@ bool View::tap(Point point) {
     return false;
 }
 
-void View::setNeedsDisplay() {
+void View::setNeedsDisplay() noexcept {
     // A copy: the presenter may take its callback back from inside.
     if (const auto callback = displayCallback_) callback();
     if (const auto parent = superview()) parent->setNeedsDisplay();

@@ -29,7 +29,7 @@ State& state() {
 
 thread_local bool runningBlock = false;
 
-void runNextBlock() {
+void runNextBlock() noexcept {
     std::unique_lock lock(state().mutex);
     const Block block = std::move(state().blocks.front());
     state().blocks.pop_front();
@@ -74,7 +74,7 @@ MainQueue* MainQueue::main() {
     return state().mainThread || QCoreApplication::closingDown() ? &queue : nullptr;
 }
 
-void MainQueue::async(std::function<void()> block) {
+void MainQueue::async(std::function<void()> block) noexcept {
     const std::lock_guard lock(state().mutex);
     if (state().receiver)
         enqueue(std::move(block));
