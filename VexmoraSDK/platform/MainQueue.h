@@ -2,6 +2,9 @@
 
 #include <functional>
 #include <memory>
+#include <new>
+
+#include "VexmoraSDK/platform/Fatal.h"
 
 #include "VexmoraSDK/Export.h"
 
@@ -15,7 +18,7 @@ class VEXMORA_EXPORT MainQueue {
 
     /// Runs `block` later, once, on the main thread, in the order of the calls, in nested event
     /// loops too. Once the toolkit has ended blocks never run. Any thread.
-    void async(std::function<void()> block) noexcept;
+    void async(std::function<void()> block);
 
     /// Whether the caller runs on the main thread.
     bool isMainThread() const;
@@ -24,7 +27,7 @@ class VEXMORA_EXPORT MainQueue {
 
     /// Gives up a reference on the main thread, so that what is destroyed with it is destroyed
     /// there: at once when the caller runs on that thread or there is no queue, else in a block.
-    static void release(std::shared_ptr<void> reference) noexcept {
+    static void release(std::shared_ptr<void> reference) {
         if (auto* queue = main(); queue && !queue->isMainThread()) {
             queue->async([reference = std::move(reference)] {});
         }
@@ -35,7 +38,11 @@ class VEXMORA_EXPORT MainQueue {
 template <class T, class... Arguments>
 std::shared_ptr<T> makeSharedOnMain(Arguments&&... arguments) {
     return std::shared_ptr<T>(new T(std::forward<Arguments>(arguments)...), [](T* object) noexcept {
-        MainQueue::release(std::shared_ptr<T>(object));
+        try {
+            MainQueue::release(std::shared_ptr<T>(object));
+        } catch (const std::bad_alloc&) {
+            fatalNoMemory();
+        }
     });
 }
 

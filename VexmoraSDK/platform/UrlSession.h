@@ -26,7 +26,7 @@ class UrlSessionTask {
     /// Starts the transfer, once; later calls do nothing. Inside a main-queue block the start waits
     /// for a further block, so that whatever this block still sets up is in place before the answer
     /// comes; elsewhere it is at once. Any thread.
-    void resume() noexcept;
+    void resume();
 
  private:
     std::shared_ptr<Transfer> transfer_;
@@ -43,12 +43,12 @@ class UrlSession {
 
     /// The process-wide session; never destroyed. When the process exits, its threads stop and
     /// transfers in flight end without a completion. Any thread.
-    static UrlSession& shared() noexcept;
+    static UrlSession& shared();
 
     /// A task that fetches `url`. Redirects are followed, cookies kept in memory, certificates
     /// checked. A transport error describes itself in its user information and names the address.
     /// Any thread.
-    UrlSessionTask dataTask(Url url, Completion completion) noexcept;
+    UrlSessionTask dataTask(Url url, Completion completion);
 
  private:
     UrlSession() = default;

@@ -33,9 +33,7 @@ class VEXMORA_EXPORT View : public Object {
  public:
     static constexpr std::string_view kClassName = "View";
 
-    static std::shared_ptr<View> create(Rect frame = {}) noexcept {
-        return makeSharedOnMain<View>(frame);
-    }
+    static std::shared_ptr<View> create(Rect frame = {}) { return makeSharedOnMain<View>(frame); }
     explicit View(Rect frame) : frame_(frame) {}
     /// A view as an interface file describes it: "frame", "hidden", "backgroundColor",
     /// "cornerRadius", "zPosition" and "pins".
@@ -117,7 +115,7 @@ class VEXMORA_EXPORT View : public Object {
 
  private:
     void placeByPins(const View& superview);
-    void placePinnedSubviews();
+    void placePinnedSubviews() noexcept;
 
     Rect frame_;
     bool hidden_ = false;

@@ -2,9 +2,11 @@
 
 #include <deque>
 #include <mutex>
+#include <new>
 #include <optional>
 #include <thread>
 
+#include "VexmoraSDK/platform/Fatal.h"
 #include "tests/fake_platform/FakeMainQueue.h"
 
 namespace VexmoraSDK::platform {
@@ -49,7 +51,7 @@ MainQueue* MainQueue::main() {
     return state().mainThread ? &queue : nullptr;
 }
 
-void MainQueue::async(std::function<void()> block) noexcept {
+void MainQueue::async(std::function<void()> block) {
     const std::lock_guard lock(state().mutex);
     if (state().mainThread) state().blocks.push_back(std::move(block));
 }
@@ -71,12 +73,14 @@ void FakeMainQueue::stop() {
     restart(std::nullopt);
 }
 
-void FakeMainQueue::drain() noexcept {
+void FakeMainQueue::drain() noexcept try {
     while (const auto block = nextBlock()) {
         runningBlock = true;
         (*block)();
         runningBlock = false;
     }
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
 }
 
 }  // namespace VexmoraSDK::platform

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <mutex>
+#include <new>
 #include <stdexcept>
 #include <thread>
 
+#include "VexmoraSDK/platform/Fatal.h"
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "tests/fake_platform/FakeUrlSession.h"
 
@@ -54,24 +56,28 @@ std::shared_ptr<Transfer> takeOpen(std::string_view url) {
 // delivery thread.
 void deliver(std::shared_ptr<Transfer> transfer, std::optional<Data> body,
              std::optional<UrlResponse> response, std::optional<Error> error) {
-    std::thread([&, transfer = std::move(transfer)]() mutable {
-        transfer->completion(std::move(body), response, std::move(error));
-        transfer.reset();
+    std::thread([&, transfer = std::move(transfer)]() mutable noexcept {
+        try {
+            transfer->completion(std::move(body), response, std::move(error));
+            transfer.reset();
+        } catch (const std::bad_alloc&) {
+            fatalNoMemory();
+        }
     }).join();
 }
 
 }  // namespace
 
-UrlSession& UrlSession::shared() noexcept {
+UrlSession& UrlSession::shared() {
     static UrlSession& session = *new UrlSession;
     return session;
 }
 
-UrlSessionTask UrlSession::dataTask(Url url, Completion completion) noexcept {
+UrlSessionTask UrlSession::dataTask(Url url, Completion completion) {
     return UrlSessionTask(std::make_shared<Transfer>(std::move(url), std::move(completion)));
 }
 
-void UrlSessionTask::resume() noexcept {
+void UrlSessionTask::resume() {
     std::call_once(transfer_->resumed, [this] {
         if (auto* queue = MainQueue::main(); queue && queue->isRunningBlock()) {
             queue->async([transfer = transfer_] { start(transfer); });

@@ -1,7 +1,9 @@
 #include "VexmoraSDK/platform/Coder.h"
 
 #include <array>
+#include <new>
 
+#include "VexmoraSDK/platform/Fatal.h"
 #include "VexmoraSDK/platform/PropertyList.h"
 
 namespace VexmoraSDK::platform {
@@ -20,14 +22,18 @@ std::optional<std::array<double, 4>> fourNumbers(const Array* array) {
 
 }  // namespace
 
-std::optional<Coder> Coder::fromData(const Data& data) noexcept {
+std::optional<Coder> Coder::fromData(const Data& data) noexcept try {
     auto values = PropertyList::dictionary(data);
     if (!values) return std::nullopt;
     return Coder(std::move(*values));
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
 }
 
-void Coder::encode(std::string key, Value value) noexcept {
+void Coder::encode(std::string key, Value value) noexcept try {
     values_.insert_or_assign(std::move(key), std::move(value));
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
 }
 
 std::optional<double> Coder::number(std::string_view key) const {
@@ -49,8 +55,10 @@ std::optional<Color> Coder::color(std::string_view key) const {
     return Color{red, green, blue, alpha};
 }
 
-Data Coder::data() const noexcept {
+Data Coder::data() const noexcept try {
     return PropertyList::xml(values_);
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
 }
 
 }  // namespace VexmoraSDK::platform

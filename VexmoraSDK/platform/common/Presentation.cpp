@@ -35,12 +35,12 @@ Presentation::~Presentation() {
     end();
 }
 
-void Presentation::begin(std::shared_ptr<View> view) noexcept {
+void Presentation::begin(std::shared_ptr<View> view) {
     view_ = std::move(view);
     view_->setWindow(window_);
 }
 
-void Presentation::end() noexcept {
+void Presentation::end() {
     leaving_ = false;
     if (const auto view = std::exchange(view_, nullptr)) view->setWindow({});
     for (auto& completion : std::exchange(completions_, {}))

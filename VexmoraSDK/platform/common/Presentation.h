@@ -26,9 +26,9 @@ class VEXMORA_EXPORT Presentation {
     Presentation& operator=(const Presentation&) = delete;
 
     /// Presents `view`; nothing else is presented.
-    void begin(std::shared_ptr<View> view) noexcept;
+    void begin(std::shared_ptr<View> view);
     /// The view has left.
-    void end() noexcept;
+    void end();
 
     /// Absent when nothing is presented.
     const std::shared_ptr<View>& view() const { return view_; }

@@ -71,16 +71,16 @@ class Engine {
 
 }  // namespace
 
-UrlSession& UrlSession::shared() noexcept {
+UrlSession& UrlSession::shared() {
     static auto& session = *new UrlSession;
     return session;
 }
 
-UrlSessionTask UrlSession::dataTask(Url url, Completion completion) noexcept {
+UrlSessionTask UrlSession::dataTask(Url url, Completion completion) {
     return UrlSessionTask(std::make_shared<Transfer>(std::move(url), std::move(completion)));
 }
 
-void UrlSessionTask::resume() noexcept {
+void UrlSessionTask::resume() {
     if (transfer_->resumed.exchange(true)) return;
     if (auto* queue = MainQueue::main(); queue && queue->isRunningBlock()) {
         queue->async([transfer = transfer_] { Engine::shared().start(transfer); });

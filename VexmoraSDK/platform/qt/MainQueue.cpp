@@ -5,6 +5,9 @@
 #include <QtCore/QThread>
 #include <deque>
 #include <mutex>
+#include <new>
+
+#include "VexmoraSDK/platform/Fatal.h"
 
 namespace VexmoraSDK::platform {
 namespace {
@@ -29,13 +32,15 @@ State& state() {
 
 thread_local bool runningBlock = false;
 
-void runNextBlock() noexcept {
+void runNextBlock() noexcept try {
     std::unique_lock lock(state().mutex);
     const Block block = std::move(state().blocks.front());
     state().blocks.pop_front();
     lock.unlock();
     const QScopedValueRollback rollback(runningBlock, true);
     block();
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
 }
 
 // The mutex is held, so the receiver cannot go away meanwhile.
@@ -74,7 +79,7 @@ MainQueue* MainQueue::main() {
     return state().mainThread || QCoreApplication::closingDown() ? &queue : nullptr;
 }
 
-void MainQueue::async(std::function<void()> block) noexcept {
+void MainQueue::async(std::function<void()> block) {
     const std::lock_guard lock(state().mutex);
     if (state().receiver)
         enqueue(std::move(block));

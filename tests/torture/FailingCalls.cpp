@@ -1,0 +1,193 @@
+#include "tests/torture/FailingCalls.h"
+
+#include <curl/curl.h>
+#include <dlfcn.h>
+#include <plist/plist.h>
+#include <poll.h>
+#include <pthread.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+namespace VexmoraSDK::FailingCalls {
+namespace {
+
+std::atomic<Record*> current = nullptr;
+long failing = 0;
+thread_local bool spared = false;
+
+bool fails(const char* call) {
+    Record* record = current;
+    if (!record || spared || ++record->calls != failing) return false;
+    record->failed = call;
+    return true;
+}
+
+/// The same for a call that says with `errno` what has gone wrong.
+bool fails(const char* call, int reason) {
+    const bool failed = fails(call);
+    if (failed) errno = reason;
+    return failed;
+}
+
+constexpr const char* kMemoryOfLibcurl = "memory of libcurl";
+
+}  // namespace
+
+void begin(long nth, Record& record) {
+    failing = nth;
+    current = &record;
+}
+
+void end() {
+    current = nullptr;
+}
+
+Spared::Spared() {
+    spared = true;
+}
+
+Spared::~Spared() {
+    spared = false;
+}
+
+void countMemoryOfLibcurl() {
+    curl_global_init_mem(
+        CURL_GLOBAL_DEFAULT,
+        [](std::size_t size) { return fails(kMemoryOfLibcurl) ? nullptr : std::malloc(size); },
+        std::free,
+        [](void* memory, std::size_t size) {
+            return fails(kMemoryOfLibcurl) ? nullptr : std::realloc(memory, size);
+        },
+        [](const char* text) { return fails(kMemoryOfLibcurl) ? nullptr : strdup(text); },
+        [](std::size_t count, std::size_t size) {
+            return fails(kMemoryOfLibcurl) ? nullptr : std::calloc(count, size);
+        });
+}
+
+}  // namespace VexmoraSDK::FailingCalls
+
+using VexmoraSDK::FailingCalls::fails;
+
+// The forms of `new` that are not here come down to these.
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return fails("operator new") ? nullptr : std::malloc(size ? size : 1);
+}
+
+void* operator new(std::size_t size) {
+    if (void* memory = operator new(size, std::nothrow)) return memory;
+    throw std::bad_alloc();
+}
+
+void* operator new[](std::size_t size) {
+    return operator new(size);
+}
+
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, const std::nothrow_t&) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
+/// Stands before the function of that name in a shared library, for the other libraries too.
+#define STANDS_BEFORE(name) \
+    static const auto next = reinterpret_cast<decltype(&(name))>(dlsym(RTLD_NEXT, #name))
+#define CAN_FAIL(failure, result, name, parameters, arguments) \
+    extern "C" result name parameters {                        \
+        STANDS_BEFORE(name);                                   \
+        return fails(#name) ? failure : next arguments;        \
+    }
+#define CAN_FAIL_FOR(reason, failure, result, name, parameters, arguments) \
+    extern "C" result name parameters {                                    \
+        STANDS_BEFORE(name);                                               \
+        return fails(#name, reason) ? failure : next arguments;            \
+    }
+
+CAN_FAIL_FOR(EMFILE, nullptr, FILE*, fopen64, (const char* path, const char* mode), (path, mode))
+CAN_FAIL_FOR(EIO, -1, ssize_t, read, (int file, void* bytes, size_t count), (file, bytes, count))
+CAN_FAIL_FOR(EACCES, -1, int, stat, (const char* path, struct stat* to) noexcept, (path, to))
+CAN_FAIL_FOR(EACCES, nullptr, char*, realpath, (const char* path, char* to) noexcept, (path, to))
+CAN_FAIL_FOR(EMFILE, -1, int, socket, (int domain, int type, int protocol) noexcept,
+             (domain, type, protocol))
+CAN_FAIL_FOR(EMFILE, -1, int, socketpair, (int domain, int type, int protocol, int* pair) noexcept,
+             (domain, type, protocol, pair))
+CAN_FAIL_FOR(ENETUNREACH, -1, int, connect, (int to, const sockaddr* address, socklen_t size),
+             (to, address, size))
+CAN_FAIL_FOR(ENOMEM, -1, int, poll, (pollfd * files, nfds_t count, int timeout),
+             (files, count, timeout))
+CAN_FAIL_FOR(ECONNRESET, -1, ssize_t, send, (int to, const void* bytes, size_t count, int flags),
+             (to, bytes, count, flags))
+CAN_FAIL_FOR(ECONNRESET, -1, ssize_t, recv, (int from, void* bytes, size_t count, int flags),
+             (from, bytes, count, flags))
+CAN_FAIL(EAGAIN, int, pthread_create,
+         (pthread_t * thread, const pthread_attr_t* how, void* (*work)(void*), void* with) noexcept,
+         (thread, how, work, with))
+
+CAN_FAIL(CURLE_FAILED_INIT, CURLcode, curl_global_init, (long flags), (flags))
+CAN_FAIL(nullptr, CURL*, curl_easy_init, (), ())
+CAN_FAIL(nullptr, CURLM*, curl_multi_init, (), ())
+CAN_FAIL(nullptr, CURLSH*, curl_share_init, (), ())
+CAN_FAIL(CURLM_OUT_OF_MEMORY, CURLMcode, curl_multi_add_handle, (CURLM * multi, CURL* easy),
+         (multi, easy))
+CAN_FAIL(CURLM_BAD_EASY_HANDLE, CURLMcode, curl_multi_remove_handle, (CURLM * multi, CURL* easy),
+         (multi, easy))
+CAN_FAIL(CURLM_OUT_OF_MEMORY, CURLMcode, curl_multi_perform, (CURLM * multi, int* running),
+         (multi, running))
+CAN_FAIL(CURLM_OUT_OF_MEMORY, CURLMcode, curl_multi_poll,
+         (CURLM * multi, curl_waitfd* extra, unsigned count, int timeout, int* ready),
+         (multi, extra, count, timeout, ready))
+CAN_FAIL(CURLM_WAKEUP_FAILURE, CURLMcode, curl_multi_wakeup, (CURLM * multi), (multi))
+
+// What is set or asked for fits a register each time, whatever its type.
+#undef curl_easy_setopt
+#undef curl_easy_getinfo
+#undef curl_share_setopt
+#define CAN_FAIL_WITH_ANY(failure, result, name, Handle, Option)   \
+    extern "C" result name(Handle* handle, Option option, ...) {   \
+        STANDS_BEFORE(name);                                       \
+        va_list arguments;                                         \
+        va_start(arguments, option);                               \
+        const auto any = va_arg(arguments, void*);                 \
+        va_end(arguments);                                         \
+        return fails(#name) ? failure : next(handle, option, any); \
+    }
+CAN_FAIL_WITH_ANY(CURLE_OUT_OF_MEMORY, CURLcode, curl_easy_setopt, CURL, CURLoption)
+CAN_FAIL_WITH_ANY(CURLE_OUT_OF_MEMORY, CURLcode, curl_easy_getinfo, CURL, CURLINFO)
+CAN_FAIL_WITH_ANY(CURLSHE_NOMEM, CURLSHcode, curl_share_setopt, CURLSH, CURLSHoption)
+
+CAN_FAIL(void(), void, plist_from_memory, (const char* bytes, uint32_t count, plist_t* root),
+         (bytes, count, root))
+CAN_FAIL(void(), void, plist_to_xml, (plist_t root, char** text, uint32_t* length),
+         (root, text, length))
+CAN_FAIL(void(), void, plist_dict_new_iter, (plist_t node, plist_dict_iter* iterator),
+         (node, iterator))
+CAN_FAIL(nullptr, plist_t, plist_new_dict, (), ())
+CAN_FAIL(nullptr, plist_t, plist_new_array, (), ())
+CAN_FAIL(nullptr, plist_t, plist_new_bool, (uint8_t value), (value))
+CAN_FAIL(nullptr, plist_t, plist_new_uint, (uint64_t value), (value))
+CAN_FAIL(nullptr, plist_t, plist_new_real, (double value), (value))
+CAN_FAIL(nullptr, plist_t, plist_new_string, (const char* value), (value))
+CAN_FAIL(nullptr, plist_t, plist_new_data, (const char* value, uint64_t count), (value, count))
+CAN_FAIL(nullptr, plist_t, plist_new_date, (int32_t seconds, int32_t rest), (seconds, rest))
