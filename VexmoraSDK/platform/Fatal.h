@@ -21,7 +21,7 @@ namespace VexmoraSDK::platform {
 [[noreturn]] VEXMORA_EXPORT void fatalNil() noexcept;
 
 /// The stop at a bound that `std::bad_alloc` would leave.
-[[noreturn]] void fatalNoMemory() noexcept;
+[[noreturn]] VEXMORA_EXPORT void fatalNoMemory() noexcept;
 
 /// The stop of a forced conversion of an object to a class that it is not of.
 [[noreturn]] VEXMORA_EXPORT void fatalConversion(std::string_view from,

@@ -16,6 +16,7 @@ void DeliveryThreads::run(std::function<void()> job) {
     const std::size_t most = std::clamp(std::thread::hardware_concurrency(), 1u, 4u);
     if (jobs_.size() > idle_ && threads_.size() < most) {
         const auto name = "vexmora-d" + std::to_string(threads_.size());
+        threads_.reserve(most);  // no thread is started that could then not be kept
         auto thread = startWorkerThread(name, [this] { work(); });
         if (thread.joinable()) threads_.push_back(std::move(thread));
         if (threads_.empty()) fatalError("no thread to be had");
