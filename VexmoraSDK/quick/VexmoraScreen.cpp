@@ -38,6 +38,9 @@ VexmoraScreen::VexmoraScreen(QQuickItem* parent)
     connect(&movement_, &QPropertyAnimation::finished, this, [this] {
         if (presentation_->isLeaving()) leftScreen();
     });
+    // Later, so that a host may destroy the screen from inside.
+    connect(&movement_, &QPropertyAnimation::stateChanged, this, &VexmoraScreen::movingChanged,
+            Qt::QueuedConnection);
 }
 
 VexmoraScreen::~VexmoraScreen() = default;

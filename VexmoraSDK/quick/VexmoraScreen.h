@@ -35,6 +35,8 @@ class VEXMORA_EXPORT VexmoraScreen : public QQuickItem {
 
     /// From the call of `present` until the ad has moved out.
     Q_PROPERTY(bool presenting READ isPresenting NOTIFY presentingChanged FINAL)
+    /// While the ad moves in or out.
+    Q_PROPERTY(bool moving READ isMoving NOTIFY movingChanged FINAL)
     /// How far a notch or a rounded corner reaches into the screen from the top, in points; close
     /// buttons stay clear of it. The same for the other edges.
     Q_PROPERTY(double topInset READ topInset WRITE setTopInset NOTIFY insetsChanged FINAL)
@@ -58,6 +60,7 @@ class VEXMORA_EXPORT VexmoraScreen : public QQuickItem {
     Q_INVOKABLE void close();
 
     bool isPresenting() const;
+    bool isMoving() const { return movement_.state() == QPropertyAnimation::Running; }
     double topInset() const { return insets_.top; }
     void setTopInset(double inset);
     double leftInset() const { return insets_.left; }
@@ -71,6 +74,7 @@ class VEXMORA_EXPORT VexmoraScreen : public QQuickItem {
 
  Q_SIGNALS:
     void presentingChanged();
+    void movingChanged();
     void insetsChanged();
     void closeRectChanged();
 

@@ -10,8 +10,7 @@ Item {
 
     readonly property string containerId: "between-articles"
     property bool ready: false
-    /// Nothing is on the move: the ad has gone, or the screen's first child, which brings it, is up.
-    readonly property bool settled: !screen.presenting || screen.children[0].y === 0
+    readonly property bool settled: !screen.presenting || !screen.moving
 
     function ask() {
         ad.containerId = containerId;

@@ -18,7 +18,9 @@ int main(int argc, char** argv) {
     std::shared_ptr<VexmoraView> interstitial;
 
     auto delegate = std::make_shared<VexmoraDelegate>();
-    delegate->didReceiveAd = [&](VexmoraView&) { screen->present(interstitial); };
+    delegate->didReceiveAd = [&](VexmoraView& view) {
+        if (&view == interstitial.get()) screen->present(interstitial);
+    };
     delegate->didDismissScreen = [](VexmoraView&) { std::puts("didDismissScreen"); };
     delegate->didHaveError = [](VexmoraView&, const VexmoraError& error) {
         std::printf("didHaveError, code %td\n", error.code());
