@@ -16,8 +16,9 @@ class App {
  public:
     /// Runs the event loop until `condition` holds; false when that takes too long.
     template <class Condition>
-    static bool waitFor(Condition condition) {
-        const QDeadlineTimer deadline(std::chrono::seconds(20));
+    static bool waitFor(Condition condition,
+                        std::chrono::seconds longest = std::chrono::seconds(20)) {
+        const QDeadlineTimer deadline(longest);
         // Not every condition comes about by an event of this thread.
         QTimer look;
         look.start(std::chrono::milliseconds(10));

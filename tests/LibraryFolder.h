@@ -1,0 +1,46 @@
+#pragma once
+
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+
+#include "VexmoraSDK/platform/Bundle.h"
+#include "VexmoraSDK/platform/PropertyList.h"
+
+namespace VexmoraSDK {
+
+/// The library's resources as they are shipped, but for settings that lead to a server of the
+/// test's. To be made before the first ad view.
+class LibraryFolder {
+ public:
+    explicit LibraryFolder(const std::string& requestUrlFormat) {
+        std::string path = std::filesystem::temp_directory_path() / "vexmora-XXXXXX";
+        if (!mkdtemp(path.data())) throw std::runtime_error("no folder to be had");
+        folder_ = path;
+        std::filesystem::copy(platform::Bundle::shippedLibraryFolder(), folder_,
+                              std::filesystem::copy_options::recursive);
+        write("Info.plist", "ConfigurationPlist", "settings");
+        write("settings.plist", "requestUrlFormat", requestUrlFormat);
+        platform::Bundle::setLibraryFolder(folder_);
+    }
+
+    ~LibraryFolder() { std::filesystem::remove_all(folder_); }
+
+    LibraryFolder(const LibraryFolder&) = delete;
+    LibraryFolder& operator=(const LibraryFolder&) = delete;
+
+    const std::filesystem::path& path() const { return folder_; }
+
+ private:
+    void write(const std::string& name, std::string key, std::string value) const {
+        const auto xml = platform::PropertyList::xml({{std::move(key), std::move(value)}});
+        std::ofstream(folder_ / name) << platform::textOf(xml);
+    }
+
+    std::filesystem::path folder_;
+};
+
+}  // namespace VexmoraSDK
