@@ -1,11 +1,26 @@
 #include "VexmoraSDK/platform/common/HttpExchange.h"
 
 #include <algorithm>
+#include <functional>
 #include <new>
+#include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace VexmoraSDK::platform {
+namespace {
+
+/// The values of a header of the last answer.
+std::vector<std::string> values(CURL* easy, const char* header) {
+    std::vector<std::string> values;
+    curl_header* found = nullptr;
+    while (curl_easy_header(easy, header, values.size(), CURLH_HEADER, -1, &found) == CURLHE_OK)
+        values.emplace_back(found->value);
+    return values;
+}
+
+}  // namespace
 
 HttpExchange::HttpExchange(std::shared_ptr<Transfer> transfer)
     : transfer_(std::move(transfer)), easy_(curl_easy_init()) {}
@@ -27,7 +42,8 @@ CURLcode HttpExchange::configure(CURLSH* cookies) {
     set(CURLOPT_FOLLOWLOCATION, 1L);
     set(CURLOPT_MAXREDIRS, limits_.redirects);
     set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_2TLS));
-    set(CURLOPT_ACCEPT_ENCODING, "");
+    set(CURLOPT_ACCEPT_ENCODING, "gzip");
+    set(CURLOPT_HTTP_CONTENT_DECODING, 0L);
     set(CURLOPT_PROXY, "");
     set(CURLOPT_SHARE, cookies);
     set(CURLOPT_COOKIEFILE, "");  // no file, but the cookies at all
@@ -63,17 +79,47 @@ std::size_t HttpExchange::receiveHeader(const char* bytes, std::size_t, std::siz
 std::size_t HttpExchange::receiveBody(const char* bytes, std::size_t, std::size_t count,
                                       void* self) noexcept {
     auto& exchange = *static_cast<HttpExchange*>(self);
-    if (count > exchange.limits_.body - exchange.transfer_->body.size()) {
-        exchange.refusal_ = CURLE_FILESIZE_EXCEEDED;
-        return 0;
-    }
     try {
-        exchange.append(reinterpret_cast<const std::byte*>(bytes), count);
-        return count;
+        if (!exchange.bodyBegan_ && !exchange.beginBody()) return 0;
+        return exchange.take(reinterpret_cast<const std::byte*>(bytes), count) ? count : 0;
     } catch (const std::bad_alloc&) {
         exchange.refusal_ = CURLE_OUT_OF_MEMORY;
         return 0;
     }
+}
+
+bool HttpExchange::beginBody() {
+    bodyBegan_ = true;
+    // Whoever announces two lengths may mean either.
+    const auto lengths = values(easy_, "Content-Length");
+    if (std::ranges::adjacent_find(lengths, std::not_equal_to()) != lengths.end())
+        return refuse(CURLE_WEIRD_SERVER_REPLY);
+
+    for (const auto& encoding : values(easy_, "Content-Encoding")) {
+        if (curl_strequal(encoding.c_str(), "identity")) continue;
+        if (gzip_ || !curl_strequal(encoding.c_str(), "gzip"))
+            return refuse(CURLE_BAD_CONTENT_ENCODING);
+        gzip_.emplace();
+    }
+    return true;
+}
+
+bool HttpExchange::take(const std::byte* bytes, std::size_t count) {
+    if (!gzip_) return takeDecoded(bytes, count);
+    const bool decoded = gzip_->decode(
+        bytes, count, [this](const auto* part, auto size) { return takeDecoded(part, size); });
+    return decoded || (refusal_ == CURLE_OK && refuse(CURLE_BAD_CONTENT_ENCODING));
+}
+
+bool HttpExchange::takeDecoded(const std::byte* bytes, std::size_t count) {
+    if (count > limits_.body - transfer_->body.size()) return refuse(CURLE_FILESIZE_EXCEEDED);
+    append(bytes, count);
+    return true;
+}
+
+bool HttpExchange::refuse(CURLcode reason) {
+    refusal_ = reason;
+    return false;
 }
 
 void HttpExchange::append(const std::byte* bytes, std::size_t count) {
@@ -90,6 +136,7 @@ void HttpExchange::append(const std::byte* bytes, std::size_t count) {
 void HttpExchange::finish(CURLcode result) {
     // A head that was cut off is the end of the answer to libcurl.
     if (result == CURLE_OK && !headIsComplete_) result = CURLE_PARTIAL_FILE;
+    if (result == CURLE_OK && gzip_ && !gzip_->isComplete()) result = CURLE_PARTIAL_FILE;
     if (result == CURLE_OK) {
         result = curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &transfer_->response.statusCode);
     }

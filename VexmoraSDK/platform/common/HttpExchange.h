@@ -5,7 +5,9 @@
 #include <array>
 #include <cstddef>
 #include <memory>
+#include <optional>
 
+#include "VexmoraSDK/platform/common/GzipDecoder.h"
 #include "VexmoraSDK/platform/common/Transfer.h"
 #include "VexmoraSDK/platform/common/UrlSessionLimits.h"
 
@@ -34,12 +36,19 @@ class HttpExchange {
                                      void* self) noexcept;
     static std::size_t receiveBody(const char* bytes, std::size_t, std::size_t count,
                                    void* self) noexcept;
+    // False when the body is refused.
+    bool beginBody();
+    bool take(const std::byte* bytes, std::size_t count);
+    bool takeDecoded(const std::byte* bytes, std::size_t count);
+    bool refuse(CURLcode reason);
     void append(const std::byte* bytes, std::size_t count);
 
     const std::shared_ptr<Transfer> transfer_;
     const UrlSessionLimits limits_ = UrlSessionLimits::shared();
     CURL* const easy_;
     bool headIsComplete_ = false;
+    bool bodyBegan_ = false;
+    std::optional<GzipDecoder> gzip_;
     /// Why the body was not taken.
     CURLcode refusal_ = CURLE_OK;
     std::array<char, CURL_ERROR_SIZE> errorText_{};
