@@ -24,7 +24,7 @@ function(add_pkg_config name library)
         DESTINATION ${pkgConfigDir} COMPONENT development)
 endfunction()
 add_pkg_config(vexmora-sdk VexmoraSDK
-    PRIVATE_REQUIRES Qt6Gui libcurl libplist-2.0
+    PRIVATE_REQUIRES Qt6Gui libcurl libplist-2.0 zlib
     PRIVATE_LIBRARIES -lboost_json -lboost_url -pthread -ldl)
 add_pkg_config(vexmora-sdk-quick VexmoraSDKQuick REQUIRES vexmora-sdk Qt6Quick Qt6Qml)
 add_pkg_config(vexmora-sdk-widgets VexmoraSDKWidgets REQUIRES vexmora-sdk Qt6Widgets)

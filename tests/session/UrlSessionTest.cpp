@@ -56,7 +56,8 @@ TEST_F(UrlSessionTest, GivesAnEmptyBodyWhereTheAnswerHasNone) {
 
 TEST_F(UrlSessionTest, TellsWhenTheTransferFails) {
     for (const auto* container :
-         {"fault-cut-short", "fault-cut-chunked", "fault-redirect-loop", "fault-redirect-file"}) {
+         {"fault-cut-short", "fault-cut-chunked", "fault-cut-gzip", "fault-lengths-differ",
+          "fault-redirect-loop", "fault-redirect-file"}) {
         expectTransportError(ads(container));
     }
     expectTransportError(pictureOf("fault-picture-cut-short"));
@@ -79,6 +80,18 @@ TEST_F(UrlSessionTest, TakesHalfAnAnswerForNone) {
     }
     RawServer chunks(ok + "Transfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n0\r\nTrailer: x\r\n\r\n");
     EXPECT_EQ(fetch("http://" + chunks.place() + "/").text(), "abc");
+}
+
+TEST_F(UrlSessionTest, DecodesOneCompressedFileAfterAnother) {
+    using namespace std::literals;
+    const auto abc = "\x1f\x8b\b\0\0\0\0\0\2\3KLJ\6\0\xc2\x41\x24\x35\3\0\0\0"s;
+    const auto head = "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\n\r\n"s;
+    RawServer two(head + abc + abc);
+    EXPECT_EQ(fetch("http://" + two.place() + "/").text(), "abcabc");
+    RawServer oneAndABit(head + abc + abc.substr(0, 5));
+    expectTransportError("http://" + oneAndABit.place() + "/");
+    RawServer oneAndWords(head + abc + "and so on");
+    expectTransportError("http://" + oneAndWords.place() + "/");
 }
 
 TEST_F(UrlSessionTest, FetchesOnlyAbsoluteAddressesOfHttp) {
