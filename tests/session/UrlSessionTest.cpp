@@ -135,6 +135,19 @@ TEST_F(UrlSessionTest, TakesNoMoreThanTheLargestBody) {
     }
 }
 
+TEST_F(UrlSessionTest, TakesNoMoreThanTheLargestHeads) {
+    limits.heads = 10'000;
+    const auto filler = "X: " + std::string(6'000, 'x') + "\r\n";
+    RawServer modest("HTTP/1.1 200 OK\r\n" + filler + "Content-Length: 0\r\n\r\n");
+    EXPECT_FALSE(fetch("http://" + modest.place() + "/").error);
+    RawServer talkative("HTTP/1.1 103 Early Hints\r\n" + filler + "\r\nHTTP/1.1 200 OK\r\n" +
+                        filler + "Content-Length: 0\r\n\r\n");
+    const auto address = "http://" + talkative.place() + "/";
+    const Outcome outcome = fetch(address);
+    expectTransportError(address, outcome);
+    EXPECT_EQ(told(outcome, kLocalizedDescriptionKey), "Maximum file size exceeded");
+}
+
 TEST_F(UrlSessionTest, LetsASlowNameDelayNobody) {
     limits.connecting = std::chrono::milliseconds(100);
     StalledResolver resolver;

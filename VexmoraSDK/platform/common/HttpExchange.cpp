@@ -65,17 +65,20 @@ CURLcode HttpExchange::configure(CURLSH* cookies) {
     return result;
 }
 
-// The head of each answer, redirections included, goes from a status line to an empty line.
+// The head of each answer, redirections included, goes from a status line to an empty line. A count
+// other than the given one makes libcurl end the transfer with an error.
 std::size_t HttpExchange::receiveHeader(const char* bytes, std::size_t, std::size_t count,
                                         void* self) noexcept {
     const std::string_view line(bytes, count);
-    bool& complete = static_cast<HttpExchange*>(self)->headIsComplete_;
-    if (line.starts_with("HTTP/")) complete = false;
-    if (line == "\r\n" || line == "\n") complete = true;
-    return count;
+    auto& exchange = *static_cast<HttpExchange*>(self);
+    if (line.starts_with("HTTP/")) exchange.headIsComplete_ = false;
+    if (line == "\r\n" || line == "\n") exchange.headIsComplete_ = true;
+    exchange.headBytes_ += count;
+    const bool taken =
+        exchange.headBytes_ <= exchange.limits_.heads || exchange.refuse(CURLE_FILESIZE_EXCEEDED);
+    return taken ? count : 0;
 }
 
-// A count other than the given one makes libcurl end the transfer with an error.
 std::size_t HttpExchange::receiveBody(const char* bytes, std::size_t, std::size_t count,
                                       void* self) noexcept {
     auto& exchange = *static_cast<HttpExchange*>(self);
@@ -141,7 +144,7 @@ void HttpExchange::finish(CURLcode result) {
         result = curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &transfer_->response.statusCode);
     }
     if (result == CURLE_OK) return;
-    // To libcurl a body that is not taken is one that could not be written.
+    // To libcurl what is not taken could not be written.
     const bool refused = refusal_ != CURLE_OK;
     if (refused) result = refusal_;
     const bool told = !refused && errorText_.front() != '\0';

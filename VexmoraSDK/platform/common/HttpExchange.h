@@ -47,9 +47,10 @@ class HttpExchange {
     const UrlSessionLimits limits_ = UrlSessionLimits::shared();
     CURL* const easy_;
     bool headIsComplete_ = false;
+    std::size_t headBytes_ = 0;
     bool bodyBegan_ = false;
     std::optional<GzipDecoder> gzip_;
-    /// Why the body was not taken.
+    /// Why what came was not taken.
     CURLcode refusal_ = CURLE_OK;
     std::array<char, CURL_ERROR_SIZE> errorText_{};
 };

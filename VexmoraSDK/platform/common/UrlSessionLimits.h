@@ -14,6 +14,8 @@ struct UrlSessionLimits {
     /// From the start to the end.
     std::chrono::milliseconds total = std::chrono::minutes(5);
     long redirects = 20;
+    /// Of all heads that a transfer gets, those of redirections and provisional ones too, in bytes.
+    std::size_t heads = std::size_t{256} << 10;
     /// Of the decoded body, in bytes.
     std::size_t body = std::size_t{32} << 20;
     /// At once. Further ones wait for their turn, and only then does their time begin.
