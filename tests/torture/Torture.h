@@ -21,12 +21,9 @@ class Torture {
         std::string calls;
     };
 
-    /// Besides those allowed a stop for lack of memory is, after any call that takes memory of C++.
+    /// Prints a row of how many calls failed and how the scenario then ended.
     static void run(const std::string& name, const Scenario& scenario,
                     const std::vector<Allowed>& allowed);
-
-    /// Every call fails in turn, or one of so many.
-    static inline long step = 1;
 };
 
 }  // namespace VexmoraSDK
