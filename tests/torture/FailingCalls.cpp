@@ -8,6 +8,7 @@
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <zlib.h>
 
 #include <cerrno>
 #include <cstdarg>
@@ -158,6 +159,13 @@ CAN_FAIL(CURLM_OUT_OF_MEMORY, CURLMcode, curl_multi_perform, (CURLM * multi, int
 CAN_FAIL(CURLM_OUT_OF_MEMORY, CURLMcode, curl_multi_poll,
          (CURLM * multi, curl_waitfd* extra, unsigned count, int timeout, int* ready),
          (multi, extra, count, timeout, ready))
+CAN_FAIL(CURLHE_OUT_OF_MEMORY, CURLHcode, curl_easy_header,
+         (CURL * easy, const char* name, size_t index, unsigned origin, int request,
+          curl_header** header),
+         (easy, name, index, origin, request, header))
+CAN_FAIL(Z_MEM_ERROR, int, inflateInit2_,
+         (z_stream * stream, int bits, const char* version, int size),
+         (stream, bits, version, size))
 CAN_FAIL(CURLM_WAKEUP_FAILURE, CURLMcode, curl_multi_wakeup, (CURLM * multi), (multi))
 
 // What is set or asked for fits a register each time, whatever its type.

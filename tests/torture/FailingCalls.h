@@ -2,8 +2,8 @@
 
 #include <atomic>
 
-/// Calls of the process that can fail, of all its threads: memory, files, sockets, threads, libcurl
-/// and libplist. They are counted from `begin` to `end`, and one of them does fail.
+/// Calls of the process that can fail, of all its threads: memory, files, sockets, threads,
+/// libcurl, libplist and zlib. They are counted from `begin` to `end`, and one of them does fail.
 namespace VexmoraSDK::FailingCalls {
 
 /// In memory that a process shares with those it forks off.

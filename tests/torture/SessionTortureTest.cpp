@@ -107,9 +107,13 @@ std::string fetchTwice(const std::string& address, const std::function<void()>& 
 }
 
 TEST(SessionTortureTest, CompletesEachTaskOnceOrStopsWhenACallFails) {
+    // "abcdef"
+    constexpr char kZipped[] =
+        "\x1f\x8b\x08\0\0\0\0\0\x02\x03\x4b\x4c\x4a\x4e\x49\x4d\x03\0\xef\x39\x8e\x4b\x06\0\0";
     const ServerProcess server(
-        "HTTP/1.1 200 OK\r\nSet-Cookie: visitor=17\r\nTransfer-Encoding: chunked\r\n\r\n"
-        "3\r\nabc\r\n3\r\ndef\r\n0\r\n\r\n");
+        "HTTP/1.1 200 OK\r\nSet-Cookie: visitor=17\r\nTransfer-Encoding: chunked\r\n"
+        "Content-Encoding: gzip\r\n\r\n1a\r\n" +
+        std::string(kZipped, sizeof kZipped) + "\r\n0\r\n\r\n");
     Torture::run("URL session",
                  [&](const auto& begin) { return fetchTwice(server.address(), begin); },
                  {{"answered, answered", ".*"},

@@ -15,9 +15,12 @@ namespace {
 std::vector<std::string> values(CURL* easy, const char* header) {
     std::vector<std::string> values;
     curl_header* found = nullptr;
-    while (curl_easy_header(easy, header, values.size(), CURLH_HEADER, -1, &found) == CURLHE_OK)
+    while (true) {
+        const auto result = curl_easy_header(easy, header, values.size(), CURLH_HEADER, -1, &found);
+        if (result == CURLHE_OUT_OF_MEMORY) throw std::bad_alloc();
+        if (result != CURLHE_OK) return values;
         values.emplace_back(found->value);
-    return values;
+    }
 }
 
 }  // namespace
