@@ -12,6 +12,7 @@
 
 #include "adserver/Faults.h"
 #include "adserver/HttpServer.h"
+#include "adserver/WebPage.h"
 
 namespace VexmoraSDK {
 namespace {
@@ -19,6 +20,7 @@ namespace {
 namespace json = boost::json;
 
 constexpr std::size_t logLimit = 10'000;
+constexpr std::size_t answersShown = 100;
 
 constexpr char landingPage[] = R"(<!DOCTYPE html>
 <html lang="en">
@@ -62,7 +64,8 @@ AdServer::Request logged(const httplib::Request& request) {
     AdServer::Request entry{request.method, request.target, {}, request.remote_port};
     for (const auto& [name, value] : request.headers) {
         std::string lowerCase = name;
-        std::transform(name.begin(), name.end(), lowerCase.begin(), ::tolower);
+        std::transform(name.begin(), name.end(), lowerCase.begin(),
+                       [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
         entry.headers.emplace(std::move(lowerCase), value);
     }
     // httplib's own additions
@@ -72,33 +75,94 @@ AdServer::Request logged(const httplib::Request& request) {
     return entry;
 }
 
+/// A catalogue whose creatives all have names, with their pictures by file name.
+struct Stock {
+    explicit Stock(Catalog catalogToServe) : catalog(std::move(catalogToServe)) {
+        for (Creative& creative : catalog.creatives)
+            take(creative);
+        for (auto& [container, creatives] : catalog.placements) {
+            for (Creative& creative : creatives)
+                take(creative);
+        }
+    }
+
+    void take(Creative& creative) {
+        if (creative.name.empty()) creative.name = creative.picture.stem().string();
+        pictures.emplace(creative.picture.filename().string(), creative.picture);
+    }
+
+    Catalog catalog;
+    std::map<std::string, std::filesystem::path> pictures;
+};
+
+std::string contents(const std::filesystem::path& picture) {
+    std::ifstream file(picture, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
 }  // namespace
 
 struct AdServer::Site {
     Site(Catalog catalogToServe, Options chosen)
-        : catalog(std::move(catalogToServe)), options(chosen) {
-        for (const Creative& creative : catalog.creatives)
-            addPicture(creative);
-        for (const auto& [container, creatives] : catalog.placements) {
-            for (const Creative& creative : creatives)
-                addPicture(creative);
-        }
+        : options(std::move(chosen)),
+          stock(std::make_shared<const Stock>(std::move(catalogToServe))) {
         http.onRequest = [this](httplib::Request& request) { receive(request); };
         http.Get("/ads",
                  [this](const auto& request, auto& response) { sendAds(request, response); });
         http.Get("/creatives/([^/]+)",
                  [this](const auto& request, auto& response) { sendPicture(request, response); });
-        http.Get("/landing/.*", [](const httplib::Request&, httplib::Response& response) {
+        http.Get("/landing/.*", [this](const httplib::Request& request, auto& response) {
+            note(request, "landing page");
             response.set_content(landingPage, "text/html");
         });
-        http.set_error_handler(sendErrorPage);
+        http.set_error_handler([this](const httplib::Request& request, auto& response) {
+            if (request.matches.empty()) note(request, "status " + std::to_string(response.status));
+            sendErrorPage(request, response);
+        });
+        servePage();
         port = http.bind(options.port);
         address = "http://127.0.0.1:" + std::to_string(port);
         if (port != 0) http.serve();
     }
 
-    void addPicture(const Creative& creative) {
-        pictures.emplace(creative.picture.filename().string(), creative.picture);
+    void servePage() {
+        const auto serve = [this](const char* path, std::string_view text, const char* type) {
+            http.Get(path, [text, type](const httplib::Request&, httplib::Response& response) {
+                response.set_header("Content-Security-Policy", "default-src 'self'");
+                response.set_content(text.data(), text.size(), type);
+            });
+        };
+        serve("/", WebPage::html, "text/html; charset=utf-8");
+        serve("/page/style\\.css", WebPage::style, "text/css; charset=utf-8");
+        serve("/page/script\\.js", WebPage::script, "text/javascript; charset=utf-8");
+        serve("/page/icon\\.svg", WebPage::icon, "image/svg+xml");
+        http.Get("/page/state\\.json", [this](const httplib::Request&, auto& response) {
+            response.set_header("Cache-Control", "no-store");
+            response.set_content(json::serialize(state()), "application/json");
+        });
+        http.Get("/page/pictures/([^/]+)", [this](const httplib::Request& request, auto& response) {
+            const auto served = currentStock();
+            const auto picture = served->pictures.find(request.matches[1]);
+            if (picture == served->pictures.end()) {
+                response.status = 404;
+            } else {
+                response.set_content(contents(picture->second), contentType(picture->second));
+            }
+        });
+    }
+
+    std::shared_ptr<const Stock> currentStock() {
+        const std::lock_guard lock(mutex);
+        return stock;
+    }
+
+    std::string reload(const std::filesystem::path& file) {
+        std::string mistakes;
+        std::optional<Catalog> catalog = Catalog::load(file, mistakes);
+        const std::lock_guard lock(mutex);
+        if (catalog) stock = std::make_shared<const Stock>(*std::move(catalog));
+        problem = mistakes;
+        return mistakes;
     }
 
     void receive(httplib::Request& request) {
@@ -110,15 +174,33 @@ struct AdServer::Site {
         arrived.notify_all();
         // httplib compresses for whoever accepts it. Ads are too small for that to pay.
         request.headers.erase("Accept-Encoding");
-        HttpServer::connection().wait(options.latency);
+        if (!isOfPage(request)) HttpServer::connection().wait(options.latency);
+    }
+
+    static bool isOfPage(const httplib::Request& request) {
+        return request.path == "/" || request.path.starts_with("/page/");
+    }
+
+    void note(const httplib::Request& request, const std::string& outcome) {
+        const Answer answer{std::chrono::system_clock::now(), request.method, request.target,
+                            outcome};
+        if (options.onAnswer) options.onAnswer(answer);
+        const std::lock_guard lock(mutex);
+        answers.push_front(answer);
+        if (answers.size() > answersShown) answers.pop_back();
     }
 
     void sendAds(const httplib::Request& request, httplib::Response& response) {
         const std::string container = request.get_param_value("container");
         const std::string types = request.get_param_value("types");
         const Fault fault = Fault::of(container);
-        std::vector<const Creative*> candidates = catalog.candidates(container, parseTypes(types));
+        const auto served = currentStock();
+        std::vector<const Creative*> candidates =
+            served->catalog.candidates(container, parseTypes(types));
         if (fault.container.empty()) takeTurns(candidates, container + '?' + types);
+        note(request, !fault.container.empty() ? container
+                      : candidates.empty()     ? "no ad"
+                                               : "ad " + candidates.front()->name);
 
         json::array ads;
         for (const Creative* creative : candidates)
@@ -129,19 +211,19 @@ struct AdServer::Site {
     }
 
     void sendPicture(const httplib::Request& request, httplib::Response& response) {
-        const auto picture = pictures.find(request.matches[1]);
-        if (picture == pictures.end()) {
+        const auto served = currentStock();
+        const auto picture = served->pictures.find(request.matches[1]);
+        if (picture == served->pictures.end()) {
+            note(request, "status 404");
             response.status = 404;
             return;
         }
-        std::ifstream file(picture->second, std::ios::binary);
-        Exchange exchange{request,
-                          response,
-                          doors,
-                          contentType(picture->second),
-                          {std::istreambuf_iterator<char>(file), {}}};
         const std::string container = request.get_param_value("container");
-        Fault::of(container).picture->send(exchange);
+        const Fault fault = Fault::of(container);
+        note(request, fault.spoilsPicture() ? container : "picture " + picture->first);
+        Exchange exchange{request, response, doors, contentType(picture->second),
+                          contents(picture->second)};
+        fault.picture->send(exchange);
     }
 
     /// Puts another candidate first each time that the same thing is asked for.
@@ -168,15 +250,51 @@ struct AdServer::Site {
         return record;
     }
 
-    const Catalog catalog;
+    /// What the page shows.
+    json::object state() {
+        json::array ads;
+        json::array recent;
+        const auto served = currentStock();
+        for (const Creative& creative : served->catalog.creatives) {
+            json::array containers;
+            for (const auto& [container, creatives] : served->catalog.placements) {
+                const bool offered =
+                    std::any_of(creatives.begin(), creatives.end(),
+                                [&](const auto& other) { return other.name == creative.name; });
+                if (offered) containers.emplace_back(container);
+            }
+            ads.push_back({{"name", creative.name},
+                           {"picture", "/page/pictures/" + creative.picture.filename().string()},
+                           {"containers", containers},
+                           {"record", record(creative, Fault::of(""))}});
+        }
+        const std::lock_guard lock(mutex);
+        for (const Answer& answer : answers) {
+            const auto sinceEpoch = answer.at.time_since_epoch();
+            recent.push_back({{"at", sinceEpoch / std::chrono::milliseconds(1)},
+                              {"method", answer.method},
+                              {"target", answer.target},
+                              {"outcome", answer.outcome}});
+        }
+        return {{"requestUrlFormat", requestUrlFormat()},
+                {"problem", problem},
+                {"faults", json::value_from(faultyContainers())},
+                {"ads", ads},
+                {"answers", recent}};
+    }
+
+    std::string requestUrlFormat() const { return address + "/ads?container=%@&types=%@"; }
+
     const Options options;
-    std::map<std::string, std::filesystem::path> pictures;  // by file name
     int port = 0;
     std::string address;
 
     std::mutex mutex;
     std::condition_variable arrived;
+    std::shared_ptr<const Stock> stock;
+    std::string problem;  // of the catalogue that could not be used
     std::deque<Request> log;
+    std::deque<Answer> answers;  // latest first
     std::map<std::string, std::size_t> turns;
 
     ClosedDoors doors;
@@ -186,7 +304,7 @@ struct AdServer::Site {
 AdServer::AdServer(Catalog catalog) : AdServer(std::move(catalog), Options{}) {}
 
 AdServer::AdServer(Catalog catalog, Options options)
-    : site_(std::make_unique<Site>(std::move(catalog), options)) {}
+    : site_(std::make_unique<Site>(std::move(catalog), std::move(options))) {}
 
 AdServer::~AdServer() = default;
 
@@ -203,7 +321,11 @@ std::string AdServer::address() const {
 }
 
 std::string AdServer::requestUrlFormat() const {
-    return site_->address + "/ads?container=%@&types=%@";
+    return site_->requestUrlFormat();
+}
+
+std::string AdServer::reload(const std::filesystem::path& catalogFile) {
+    return site_->reload(catalogFile);
 }
 
 std::vector<AdServer::Request> AdServer::requests() const {

@@ -2,6 +2,8 @@
 
 #include <chrono>
 #include <cstddef>
+#include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -12,15 +14,27 @@
 namespace VexmoraSDK {
 
 /// A mock ad server: answers ad requests from a catalogue, serves the pictures and the landing
-/// pages of its ads, and misbehaves on demand. adserver/README.md lists its addresses and faults.
+/// pages of its ads, shows people what it does on a page of its own, and misbehaves on demand.
+/// adserver/README.md lists its addresses and faults.
 ///
 /// Serves from its construction to its destruction, on 127.0.0.1 and on threads of its own. Its
 /// members may be called from any thread.
 class AdServer {
  public:
+    /// What became of a request.
+    struct Answer {
+        std::chrono::system_clock::time_point at;
+        std::string method;
+        std::string target;   ///< Path and query, byte for byte.
+        std::string outcome;  ///< For people: "ad tea", "no ad", "fault-stall", "picture tea.png".
+    };
+
     struct Options {
         int port = 0;                         ///< 0 takes any free port.
         std::chrono::milliseconds latency{};  ///< By how much each answer is late.
+        /// Called before each answer is sent, on the thread of its connection; not for those of the
+        /// server's own page.
+        std::function<void(const Answer&)> onAnswer{};
     };
 
     /// A request as it came over the wire.
@@ -45,6 +59,10 @@ class AdServer {
     std::string address() const;
     /// The request address template: "http://127.0.0.1:PORT/ads?container=%@&types=%@"
     std::string requestUrlFormat() const;
+
+    /// Serves another catalogue from the next request on, if the file can be used. Otherwise goes
+    /// on as before and returns its mistakes, one a line; the server's page shows them, too.
+    std::string reload(const std::filesystem::path& catalogFile);
 
     /// The latest 10,000 requests, oldest first. A client that has seen the beginning of an answer
     /// finds its request here.

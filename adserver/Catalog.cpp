@@ -2,15 +2,15 @@
 
 #include <algorithm>
 #include <array>
-#include <boost/json.hpp>
+#include <cctype>
 #include <fstream>
+#include <initializer_list>
 #include <iterator>
-#include <stdexcept>
+
+#include "adserver/LinedJson.h"
 
 namespace VexmoraSDK {
 namespace {
-
-namespace json = boost::json;
 
 constexpr std::array adTypes{Creative::native, 14L, 15L, 77L, 79L, 83L, 84L};
 constexpr std::array pictureExtensions{".png", ".jpg", ".jpeg", ".webp"};
@@ -20,44 +20,6 @@ bool contains(const Range& range, const T& value) {
     return std::find(std::begin(range), std::end(range), value) != std::end(range);
 }
 
-[[noreturn]] void mistake(const std::string& place, const std::string& expected) {
-    throw std::runtime_error(place + ": expected " + expected);
-}
-
-json::value parse(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream) mistake(file.string(), "a readable file");
-    json::parser parser;
-    boost::system::error_code error;
-    const std::size_t parsed = parser.write(text, error);
-    if (!error) return parser.release();
-    const auto end = text.begin() + static_cast<std::ptrdiff_t>(parsed);
-    mistake(file.string() + ':' + std::to_string(1 + std::count(text.begin(), end, '\n')),
-            "JSON (" + error.message() + ')');
-}
-
-const json::object& object(const json::value* value, const std::string& place) {
-    if (!value || !value->is_object()) mistake(place, "an object");
-    return value->get_object();
-}
-
-std::string text(const json::object& parent, std::string_view name, const std::string& place) {
-    const json::value* value = parent.if_contains(name);
-    if (!value || !value->is_string() || value->get_string().empty()) {
-        mistake(place + '.' + std::string(name), "a text");
-    }
-    return json::value_to<std::string>(*value);
-}
-
-long adType(const json::object& parent, const std::string& place) {
-    const json::value* value = parent.if_contains("adTypeId");
-    if (!value || !value->is_int64() || !contains(adTypes, value->get_int64())) {
-        mistake(place + ".adTypeId", "one of 1, 14, 15, 77, 79, 83, 84");
-    }
-    return value->get_int64();
-}
-
 /// Whether an address can hold the name as it is.
 bool isPlain(const std::string& name) {
     return std::all_of(name.begin(), name.end(), [](unsigned char c) {
@@ -65,72 +27,197 @@ bool isPlain(const std::string& name) {
     });
 }
 
-std::filesystem::path picture(const json::object& parent, const std::filesystem::path& folder,
-                              const std::string& place) {
-    const std::filesystem::path name = text(parent, "picture", place);
-    if (!isPlain(name.native()) || !contains(pictureExtensions, name.extension()) ||
-        !std::filesystem::is_regular_file(folder / name)) {
-        mistake(place + ".picture", "a .png, .jpg, .jpeg or .webp file in " + folder.string() +
-                                        ", its name of letters, digits, '-', '_' and '.' only");
-    }
-    return folder / name;
+/// Whether a text is an address with a scheme, or a path on the server.
+bool leadsSomewhere(const std::string& address) {
+    const auto end = std::find_if_not(address.begin(), address.end(), [](unsigned char c) {
+        return std::isalnum(c) || c == '+' || c == '-' || c == '.';
+    });
+    return address.starts_with('/') ||
+           (end != address.end() && end != address.begin() && *end == ':');
 }
 
-Creative creative(const json::value& value, const std::filesystem::path& pictures,
-                  const std::string& place) {
-    const json::object& members = object(&value, place);
-    Creative creative;
-    creative.adTypeId = adType(members, place);
-    creative.clickUrl = text(members, "clickUrl", place);
-    creative.picture = picture(members, pictures, place);
-    if (creative.adTypeId == Creative::native) {
-        creative.title = text(members, "title", place);
-        creative.description = text(members, "description", place);
-        creative.displayName = text(members, "displayName", place);
-    }
-    return creative;
-}
+/// Reads a catalogue and collects what is wrong with it.
+class Reader {
+ public:
+    explicit Reader(std::filesystem::path file) : file_(std::move(file)) {}
 
-Catalog read(const std::filesystem::path& file) {
-    const json::value root = parse(file);
-    const json::object& sections = object(&root, file.string());
-    Catalog catalog;
-
-    std::map<std::string_view, const Creative&> named;
-    const std::string creativesPlace = file.string() + ": creatives";
-    const json::object& creatives = object(sections.if_contains("creatives"), creativesPlace);
-    catalog.creatives.reserve(creatives.size());
-    for (const auto& [name, value] : creatives) {
-        catalog.creatives.push_back(creative(value, file.parent_path() / "pictures",
-                                             creativesPlace + '.' + std::string(name)));
-        named.emplace(name, catalog.creatives.back());
+    Catalog read() {
+        std::ifstream stream(file_, std::ios::binary);
+        std::error_code unknown;
+        if (!stream || std::filesystem::is_directory(file_, unknown)) {
+            complain("", "expected a readable file");
+            return {};
+        }
+        const std::string text{std::istreambuf_iterator<char>(stream), {}};
+        try {
+            readSections(LinedJson::parse(text));
+        } catch (const LinedJson::Error& error) {
+            complain(':' + std::to_string(error.line), error.what());
+        }
+        return std::move(catalog_);
     }
 
-    const std::string placementsPlace = file.string() + ": placements";
-    for (const auto& [container, names] :
-         object(sections.if_contains("placements"), placementsPlace)) {
-        const std::string place = placementsPlace + '.' + std::string(container);
-        if (!names.is_array()) mistake(place, "an array of names of creatives");
-        for (const json::value& name : names.get_array()) {
-            const auto found = name.is_string() ? named.find(name.get_string()) : named.end();
-            if (found == named.end()) {
-                mistake(place, "the name of a creative, not " + json::serialize(name));
+    /// One a line; empty when there are none.
+    const std::string& mistakes() const { return mistakes_; }
+
+ private:
+    using Kind = LinedJson::Kind;
+
+    void complain(const std::string& line, const std::string& what) {
+        if (!mistakes_.empty()) mistakes_ += '\n';
+        mistakes_ += file_.string() + line + ": " + what;
+    }
+
+    void complain(const LinedJson& value, const std::string& place, const std::string& what) {
+        complain(':' + std::to_string(value.line), place.empty() ? what : place + ": " + what);
+    }
+
+    bool expect(bool fulfilled, const LinedJson& value, const std::string& place,
+                const std::string& what) {
+        if (!fulfilled) complain(value, place, "expected " + what + ", not " + value.description());
+        return fulfilled;
+    }
+
+    /// Each name once, and where `known` is given, none but those.
+    bool expectObject(const LinedJson& value, const std::string& place,
+                      std::initializer_list<std::string_view> known = {}) {
+        if (!expect(value.kind == Kind::object, value, place, "an object")) return false;
+        std::string allNames;
+        for (const std::string_view name : known)
+            allNames.append(allNames.empty() ? "" : ", ").append(name);
+        for (const LinedJson& member : value.values) {
+            const std::string inner = within(place, member.name);
+            const LinedJson* const first = value.member(member.name);
+            if (first != &member) {
+                complain(member, inner,
+                         "expected once, but line " + std::to_string(first->line) + " has it too");
+            } else if (known.size() > 0 && !contains(known, member.name)) {
+                complain(member, inner, "unknown; expected one of " + allNames);
             }
-            catalog.placements[container].push_back(found->second);
+        }
+        return true;
+    }
+
+    const LinedJson* need(const LinedJson& parent, const std::string& place, std::string_view name,
+                          const std::string& what) {
+        const LinedJson* const value = parent.member(name);
+        if (!value) complain(parent, within(place, name), "expected " + what + ", found nothing");
+        return value;
+    }
+
+    std::string text(const LinedJson& parent, const std::string& place, std::string_view name,
+                     const std::string& what = "a text") {
+        const LinedJson* const value = need(parent, place, name, what);
+        const bool given = value && expect(value->kind == Kind::string && !value->text.empty(),
+                                           *value, within(place, name), what);
+        return given ? value->text : "";
+    }
+
+    void readSections(const LinedJson& root) {
+        if (!expectObject(root, "", {"creatives", "placements"})) return;
+        const LinedJson* const creatives = need(root, "", "creatives", "an object");
+        const LinedJson* const placements = need(root, "", "placements", "an object");
+        if (creatives && expectObject(*creatives, "creatives")) {
+            for (const LinedJson& value : creatives->values)
+                readCreative(value, within("creatives", value.name));
+        }
+        if (placements && expectObject(*placements, "placements")) {
+            for (const LinedJson& value : placements->values)
+                readPlacement(value, within("placements", value.name));
         }
     }
-    return catalog;
-}
+
+    void readCreative(const LinedJson& value, const std::string& place) {
+        Creative& creative = catalog_.creatives.emplace_back();
+        creative.name = value.name;
+        if (!expectObject(
+                value, place,
+                {"adTypeId", "clickUrl", "picture", "title", "description", "displayName"})) {
+            return;
+        }
+        creative.adTypeId = adType(value, place);
+        creative.clickUrl = clickUrl(value, place);
+        creative.picture = picture(value, place);
+        if (creative.adTypeId == Creative::native) {
+            creative.title = text(value, place, "title");
+            creative.description = text(value, place, "description");
+            creative.displayName = text(value, place, "displayName");
+            return;
+        }
+        for (const char* name : {"title", "description", "displayName"}) {
+            const LinedJson* const extra = value.member(name);
+            if (extra) complain(*extra, within(place, name), "expected of native ads only");
+        }
+    }
+
+    long adType(const LinedJson& parent, const std::string& place) {
+        const std::string what = "one of 1, 14, 15, 77, 79, 83, 84";
+        const LinedJson* const value = need(parent, place, "adTypeId", what);
+        if (!value) return 0;
+        expect(value->kind == Kind::integer && contains(adTypes, value->integer), *value,
+               within(place, "adTypeId"), what);
+        return value->integer;
+    }
+
+    std::string clickUrl(const LinedJson& parent, const std::string& place) {
+        const std::string what = "an address, or a path that begins with \"/\"";
+        const std::string address = text(parent, place, "clickUrl", what);
+        if (!address.empty()) {
+            expect(leadsSomewhere(address), *parent.member("clickUrl"), within(place, "clickUrl"),
+                   what);
+        }
+        return address;
+    }
+
+    std::filesystem::path picture(const LinedJson& parent, const std::string& place) {
+        const std::filesystem::path folder = file_.parent_path() / "pictures";
+        const std::filesystem::path name = text(parent, place, "picture", "a file name");
+        if (name.empty()) return {};
+        const LinedJson& value = *parent.member("picture");
+        const std::string here = within(place, "picture");
+        if (expect(isPlain(name.native()) && contains(pictureExtensions, name.extension()), value,
+                   here,
+                   "the name of a .png, .jpg, .jpeg or .webp file, of letters, digits, '-', '_' "
+                   "and '.' only")) {
+            std::error_code unknown;
+            expect(std::filesystem::is_regular_file(folder / name, unknown), value, here,
+                   "a file in " + folder.string());
+        }
+        return folder / name;
+    }
+
+    void readPlacement(const LinedJson& value, const std::string& place) {
+        std::vector<Creative>& placement = catalog_.placements[value.name];
+        if (!expect(value.kind == Kind::array, value, place, "an array of names of creatives"))
+            return;
+        for (const LinedJson& name : value.values) {
+            const auto found =
+                std::find_if(catalog_.creatives.begin(), catalog_.creatives.end(),
+                             [&](const Creative& creative) { return creative.name == name.text; });
+            if (expect(name.kind == Kind::string && found != catalog_.creatives.end(), name, place,
+                       "the name of a creative")) {
+                placement.push_back(*found);
+            }
+        }
+    }
+
+    static std::string within(const std::string& place, std::string_view name) {
+        return std::string(place).append(place.empty() ? "" : ".").append(name);
+    }
+
+    const std::filesystem::path file_;
+    Catalog catalog_;
+    std::string mistakes_;
+};
 
 }  // namespace
 
 std::optional<Catalog> Catalog::load(const std::filesystem::path& file, std::string& error) {
-    try {
-        return read(file);
-    } catch (const std::exception& exception) {
-        error = exception.what();
-        return std::nullopt;
-    }
+    Reader reader(file);
+    Catalog catalog = reader.read();
+    error = reader.mistakes();
+    if (!error.empty()) return std::nullopt;
+    return catalog;
 }
 
 std::filesystem::path Catalog::defaultFile() {

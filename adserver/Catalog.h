@@ -19,6 +19,7 @@ struct Creative {
     std::string title{};            ///< Native ads only, as are the two below.
     std::string description{};
     std::string displayName{};
+    std::string name{};  ///< In the catalogue; the server makes one up where there is none.
 };
 
 /// What the server has to offer.
@@ -29,7 +30,7 @@ struct Catalog {
     std::map<std::string, std::vector<Creative>, std::less<>> placements;
 
     /// Reads a catalogue; adserver/README.md describes the format. Absent when the file cannot be
-    /// used; `error` then names the place and what was expected there.
+    /// used; `error` then names each mistake on a line: file, line, place, what was expected.
     static std::optional<Catalog> load(const std::filesystem::path& file, std::string& error);
 
     /// The catalogue that comes with the server:

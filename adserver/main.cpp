@@ -1,24 +1,41 @@
 #include <getopt.h>
+#include <poll.h>
+#include <sys/signalfd.h>
 
 #include <charconv>
 #include <csignal>
 #include <cstdio>
+#include <ctime>
 #include <iostream>
 #include <string_view>
 
 #include "adserver/AdServer.h"
+#include "adserver/CatalogWatch.h"
 
 namespace {
 
-constexpr char usage[] = R"(Usage: vexmora-adserver [options]
-A mock ad server on 127.0.0.1.
+using VexmoraSDK::AdServer;
+using VexmoraSDK::Catalog;
+using VexmoraSDK::CatalogWatch;
 
-  --port N        listen on port N (default: any free port)
-  --catalog FILE  serve the ads of this catalogue (default: the one that comes with the server)
+constexpr char usage[] = R"(Usage: vexmora-adserver [OPTION]...
+A mock ad server on 127.0.0.1, to try VexmoraSDK against.
+
+  --port N        listen on port N (default: any free port); the settings that
+                  VexmoraSDK is shipped with ask port 8080
+  --catalog FILE  serve the ads of this catalogue (default: the one that comes
+                  with the server); it is read again whenever it changes
   --latency MS    answer each request MS milliseconds late
   --help          show this help
+  --version       show the version
 
-Containers named fault-... get faulty answers, for instance fault-status-404.
+The address that it prints leads to a page with the catalogue, pictures
+included, and the latest requests. Each request is a line on standard output:
+the time, the request, what was answered. Containers named fault-... get faulty
+answers, for instance fault-status-404; the page lists them.
+
+Ends at SIGINT (Ctrl+C) or SIGTERM. Exits with 2 when an option, the catalogue
+or the port is no good.
 )";
 
 [[noreturn]] void refuse(const std::string& reason) {
@@ -36,55 +53,109 @@ int numberUpTo(int limit, std::string_view option, std::string_view text) {
     return number;
 }
 
-/// The signals that end the server, blocked in the calling thread and in those that it starts.
-sigset_t blockEndSignals() {
+/// Readable once the server is to end. The signals are blocked in the calling thread and in those
+/// that it starts.
+int openEndSignals() {
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, SIGINT);
     sigaddset(&signals, SIGTERM);
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    return signals;
+    return signalfd(-1, &signals, SFD_CLOEXEC);
+}
+
+std::string clockTime(std::chrono::system_clock::time_point time) {
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(time);
+    const auto sinceEpoch = std::chrono::floor<std::chrono::milliseconds>(time.time_since_epoch());
+    tm local{};
+    localtime_r(&seconds, &local);
+    char text[sizeof "00:00:00"] = "";
+    std::strftime(text, sizeof text, "%T", &local);
+    return text + ('.' + std::to_string(1000 + sinceEpoch.count() % 1000).substr(1));
+}
+
+std::string now() {
+    return clockTime(std::chrono::system_clock::now());
+}
+
+/// Whole lines, from any thread. What clients send must not steer the terminal.
+void print(std::string line) {
+    for (char& character : line) {
+        if (static_cast<unsigned char>(character) < ' ' || character == '\x7f') character = '?';
+    }
+    std::cout << line + '\n' << std::flush;
+}
+
+void printAnswer(const AdServer::Answer& answer) {
+    print(clockTime(answer.at) + "  " + answer.method + ' ' + answer.target + "  " +
+          answer.outcome);
+}
+
+std::string summary(const Catalog& catalog) {
+    return std::to_string(catalog.creatives.size()) + " ads, " +
+           std::to_string(catalog.placements.size()) + " placements";
+}
+
+void serveUntilTheEnd(AdServer& server, const std::filesystem::path& catalogFile,
+                      CatalogWatch& watch, int endSignals) {
+    pollfd awaited[] = {{endSignals, POLLIN, 0}, {watch.descriptor(), POLLIN, 0}};
+    while (awaited[0].revents == 0) {
+        poll(awaited, std::size(awaited), -1);
+        if (!watch.changed()) continue;
+        const std::string mistakes = server.reload(catalogFile);
+        if (mistakes.empty()) {
+            print(now() + "  catalogue read again");
+        } else {
+            std::cerr << mistakes << '\n' << now() << "  catalogue not usable, the old one stays\n";
+        }
+    }
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    using VexmoraSDK::AdServer;
-    using VexmoraSDK::Catalog;
-
-    AdServer::Options options;
+    AdServer::Options options{.onAnswer = printAnswer};
     std::filesystem::path catalogFile = Catalog::defaultFile();
-    const option known[] = {{"port", required_argument, nullptr, 'p'},
-                            {"catalog", required_argument, nullptr, 'c'},
-                            {"latency", required_argument, nullptr, 'l'},
-                            {"help", no_argument, nullptr, 'h'},
-                            {}};
+    const option known[] = {
+        {"port", required_argument, nullptr, 'p'},    {"catalog", required_argument, nullptr, 'c'},
+        {"latency", required_argument, nullptr, 'l'}, {"help", no_argument, nullptr, 'h'},
+        {"version", no_argument, nullptr, 'v'},       {}};
     for (int found; (found = getopt_long(argc, argv, "", known, nullptr)) != -1;) {
         switch (found) {
             case 'p': options.port = numberUpTo(65'535, "--port", optarg); break;
-            case 'c': catalogFile = optarg; break;
+            case 'c': catalogFile = std::filesystem::absolute(optarg); break;
             case 'l':
                 options.latency =
                     std::chrono::milliseconds(numberUpTo(600'000, "--latency", optarg));
                 break;
             case 'h': std::cout << usage; return 0;
+            case 'v': std::cout << "vexmora-adserver " VEXMORA_VERSION "\n"; return 0;
             default:  // getopt_long has said what is wrong
+                std::cerr << "Try 'vexmora-adserver --help'.\n";
                 return 2;
         }
     }
     if (optind < argc) refuse(std::string("unexpected argument \"") + argv[optind] + '"');
 
-    std::string error;
-    auto catalog = Catalog::load(catalogFile, error);
-    if (!catalog) refuse(error);
+    CatalogWatch watch(catalogFile);
+    std::string mistakes;
+    std::optional<Catalog> catalog = Catalog::load(catalogFile, mistakes);
+    if (!catalog) {
+        std::cerr << mistakes << '\n';
+        refuse("no usable catalogue");
+    }
+    const std::string offer = summary(*catalog);
 
-    const sigset_t endSignals = blockEndSignals();
-    const AdServer server(std::move(*catalog), options);
-    if (server.port() == 0) refuse("port " + std::to_string(options.port) + " is not to be had");
-    std::cout << "Listening on " << server.address() << '\n'
-              << "Request template: " << server.requestUrlFormat() << std::endl;
+    const int endSignals = openEndSignals();
+    std::signal(SIGPIPE, SIG_IGN);  // whoever reads the log may leave
+    AdServer server(*std::move(catalog), options);
+    if (server.port() == 0) {
+        refuse("port " + std::to_string(options.port) + " is taken; choose another with --port");
+    }
+    print("Listening on " + server.address());
+    print("Request template: " + server.requestUrlFormat());
+    print("Catalogue: " + catalogFile.string() + " (" + offer + ')');
 
-    int signal = 0;
-    sigwait(&endSignals, &signal);
+    serveUntilTheEnd(server, catalogFile, watch, endSignals);
     return 0;
 }

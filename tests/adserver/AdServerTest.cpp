@@ -174,7 +174,7 @@ TEST_F(AdServerTest, ServesOthersBesideStalledRequestsAndEndsWithoutWaitingForTh
 }
 
 TEST_F(AdServerTest, TakesNoPortThatAnotherServerHas) {
-    const AdServer second(shippedCatalog(), {.port = server_->port(), .latency = {}});
+    const AdServer second(shippedCatalog(), {.port = server_->port()});
     EXPECT_EQ(second.port(), 0);
     EXPECT_EQ(ask("home-bottom")->status, 200);
 }

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <filesystem>
+
+namespace VexmoraSDK {
+
+/// Notices when a catalogue or the pictures beside it are written, replaced or removed.
+class CatalogWatch {
+ public:
+    /// `file` must be absolute.
+    explicit CatalogWatch(std::filesystem::path file);
+    ~CatalogWatch();
+    CatalogWatch(const CatalogWatch&) = delete;
+    CatalogWatch& operator=(const CatalogWatch&) = delete;
+
+    /// Readable when something may have changed; -1 where the system watches no files.
+    int descriptor() const { return descriptor_; }
+    /// Whether something has changed since the last call. Does not block.
+    bool changed();
+
+ private:
+    void watchFolders();
+
+    const std::filesystem::path file_;
+    const std::filesystem::path pictures_;
+    const int descriptor_;
+    int picturesWatch_ = -1;
+};
+
+}  // namespace VexmoraSDK

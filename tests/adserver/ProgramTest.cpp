@@ -1,0 +1,196 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <httplib.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <fstream>
+#include <thread>
+
+#include "adserver/AdServer.h"
+
+using VexmoraSDK::AdServer;
+using VexmoraSDK::Catalog;
+using VexmoraSDK::Creative;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A program that runs, with what it prints.
+class Program {
+ public:
+    explicit Program(std::vector<std::string> command) {
+        int ends[2];
+        EXPECT_EQ(pipe2(ends, O_CLOEXEC), 0);
+        std::vector<char*> arguments;
+        for (std::string& argument : command)
+            arguments.push_back(argument.data());
+        arguments.push_back(nullptr);
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init(&actions);
+        posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
+        posix_spawn_file_actions_adddup2(&actions, ends[1], STDERR_FILENO);
+        EXPECT_EQ(posix_spawnp(&id_, arguments[0], &actions, nullptr, arguments.data(), environ), 0)
+            << command[0];
+        posix_spawn_file_actions_destroy(&actions);
+        close(ends[1]);
+        output_ = ends[0];
+    }
+
+    ~Program() {
+        if (id_ > 0) end();
+        close(output_);
+    }
+
+    /// What comes up to the end of the line that contains `wanted`, or of all there is.
+    std::string readTo(const std::string& wanted) {
+        for (;;) {
+            const std::size_t found = said_.find(wanted);
+            const std::size_t end = found == std::string::npos ? found : said_.find('\n', found);
+            if (end != std::string::npos || !readMore()) {
+                const std::string part = said_.substr(0, end);
+                said_.erase(0, end);
+                return part;
+            }
+        }
+    }
+
+    std::string readAll() {
+        while (readMore()) {
+        }
+        return std::exchange(said_, {});
+    }
+
+    /// Asks it to end; its exit status.
+    int end() {
+        kill(id_, SIGTERM);
+        return wait();
+    }
+
+    int wait() {
+        int status = 0;
+        waitpid(std::exchange(id_, 0), &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+ private:
+    bool readMore() {
+        pollfd more{output_, POLLIN, 0};
+        if (poll(&more, 1, 60'000) != 1) return false;
+        char buffer[4096];
+        const ssize_t size = read(output_, buffer, sizeof buffer);
+        if (size > 0) said_.append(buffer, static_cast<std::size_t>(size));
+        return size > 0;
+    }
+
+    pid_t id_ = 0;
+    int output_ = -1;
+    std::string said_;
+};
+
+class ProgramTest : public testing::Test {
+ protected:
+    void SetUp() override {
+        fs::create_directories(folder_ / "pictures");
+        fs::copy(Catalog::defaultFile().parent_path() / "pictures/harbour-coffee-320x60.png",
+                 folder_ / "pictures/tea.png");
+    }
+
+    void TearDown() override { fs::remove_all(folder_); }
+
+    /// Replaces the catalogue with one whose placement "home" has one ad of that name.
+    void offer(const std::string& name, const std::string& picture = "tea.png") {
+        const fs::path fresh = folder_ / "fresh.json";
+        std::ofstream(fresh) << "{\"creatives\": {\"" + name + "\": {\n\"adTypeId\": 77,\n" +
+                                    "\"clickUrl\": \"/landing/tea\",\n\"picture\": \"" + picture +
+                                    "\"}},\n\"placements\": {\"home\": [\"" + name + "\"]}}";
+        fs::rename(fresh, file_);
+    }
+
+    const fs::path folder_ = testing::TempDir() + "adserver-" + std::to_string(getpid());
+    const fs::path file_ = folder_ / "catalog.json";
+};
+
+TEST_F(ProgramTest, SaysWhatItIsAndWhatIsWrongWithItsOptions) {
+    const struct {
+        std::vector<std::string> options;
+        int status;
+        std::string words;
+    } cases[] = {
+        {{"--version"}, 0, "vexmora-adserver " VEXMORA_VERSION "\n"},
+        {{"--help"}, 0, "--catalog FILE"},
+        {{"--port", "80a"}, 2, "--port: expected a number from 0 to 65535, not \"80a\""},
+        {{"--prot"}, 2, "Try 'vexmora-adserver --help'"},
+        {{"surplus"}, 2, "unexpected argument \"surplus\""},
+        {{"--catalog", "/nowhere"}, 2, "/nowhere: expected a readable file"},
+    };
+    for (const auto& [options, status, words] : cases) {
+        std::vector<std::string> command{VEXMORA_ADSERVER};
+        command.insert(command.end(), options.begin(), options.end());
+        Program program(command);
+        EXPECT_NE(program.readAll().find(words), std::string::npos) << words;
+        EXPECT_EQ(program.wait(), status) << words;
+    }
+}
+
+TEST_F(ProgramTest, LogsRequestsAndReadsAChangedCatalogueAgainIfItIsUsable) {
+    offer("tea");
+    Program program({VEXMORA_ADSERVER, "--catalog", file_});
+    const std::string greeting = program.readTo("Listening on ");
+    const std::string address = greeting.substr(greeting.find("http://"));
+    const auto ask = [&] { httplib::Client(address).Get("/ads?container=home&types=77"); };
+
+    ask();
+    EXPECT_NE(program.readTo("GET ").find("GET /ads?container=home&types=77  ad tea"),
+              std::string::npos);
+    offer("coffee");
+    program.readTo("catalogue read again");
+    ask();
+    EXPECT_NE(program.readTo("GET ").find("ad coffee"), std::string::npos);
+    offer("cocoa", "missing.png");
+    EXPECT_NE(program.readTo("the old one stays").find("catalog.json:4: creatives.cocoa.picture"),
+              std::string::npos);
+    ask();
+    EXPECT_NE(program.readTo("GET ").find("ad coffee"), std::string::npos);
+    fs::copy(folder_ / "pictures/tea.png", folder_ / "pictures/missing.png");
+    program.readTo("catalogue read again");
+    ask();
+    EXPECT_NE(program.readTo("GET ").find("ad cocoa"), std::string::npos);
+    EXPECT_EQ(program.end(), 0);
+}
+
+// The browser's clock stands while it waits for the picture, so that what happens meanwhile is seen
+// only by a page that asks again.
+TEST_F(ProgramTest, ShowsTheCatalogueAndTheLatestRequestsInABrowser) {
+    offer("tea");
+    const fs::path late = folder_ / "pictures/late.png";
+    ASSERT_EQ(mkfifo(late.c_str(), 0600), 0);
+    AdServer server(Catalog{{{77, "/landing/<late>", late}}, {}});
+    Program browser({"chromium", "--headless", "--no-sandbox", "--disable-gpu", "--disable-quic",
+                     "--no-first-run", "--disable-background-networking",
+                     "--disable-component-update", "--disable-sync",
+                     "--user-data-dir=" + (folder_ / "browser").string(),
+                     "--virtual-time-budget=5000", "--dump-dom", server.address() + "/"});
+    {
+        std::ofstream picture(late);  // opens once the page asks for it
+        httplib::Client(server.address()).Get("/ads?container=<b>home</b>&types=83,77");
+        EXPECT_EQ(server.reload(file_), "");
+        EXPECT_NE(server.reload("/nowhere/catalog.json"), "");
+    }
+    const std::string page = browser.readAll();
+    EXPECT_EQ(browser.wait(), 0);
+    for (const std::string words :
+         {"<h3>tea</h3>", "src=\"/page/pictures/tea.png\"", "<li>home</li>", "\"adTypeId\": 77,",
+          "<strong>&lt;b&gt;home&lt;/b&gt;</strong> accepts 83, 77", ">ad late</a>",
+          "/nowhere/catalog.json: expected a readable file", ">fault-status-500<"}) {
+        EXPECT_NE(page.find(words), std::string::npos) << words << "\nin\n" << page;
+    }
+}
+
+}  // namespace
