@@ -9,7 +9,7 @@ build=$PWD/build/bench
 mkdir -p "$build"
 (
     cmake --preset release -B "$build" -DBUILD_SHARED_LIBS=OFF -DVEXMORA_BENCHMARKS=ON \
-        -DVEXMORA_DEMO=OFF -DVEXMORA_EXAMPLES=OFF -DVEXMORA_TESTS=OFF &&
+        -DVEXMORA_DEMO=OFF -DVEXMORA_EXAMPLES=OFF -DVEXMORA_INSTALL=OFF -DVEXMORA_TESTS=OFF &&
         cmake --build "$build"
 ) >"$build/build.log" 2>&1 || {
     cat "$build/build.log" >&2
