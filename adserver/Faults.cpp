@@ -20,9 +20,9 @@ std::string threeAds(json::array ads) {
 
 /// Only the first has a picture, as fetching that many is not the point.
 std::string manyAds(json::array ads) {
-    std::string answer = "[" + json::serialize(ads.front());
+    std::string answer = json::serialize(ads.front()).insert(0, 1, '[');
     ads.front().as_object()["bannerUrl"] = "about:blank";
-    const std::string further = "," + json::serialize(ads.front());
+    const std::string further = json::serialize(ads.front()).insert(0, 1, ',');
     for (int i = 1; i < 100'000; ++i)
         answer += further;
     return answer + "]";
