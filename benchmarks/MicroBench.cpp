@@ -54,8 +54,8 @@ std::string record(const Kind& kind) {
 std::string answerOf(const Kind& kind, int ads) {
     std::string answer;
     for (int i = 0; i < ads; ++i)
-        answer += (i == 0 ? '[' : ',') + record(kind);
-    return answer + ']';
+        answer.append(i == 0 ? "[" : ",").append(record(kind));
+    return answer.append("]");
 }
 
 std::shared_ptr<VexmoraView> showAd(const Kind& kind) {

@@ -23,6 +23,8 @@ class VEXMORA_EXPORT TextLayout {
     /// What the lines take, the width rounded up so that the text, laid out in just that width,
     /// wraps no further. An empty text takes no width and the height of one line.
     Size size() const;
+    /// Whether the same text, laid out in `width`, has the same lines in the same places.
+    bool holdsIn(double width) const;
     /// The backend's own lines, for presenters.
     const Impl& impl() const { return *impl_; }
 

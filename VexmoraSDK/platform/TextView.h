@@ -59,9 +59,8 @@ class VEXMORA_EXPORT TextView : public View {
     Color textColor_ = Color::black();
     bool editable_ = true;
     EdgeInsets textContainerInset_{8, 0, 8, 0};
-    /// The last layout made, and the width of lines that it was made for.
+    /// The last layout made.
     std::unique_ptr<const TextLayout> layout_;
-    double layoutWidth_ = 0;
 };
 
 }  // namespace VexmoraSDK::platform

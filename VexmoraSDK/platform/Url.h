@@ -19,7 +19,7 @@ class VEXMORA_EXPORT Url {
     /// In lower case; empty for a relative reference.
     std::string scheme() const;
     /// The host as it is written; empty when there is none.
-    std::string host() const;
+    std::string_view host() const;
 
     friend bool operator==(const Url&, const Url&) = default;
 
@@ -27,6 +27,10 @@ class VEXMORA_EXPORT Url {
     explicit Url(std::string text) : text_(std::move(text)) {}
 
     std::string text_;
+    // Where the parts lie in it: reading it again takes longer than it takes to ask for it.
+    std::size_t schemeLength_ = 0;
+    std::size_t hostPosition_ = 0;
+    std::size_t hostLength_ = 0;
 };
 
 }  // namespace VexmoraSDK::platform

@@ -17,15 +17,20 @@ FakeTextLayout::Rule& currentRule() {
 
 struct TextLayout::Impl {
     Size size;
+    double width;
 };
 
 TextLayout::TextLayout(const std::string& text, const Font& font, double width)
-    : impl_(std::make_unique<const Impl>(Impl{currentRule()(text, font, width)})) {}
+    : impl_(std::make_unique<const Impl>(Impl{currentRule()(text, font, width), width})) {}
 
 TextLayout::~TextLayout() = default;
 
 Size TextLayout::size() const {
     return impl_->size;
+}
+
+bool TextLayout::holdsIn(double width) const {
+    return width == impl_->width;
 }
 
 void FakeTextLayout::measureBy(Rule rule) {

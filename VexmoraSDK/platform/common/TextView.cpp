@@ -61,10 +61,9 @@ Point TextView::layoutOrigin() const {
 const TextLayout& TextView::layoutWithin(double viewWidth) {
     const double width = std::max(
         0.0, viewWidth - textContainerInset_.left - textContainerInset_.right - 2 * kLinePadding);
-    if (!layout_ || layoutWidth_ != width) {
+    if (!layout_ || !layout_->holdsIn(width)) {
         layout_ = std::make_unique<const TextLayout>(
             text_.value_or(std::string()), font_ ? *font_ : Font::system(kDefaultFontSize), width);
-        layoutWidth_ = width;
     }
     return *layout_;
 }

@@ -5,29 +5,30 @@
 #include <boost/url/url_view.hpp>
 
 namespace VexmoraSDK::platform {
-namespace {
-
-boost::urls::url_view parsed(const std::string& text) {
-    return boost::urls::parse_uri_reference(text).value();
-}
-
-}  // namespace
 
 std::optional<Url> Url::fromString(std::string_view text) {
-    if (text.empty() || !boost::urls::parse_uri_reference(text)) return std::nullopt;
-    return Url(std::string(text));
+    if (text.empty()) return std::nullopt;
+    const auto parsed = boost::urls::parse_uri_reference(text);
+    if (!parsed) return std::nullopt;
+    Url url{std::string(text)};
+    url.schemeLength_ = parsed->scheme().size();
+    if (const auto host = parsed->encoded_host(); !host.empty()) {
+        url.hostPosition_ = static_cast<std::size_t>(host.data() - text.data());
+        url.hostLength_ = host.size();
+    }
+    return url;
 }
 
 std::string Url::scheme() const {
-    std::string scheme(parsed(text_).scheme());
+    std::string scheme = text_.substr(0, schemeLength_);
     std::ranges::transform(scheme, scheme.begin(), [](char c) {
         return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     });
     return scheme;
 }
 
-std::string Url::host() const {
-    return std::string(parsed(text_).encoded_host());
+std::string_view Url::host() const {
+    return std::string_view(text_).substr(hostPosition_, hostLength_);
 }
 
 }  // namespace VexmoraSDK::platform

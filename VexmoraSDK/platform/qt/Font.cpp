@@ -3,13 +3,14 @@
 #include <QtCore/QStringList>
 #include <QtGui/QFontDatabase>
 #include <QtGui/QFontInfo>
+#include <algorithm>
+#include <tuple>
+
+#include "VexmoraSDK/platform/qt/FontAnswers.h"
+#include "VexmoraSDK/platform/qt/FontImpl.h"
 
 namespace VexmoraSDK::platform {
 namespace {
-
-QString textOf(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 // The installed family of that name or one that stands in for it. Qt's own matching is not asked:
 // it answers any name with some family.
@@ -38,19 +39,50 @@ std::optional<QString> installedStyle(const QString& family, const QString& styl
     return std::nullopt;
 }
 
-}  // namespace
+struct FamilyAndStyle {
+    std::string family;
+    std::string style;
+};
 
-std::optional<Font> Font::named(std::string_view name, double size) {
-    const auto whole = textOf(name);
-    if (const auto family = installedFamily(whole)) return Font(family->toStdString(), "", size);
-
+std::optional<FamilyAndStyle> installed(const std::string& name) {
+    const auto whole = QString::fromStdString(name);
+    if (const auto family = installedFamily(whole)) {
+        return FamilyAndStyle{family->toStdString(), ""};
+    }
     const auto dash = whole.lastIndexOf(QLatin1Char('-'));
     if (dash < 0) return std::nullopt;
     const auto family = installedFamily(whole.left(dash));
     if (!family) return std::nullopt;
     const auto style = installedStyle(*family, whole.mid(dash + 1));
     if (!style) return std::nullopt;
-    return Font(family->toStdString(), style->toStdString(), size);
+    return FamilyAndStyle{family->toStdString(), style->toStdString()};
+}
+
+QFont fontFromDatabase(const Font& font) {
+    const auto family = QString::fromStdString(font.family());
+    const auto style = QString::fromStdString(font.style());
+    auto found = style.isEmpty() ? QFont(family) : QFontDatabase::font(family, style, 12);
+    // Points are device independent pixels here. The text engine has whole ones only.
+    found.setPixelSize(std::max(1, qRound(font.size())));
+    // Hinted widths differ with the scale of the screen, and with them the line breaks.
+    found.setHintingPreference(QFont::PreferNoHinting);
+    return found;
+}
+
+}  // namespace
+
+std::optional<Font> Font::named(std::string_view name, double size) {
+    static auto& answers = *new FontAnswers<std::string, std::optional<FamilyAndStyle>>;
+    const std::string wanted(name);
+    const auto found = answers.find(wanted, [&] { return installed(wanted); });
+    if (!found) return std::nullopt;
+    return Font(found->family, found->style, size);
+}
+
+QFont qtFont(const Font& font) {
+    static auto& answers = *new FontAnswers<std::tuple<std::string, std::string, double>, QFont>;
+    return answers.find({font.family(), font.style(), font.size()},
+                        [&] { return fontFromDatabase(font); });
 }
 
 Font Font::system(double size) {

@@ -1,10 +1,10 @@
 #include "VexmoraSDK/platform/TextLayout.h"
 
-#include <QtGui/QFontDatabase>
 #include <algorithm>
 #include <cmath>
 #include <iterator>
 
+#include "VexmoraSDK/platform/qt/FontImpl.h"
 #include "VexmoraSDK/platform/qt/QuietScope.h"
 #include "VexmoraSDK/platform/qt/TextLayoutImpl.h"
 
@@ -35,25 +35,16 @@ QString textWithLineSeparators(const std::string& text) {
         .replace(QChar::ParagraphSeparator, QChar::LineSeparator);
 }
 
-QFont qtFont(const Font& font) {
-    const auto family = QString::fromStdString(font.family());
-    const auto style = QString::fromStdString(font.style());
-    auto found = style.isEmpty() ? QFont(family) : QFontDatabase::font(family, style, 12);
-    // Points are device independent pixels here. The text engine has whole ones only.
-    found.setPixelSize(std::max(1, qRound(font.size())));
-    // Hinted widths differ with the scale of the screen, and with them the line breaks.
-    found.setHintingPreference(QFont::PreferNoHinting);
-    return found;
-}
-
 }  // namespace
 
 TextLayout::Impl::Impl(const std::string& text, const Font& font, double width)
-    : layout(textWithLineSeparators(text), qtFont(font)) {
+    : layout(textWithLineSeparators(text), qtFont(font)),
+      askedWidth(width),
+      rightToLeft(layout.text().isRightToLeft()) {
     const QuietScope quiet;  // no word of scripts that the font does not have
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    option.setAlignment(layout.text().isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft);
+    option.setAlignment(rightToLeft ? Qt::AlignRight : Qt::AlignLeft);
     layout.setTextOption(option);
     layout.setCacheEnabled(true);
 
@@ -68,9 +59,11 @@ TextLayout::Impl::Impl(const std::string& text, const Font& font, double width)
     // Letters that reach beyond their own width, and scripts that are joined anew at each end of a
     // line, may need more than the lines measure.
     double fitted = size.width;
-    while (fitted < lineWidth && breakLines(fitted) != lines)
+    double laidOut = lineWidth;
+    while (fitted < lineWidth && breakLines(laidOut = fitted) != lines)
         ++fitted;
-    breakLines(lineWidth);
+    // Lines that begin at the left lie in the fitted width as in all of it.
+    if (laidOut != fitted || rightToLeft) breakLines(lineWidth);
     size.width = fitted;
 }
 
@@ -96,6 +89,11 @@ TextLayout::~TextLayout() = default;
 
 Size TextLayout::size() const {
     return impl_->size;
+}
+
+bool TextLayout::holdsIn(double width) const {
+    const double asked = impl_->askedWidth;
+    return width == asked || (!impl_->rightToLeft && impl_->size.width <= width && width < asked);
 }
 
 }  // namespace VexmoraSDK::platform

@@ -10,6 +10,8 @@ namespace VexmoraSDK::platform {
 struct TextLayout::Impl {
     QTextLayout layout;
     Size size;
+    const double askedWidth;
+    const bool rightToLeft;
 
     Impl(const std::string& text, const Font& font, double width);
 

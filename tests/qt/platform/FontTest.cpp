@@ -1,5 +1,7 @@
 #include "VexmoraSDK/platform/Font.h"
 
+#include <QtCore/QFile>
+#include <QtCore/QStandardPaths>
 #include <QtGui/QFontDatabase>
 
 #include "tests/qt/AppTest.h"
@@ -53,6 +55,23 @@ TEST_F(FontTest, HasAnInstalledFontOfTheSystem) {
     const auto font = Font::system(12);
     EXPECT_TRUE(QFontDatabase::hasFamily(QString::fromStdString(font.family())));
     EXPECT_EQ(font.size(), 12);
+}
+
+TEST_F(FontTest, HearsOfFontsThatComeAndGo) {
+    // An installed font under another name of the same length.
+    QFile file(
+        QStandardPaths::locate(QStandardPaths::FontsLocation,
+                               QStringLiteral("truetype/liberation/LiberationSans-Regular.ttf")));
+    ASSERT_TRUE(file.open(QFile::ReadOnly));
+    QByteArray font = file.readAll();
+    const QByteArray utf16(QByteArray("\0L\0i\0b\0e\0r", 10));
+    font.replace(utf16, QByteArray("\0C\0o\0m\0e\0t", 10)).replace("Liber", "Comet");
+
+    EXPECT_EQ(familyNamed("Cometation Sans"), "absent");
+    const int id = QFontDatabase::addApplicationFontFromData(font);
+    EXPECT_EQ(familyNamed("Cometation Sans"), "Cometation Sans");
+    QFontDatabase::removeApplicationFont(id);
+    EXPECT_EQ(familyNamed("Cometation Sans"), "absent");
 }
 
 }  // namespace

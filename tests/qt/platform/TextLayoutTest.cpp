@@ -100,4 +100,18 @@ TEST_F(TextLayoutTest, MeasuresInTheFontThatItIsGiven) {
     EXPECT_LT(widthIn("Helvetica", 12), widthIn("Helvetica-Bold", 12));
 }
 
+TEST_F(TextLayoutTest, KnowsInWhichWidthsItsLinesStayWhereTheyAre) {
+    const TextLayout fromTheLeft("Roasted at dawn, at your door by noon", font_, 100);
+    const double fitted = fromTheLeft.size().width;
+    EXPECT_LT(fitted, 100);
+    for (const double width : {fitted, (fitted + 100) / 2, 100.0})
+        EXPECT_TRUE(fromTheLeft.holdsIn(width)) << width;
+    for (const double width : {fitted - 1, 101.0})
+        EXPECT_FALSE(fromTheLeft.holdsIn(width)) << width;
+
+    const TextLayout fromTheRight("קפה טרי מהנמל בכל בוקר", font_, 100);
+    EXPECT_TRUE(fromTheRight.holdsIn(100));
+    EXPECT_FALSE(fromTheRight.holdsIn(99));
+}
+
 }  // namespace
