@@ -29,7 +29,7 @@ std::optional<VexmoraAdType> adTypeWithRawValue(std::intptr_t value) {
 }
 
 const std::map<std::string, std::vector<VexmoraAdType>, std::less<>>& adTypesBySize() {
-    static const std::map<std::string, std::vector<VexmoraAdType>, std::less<>> table = {
+    static const auto& table = *new std::map<std::string, std::vector<VexmoraAdType>, std::less<>>{
         {"300x250", {VexmoraAdType::mediumRectangle}}, {"728x90", {VexmoraAdType::leaderboard}},
         {"320x60", {VexmoraAdType::banner}},           {"320x100", {VexmoraAdType::mediumBanner}},
         {"468x60", {VexmoraAdType::fullBanner}},

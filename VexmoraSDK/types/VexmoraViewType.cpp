@@ -10,7 +10,7 @@ std::optional<VexmoraViewType> viewTypeWithRawValue(std::intptr_t value) {
 }
 
 const std::map<std::string, VexmoraViewType, std::less<>>& adViewBySize() {
-    static const std::map<std::string, VexmoraViewType, std::less<>> table = {
+    static const auto& table = *new std::map<std::string, VexmoraViewType, std::less<>>{
         {"300x250", VexmoraViewType::interstitial}, {"728x90", VexmoraViewType::interstitial},
         {"320x60", VexmoraViewType::banner},        {"320x100", VexmoraViewType::banner},
         {"468x60", VexmoraViewType::banner},

@@ -85,17 +85,17 @@ template std::shared_ptr<Banner> Utils::getAdFromJson(const platform::Data&, con
 template std::shared_ptr<Native> Utils::getAdFromJson(const platform::Data&, const ErrorCallback&);
 
 const Utils::Font& Utils::nativeTitleFont() {
-    static const Font font{"Helvetica-Bold", 13.0, platform::Color::black()};
+    static const auto& font = *new Font{"Helvetica-Bold", 13.0, platform::Color::black()};
     return font;
 }
 
 const Utils::Font& Utils::nativeDescriptionFont() {
-    static const Font font{"Helvetica", 12.0, platform::Color::black()};
+    static const auto& font = *new Font{"Helvetica", 12.0, platform::Color::black()};
     return font;
 }
 
 const Utils::Font& Utils::nativeDisplayNameFont() {
-    static const Font font{"Helvetica", 12.0, platform::Color::gray()};
+    static const auto& font = *new Font{"Helvetica", 12.0, platform::Color::gray()};
     return font;
 }
 

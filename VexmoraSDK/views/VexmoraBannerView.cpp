@@ -5,8 +5,8 @@ namespace VexmoraSDK {
 using platform::unwrap;
 
 const std::vector<VexmoraAdType>& VexmoraBannerView::allowedAdTypes() {
-    static const std::vector types = {VexmoraAdType::banner, VexmoraAdType::mediumBanner,
-                                      VexmoraAdType::fullBanner};
+    static const auto& types = *new std::vector{VexmoraAdType::banner, VexmoraAdType::mediumBanner,
+                                                VexmoraAdType::fullBanner};
     return types;
 }
 

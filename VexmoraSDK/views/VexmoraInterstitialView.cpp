@@ -10,7 +10,8 @@ namespace VexmoraSDK {
 using platform::unwrap;
 
 const std::vector<VexmoraAdType>& VexmoraInterstitialView::allowedAdTypes() {
-    static const std::vector types = {VexmoraAdType::leaderboard, VexmoraAdType::mediumRectangle};
+    static const auto& types =
+        *new std::vector{VexmoraAdType::leaderboard, VexmoraAdType::mediumRectangle};
     return types;
 }
 

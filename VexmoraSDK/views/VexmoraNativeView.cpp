@@ -10,7 +10,7 @@ using platform::Size;
 using platform::TextView;
 
 const std::vector<VexmoraAdType>& VexmoraNativeView::allowedAdTypes() {
-    static const std::vector types = {VexmoraAdType::native};
+    static const auto& types = *new std::vector{VexmoraAdType::native};
     return types;
 }
 

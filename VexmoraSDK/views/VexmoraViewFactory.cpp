@@ -28,7 +28,8 @@ std::string interfaceFileFor(std::string_view className) {
 
 template <class View>
 std::shared_ptr<View> loadView() {
-    static const platform::Nib nib(interfaceFileFor(View::kClassName), platform::Bundle::library());
+    static const auto& nib =
+        *new platform::Nib(interfaceFileFor(View::kClassName), platform::Bundle::library());
     const auto views = nib.instantiate({
         {"VexmoraBannerView", fromCoder<VexmoraBannerView>},
         {"VexmoraNativeView", fromCoder<VexmoraNativeView>},
