@@ -20,6 +20,11 @@ class VEXMORA_EXPORT MainQueue {
     /// loops too. Once the toolkit has ended blocks never run. Any thread.
     void async(std::function<void()> block);
 
+    /// Has the queue end when the process exits, in whatever thread: from then on no block begins,
+    /// and one that the main thread is in the midst of is waited for before what it uses is taken
+    /// down, though no longer than a second, for it may be waiting itself. Any thread, once.
+    void endWithProcess();
+
     /// Whether the caller runs on the main thread.
     bool isMainThread() const;
     /// Whether the caller runs inside a block of this queue.

@@ -56,6 +56,8 @@ void MainQueue::async(std::function<void()> block) {
     if (state().mainThread) state().blocks.push_back(std::move(block));
 }
 
+void MainQueue::endWithProcess() {}
+
 bool MainQueue::isMainThread() const {
     const std::lock_guard lock(state().mutex);
     return state().mainThread == std::this_thread::get_id();

@@ -42,6 +42,7 @@ class Engine {
         // Handlers run in the reverse order of their registration, and this one must find alive
         // what the threads use: TLS, which libcurl has set up by now, and what decodes pictures.
         Image::prepareDecoding();
+        if (auto* queue = MainQueue::main()) queue->endWithProcess();
         if (std::atexit([] { shared().stop(); }) != 0) throw std::bad_alloc();
     }
 

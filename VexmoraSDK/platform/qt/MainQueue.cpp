@@ -3,6 +3,11 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QScopedValueRollback>
 #include <QtCore/QThread>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QTextLayout>
+#include <chrono>
+#include <condition_variable>
+#include <cstdlib>
 #include <deque>
 #include <mutex>
 #include <new>
@@ -23,6 +28,10 @@ struct State {
     QObject* receiver = nullptr;
     /// Of the latest application; only compared.
     const QThread* mainThread = nullptr;
+    /// How many blocks the main thread is in, one inside the other.
+    int running = 0;
+    std::condition_variable ranBlock;
+    bool processEnds = false;
 };
 
 State& state() {
@@ -34,13 +43,37 @@ thread_local bool runningBlock = false;
 
 void runNextBlock() noexcept try {
     std::unique_lock lock(state().mutex);
-    const Block block = std::move(state().blocks.front());
+    if (state().processEnds) return;
+    Block block = std::move(state().blocks.front());
     state().blocks.pop_front();
+    ++state().running;
     lock.unlock();
-    const QScopedValueRollback rollback(runningBlock, true);
-    block();
+    {
+        const QScopedValueRollback rollback(runningBlock, true);
+        block();
+        block = nullptr;
+    }
+    lock.lock();
+    --state().running;
+    state().ranBlock.notify_all();
 } catch (const std::bad_alloc&) {
     fatalNoMemory();
+}
+
+void processEnds() {
+    const bool onMainThread = MainQueue::main()->isMainThread();
+    std::unique_lock lock(state().mutex);
+    state().processEnds = true;
+    if (onMainThread) return;
+    state().ranBlock.wait_for(lock, std::chrono::seconds(1), [] { return state().running == 0; });
+}
+
+/// Has Qt build what it needs to lay out any text.
+void layOutText() {
+    QTextLayout layout(QStringLiteral("x"));
+    layout.beginLayout();
+    layout.createLine().setLineWidth(100);
+    layout.endLayout();
 }
 
 // The mutex is held, so the receiver cannot go away meanwhile.
@@ -85,6 +118,13 @@ void MainQueue::async(std::function<void()> block) {
         enqueue(std::move(block));
     else
         state().blocks.push_back(std::move(block));
+}
+
+void MainQueue::endWithProcess() {
+    // Exit handlers run in the reverse order of their registration, destructors of what functions
+    // have built for good among them.
+    if (qGuiApp) layOutText();
+    if (std::atexit(processEnds) != 0) fatalNoMemory();
 }
 
 bool MainQueue::isMainThread() const {
