@@ -14,65 +14,31 @@
 namespace VexmoraSDK {
 namespace {
 
-enum Kind { banner, native, interstitial };
+const std::vector<Container>& goodOnes() {
+    static const auto& containers = *new std::vector<Container>{
+        {"home-bottom", {"D", kStop, kStop}},
+        {"article-native", {kStop, "D", kStop}},
+        {"between-articles", {kStop, kStop, "D"}},
+        {"anywhere", {"D", "D", "D"}},
+    };
+    return containers;
+}
 
-/// What comes of a container's ads in a view of each kind.
-struct Container {
-    std::string_view name;
-    std::array<Outcome, 3> outcomes;
-};
+const std::vector<Container>& faultyOnes() {
+    static const auto& containers = *new std::vector(outcomesIn(VEXMORA_OUTCOMES));
+    return containers;
+}
 
-/// Of containers that are none for that kind, and of deliberate stops.
-constexpr Outcome kNotTried = "-";
-
-constexpr Container kGood[] = {
-    {"home-bottom", {"D", kNotTried, kNotTried}},
-    {"article-native", {kNotTried, "D", kNotTried}},
-    {"between-articles", {kNotTried, kNotTried, "D"}},
-    {"anywhere", {"D", "D", "D"}},
-};
-
-constexpr Container kFaulty[] = {
-    {"fault-status-404", {"25", "25", "5"}},
-    {"fault-status-500", {"25", "25", "5"}},
-    {"fault-status-204", {"25", "25", "5"}},
-    {"fault-empty-body", {"25", "25", "5"}},
-    {"fault-not-json", {"25", "25", "5"}},
-    {"fault-empty-array", {"25", "25", "5"}},
-    {"fault-slow", {"D", "D", "D"}},
-    {"fault-redirect", {"D", "D", "D"}},
-    {"fault-gzip", {"D", "D", "D"}},
-    {"fault-three", {"D", "D", "D"}},
-    {"fault-native", {kNotTried, "D", kNotTried}},
-    {"fault-stall", {"3", "3", "3"}},
-    {"fault-stall-body", {"3", "3", "3"}},
-    {"fault-cut-short", {"3", "3", "3"}},
-    {"fault-cut-chunked", {"3", "3", "3"}},
-    {"fault-endless", {"3", "3", "3"}},
-    {"fault-redirect-loop", {"3", "3", "3"}},
-    {"fault-redirect-file", {"3", "3", "3"}},
-    {"fault-picture-404", {kNotTried, "7", kNotTried}},
-    {"fault-picture-empty", {kNotTried, "7", kNotTried}},
-    {"fault-picture-garbage", {kNotTried, "7", kNotTried}},
-    {"fault-picture-slow", {"D", "D", "D"}},
-    {"fault-picture-stall", {"", "", ""}},
-    {"fault-picture-cut-short", {"", "", ""}},
-    {"fault-picture-endless", {"", "", ""}},
-    {"fault-picture-redirect-loop", {"", "", ""}},
-    {"fault-picture-refused", {"", "", ""}},
-    {"fault-picture-unresolved", {"", "", ""}},
-};
-
-template <std::size_t size>
-const Container& anyOf(const Container (&containers)[size], Kind kind, Random& random) {
+const Container& anyOf(const std::vector<Container>& containers, ViewKind kind, Random& random) {
     while (true) {
-        const auto& container = containers[upTo(random, size - 1)];
-        if (container.outcomes[kind] != kNotTried) return container;
+        const auto& container =
+            containers[upTo(random, static_cast<unsigned>(containers.size() - 1))];
+        if (container.outcomes[kind] != kStop) return container;
     }
 }
 
 /// Through one of the factory's doors that lead to a view of that kind.
-std::shared_ptr<VexmoraView> createView(const std::string& container, Kind kind,
+std::shared_ptr<VexmoraView> createView(const std::string& container, ViewKind kind,
                                         std::shared_ptr<VexmoraDelegate> delegate, Random& random) {
     constexpr std::array kTypes = {VexmoraViewType::banner, VexmoraViewType::native,
                                    VexmoraViewType::interstitial};
@@ -110,10 +76,10 @@ bool nothingIsUnderWay(const VexmoraView& view) {
 
 std::shared_ptr<Showing> Showing::start(Random& random, unsigned faultyPercent) {
     const std::shared_ptr<Showing> self(new Showing);
-    const auto kind = static_cast<Kind>(upTo(random, 2));
+    const auto kind = static_cast<ViewKind>(upTo(random, 2));
     self->faulty_ = upTo(random, 99) < faultyPercent;
     const auto& container =
-        self->faulty_ ? anyOf(kFaulty, kind, random) : anyOf(kGood, kind, random);
+        self->faulty_ ? anyOf(faultyOnes(), kind, random) : anyOf(goodOnes(), kind, random);
     self->container_ = container.name;
     self->expected_ = container.outcomes[kind];
     self->isKept_ = upTo(random, 3) != 0;
@@ -128,7 +94,7 @@ std::shared_ptr<Showing> Showing::start(Random& random, unsigned faultyPercent) 
         self->hear(static_cast<char>('0' + error.code()));
     };
     self->delegate_ = delegate;
-    self->view_ = createView(std::string(container.name), kind, delegate, random);
+    self->view_ = createView(container.name, kind, delegate, random);
     if (!self->isKept_ && upTo(random, 2) == 0) self->letGo(random);
     return self;
 }
@@ -152,8 +118,7 @@ std::string Showing::heard() const {
 }
 
 std::string Showing::description() const {
-    return std::string(container_) + ": expected \"" + std::string(expected_) + "\", heard \"" +
-           heard() + "\", " +
+    return container_ + ": expected \"" + expected_ + "\", heard \"" + heard() + "\", " +
            (isOver() ? "gone"
             : view_  ? "held"
                      : "let go") +

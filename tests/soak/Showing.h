@@ -2,12 +2,11 @@
 
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <random>
 #include <string>
-#include <string_view>
 
 #include "VexmoraSDK/VexmoraSDK.h"
+#include "tests/soak/Outcomes.h"
 
 namespace VexmoraSDK {
 
@@ -16,10 +15,6 @@ using Random = std::mt19937_64;
 inline unsigned upTo(Random& random, unsigned most) {
     return std::uniform_int_distribution<unsigned>(0, most)(random);
 }
-
-/// What a host hears of one view, letter by letter: "D" when the ad is drawn, else the codes of the
-/// errors; nothing when the picture fails on its way.
-using Outcome = std::string_view;
 
 /// One view's life in a host, from its creation until it is gone.
 class Showing {
@@ -50,7 +45,7 @@ class Showing {
     bool isSettled() const;
     void letGo(Random& random);
 
-    std::string_view container_;
+    std::string container_;
     Outcome expected_;
     bool faulty_ = false;
     bool isKept_ = false;

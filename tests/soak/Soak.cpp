@@ -9,20 +9,16 @@
 #include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>
 #include <algorithm>
-#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <latch>
 #include <string>
-#include <thread>
 #include <vector>
 
-#include "VexmoraSDK/platform/UrlSession.h"
 #include "VexmoraSDK/platform/common/UrlSessionLimits.h"
 #include "tests/LibraryFolder.h"
+#include "tests/faults/CountedTasks.h"
 #include "tests/soak/Showing.h"
-#include "tests/soak/TransferCount.h"
 
 namespace VexmoraSDK {
 namespace {
@@ -123,8 +119,8 @@ class Soak {
             const auto before = showings_.size();
             if (!waitFor([&] { return look() < before; })) reportStuck();
         }
-        if (!waitFor([] { return TransferCount::now() == 0; })) fail("a transfer never ended");
-        waitForDeliveries();
+        if (!waitFor(CountedTasks::allAreThrough)) fail("a request never completed");
+        if (CountedTasks::completedTwice() > 0) fail("a request completed twice");
     }
 
     unsigned long shown() const { return shown_; }
@@ -164,19 +160,6 @@ class Soak {
         for (const auto& showing : showings_)
             std::fprintf(stderr, "soak: %s\n", showing->description().c_str());
         fail("no view has ended for too long");
-    }
-
-    /// A job on each delivery thread that waits for the others: whatever was before is through.
-    static void waitForDeliveries() {
-        const auto threads = std::clamp(std::thread::hardware_concurrency(), 1u, 4u);
-        const auto latch = std::make_shared<std::latch>(threads + 1);
-        auto& session = platform::UrlSession::shared();
-        const auto notHttp = platform::Url::fromString("about:blank").value();
-        for (unsigned i = 0; i < threads; ++i)
-            session.dataTask(notHttp, [latch](auto, auto, auto) { latch->arrive_and_wait(); })
-                .resume();
-        latch->arrive_and_wait();
-        QCoreApplication::processEvents();
     }
 
     Random random_;

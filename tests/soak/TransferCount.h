@@ -1,8 +1,0 @@
-#pragma once
-
-namespace VexmoraSDK::TransferCount {
-
-/// How many transfers are under way. Any thread.
-int now();
-
-}  // namespace VexmoraSDK::TransferCount
