@@ -11,7 +11,6 @@
 #include <zlib.h>
 
 #include <cerrno>
-#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -112,19 +111,30 @@ void operator delete[](void* memory, std::size_t) noexcept {
     std::free(memory);
 }
 
+// NOLINTBEGIN(bugprone-macro-parentheses): types and names take none
 /// Stands before the function of that name in a shared library, for the other libraries too.
-#define STANDS_BEFORE(name) \
-    static const auto next = reinterpret_cast<decltype(&(name))>(dlsym(RTLD_NEXT, #name))
+#define STANDS_BEFORE(function, name) \
+    static const auto next = reinterpret_cast<decltype(&(function))>(dlsym(RTLD_NEXT, name))
 #define CAN_FAIL(failure, result, name, parameters, arguments) \
     extern "C" result name parameters {                        \
-        STANDS_BEFORE(name);                                   \
-        return fails(#name) ? failure : next arguments;        \
+        STANDS_BEFORE(name, #name);                            \
+        return fails(#name) ? (failure) : next arguments;      \
     }
 #define CAN_FAIL_FOR(reason, failure, result, name, parameters, arguments) \
     extern "C" result name parameters {                                    \
-        STANDS_BEFORE(name);                                               \
-        return fails(#name, reason) ? failure : next arguments;            \
+        STANDS_BEFORE(name, #name);                                        \
+        return fails(#name, reason) ? (failure) : next arguments;          \
     }
+
+// What is set or asked for fits a register each time, whatever its type, so that these need not
+// take a variable number of arguments.
+#define CAN_FAIL_WITH_ANY(failure, result, name, Handle, Option)                  \
+    extern "C" result with_any_##name(Handle*, Option, void*) asm(#name);         \
+    extern "C" result with_any_##name(Handle* handle, Option option, void* any) { \
+        STANDS_BEFORE(with_any_##name, #name);                                    \
+        return fails(#name) ? (failure) : next(handle, option, any);              \
+    }
+// NOLINTEND(bugprone-macro-parentheses)
 
 CAN_FAIL_FOR(EMFILE, nullptr, FILE*, fopen64, (const char* path, const char* mode), (path, mode))
 CAN_FAIL_FOR(EIO, -1, ssize_t, read, (int file, void* bytes, size_t count), (file, bytes, count))
@@ -168,19 +178,6 @@ CAN_FAIL(Z_MEM_ERROR, int, inflateInit2_,
          (stream, bits, version, size))
 CAN_FAIL(CURLM_WAKEUP_FAILURE, CURLMcode, curl_multi_wakeup, (CURLM * multi), (multi))
 
-// What is set or asked for fits a register each time, whatever its type.
-#undef curl_easy_setopt
-#undef curl_easy_getinfo
-#undef curl_share_setopt
-#define CAN_FAIL_WITH_ANY(failure, result, name, Handle, Option)   \
-    extern "C" result name(Handle* handle, Option option, ...) {   \
-        STANDS_BEFORE(name);                                       \
-        va_list arguments;                                         \
-        va_start(arguments, option);                               \
-        const auto any = va_arg(arguments, void*);                 \
-        va_end(arguments);                                         \
-        return fails(#name) ? failure : next(handle, option, any); \
-    }
 CAN_FAIL_WITH_ANY(CURLE_OUT_OF_MEMORY, CURLcode, curl_easy_setopt, CURL, CURLoption)
 CAN_FAIL_WITH_ANY(CURLE_OUT_OF_MEMORY, CURLcode, curl_easy_getinfo, CURL, CURLINFO)
 CAN_FAIL_WITH_ANY(CURLSHE_NOMEM, CURLSHcode, curl_share_setopt, CURLSH, CURLSHoption)
