@@ -103,6 +103,8 @@ std::shared_ptr<Window> View::window() const {
     return parent ? parent->window() : window_.lock();
 }
 
+// A reference of its own: the host may let go of the view meanwhile.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void View::addSubview(std::shared_ptr<View> view) noexcept try {
     view->removeFromSuperview();
     subviews_.push_back(view);
