@@ -2,9 +2,6 @@
 
 #include <functional>
 #include <memory>
-#include <new>
-
-#include "VexmoraSDK/platform/Fatal.h"
 
 #include "VexmoraSDK/Export.h"
 
@@ -43,11 +40,7 @@ class VEXMORA_EXPORT MainQueue {
 template <class T, class... Arguments>
 std::shared_ptr<T> makeSharedOnMain(Arguments&&... arguments) {
     return std::shared_ptr<T>(new T(std::forward<Arguments>(arguments)...), [](T* object) noexcept {
-        try {
-            MainQueue::release(std::shared_ptr<T>(object));
-        } catch (const std::bad_alloc&) {
-            fatalNoMemory();
-        }
+        MainQueue::release(std::shared_ptr<T>(object));
     });
 }
 

@@ -1,16 +1,12 @@
 #include "VexmoraSDK/views/InternalAdView.h"
 
-#include <new>
-
 #include "VexmoraSDK/platform/Fatal.h"
 
 namespace VexmoraSDK {
 
-void InternalAdView::setContainerId(std::optional<std::string> containerId) noexcept try {
+void InternalAdView::setContainerId(std::optional<std::string> containerId) noexcept {
     containerId_ = std::move(containerId);
     containerSetCallback();
-} catch (const std::bad_alloc&) {
-    platform::fatalNoMemory();
 }
 
 void InternalAdView::setDelegate(std::shared_ptr<VexmoraDelegate> delegate) noexcept {

@@ -1,9 +1,7 @@
 #include "VexmoraSDK/platform/Coder.h"
 
 #include <array>
-#include <new>
 
-#include "VexmoraSDK/platform/Fatal.h"
 #include "VexmoraSDK/platform/PropertyList.h"
 
 namespace VexmoraSDK::platform {
@@ -22,18 +20,14 @@ std::optional<std::array<double, 4>> fourNumbers(const Array* array) {
 
 }  // namespace
 
-std::optional<Coder> Coder::fromData(const Data& data) noexcept try {
+std::optional<Coder> Coder::fromData(const Data& data) noexcept {
     auto values = PropertyList::dictionary(data);
     if (!values) return std::nullopt;
     return Coder(std::move(*values));
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
-void Coder::encode(std::string key, Value value) noexcept try {
+void Coder::encode(std::string key, Value value) noexcept {
     values_.insert_or_assign(std::move(key), std::move(value));
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
 std::optional<double> Coder::number(std::string_view key) const {
@@ -55,10 +49,8 @@ std::optional<Color> Coder::color(std::string_view key) const {
     return Color{red, green, blue, alpha};
 }
 
-Data Coder::data() const noexcept try {
+Data Coder::data() const noexcept {
     return PropertyList::xml(values_);
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
 }  // namespace VexmoraSDK::platform

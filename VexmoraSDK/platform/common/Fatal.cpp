@@ -27,10 +27,6 @@ void fatalNil() noexcept {
     fatalError("unexpectedly found nil while unwrapping an Optional value");
 }
 
-void fatalNoMemory() noexcept {
-    fatalError("out of memory");
-}
-
 void fatalConversion(std::string_view from, std::string_view to) noexcept {
     stop({"fatal error: could not cast value of type '", from, "' to '", to, "'\n"});
 }

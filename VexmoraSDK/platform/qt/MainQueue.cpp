@@ -12,8 +12,6 @@
 #include <mutex>
 #include <new>
 
-#include "VexmoraSDK/platform/Fatal.h"
-
 namespace VexmoraSDK::platform {
 namespace {
 
@@ -41,7 +39,7 @@ State& state() {
 
 thread_local bool runningBlock = false;
 
-void runNextBlock() noexcept try {
+void runNextBlock() noexcept {
     std::unique_lock lock(state().mutex);
     if (state().processEnds) return;
     Block block = std::move(state().blocks.front());
@@ -56,8 +54,6 @@ void runNextBlock() noexcept try {
     lock.lock();
     --state().running;
     state().ranBlock.notify_all();
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
 void processEnds() {
@@ -124,7 +120,7 @@ void MainQueue::endWithProcess() {
     // Exit handlers run in the reverse order of their registration, destructors of what functions
     // have built for good among them.
     if (qGuiApp) layOutText();
-    if (std::atexit(processEnds) != 0) fatalNoMemory();
+    if (std::atexit(processEnds) != 0) throw std::bad_alloc();
 }
 
 bool MainQueue::isMainThread() const {
