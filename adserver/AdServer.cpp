@@ -206,7 +206,7 @@ struct AdServer::Site {
         for (const Creative* creative : candidates)
             ads.push_back(record(*creative, fault));
         Exchange exchange{request, response, doors, "application/json",
-                          ads.empty() ? "[]" : fault.compose(std::move(ads))};
+                          ads.empty() ? "[]" : fault.compose(ads)};
         fault.ads->send(exchange);
     }
 

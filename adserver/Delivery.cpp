@@ -206,14 +206,13 @@ constexpr Delivery kBad[] = {
          finishWith(head(e, headers) + e.body);
      }},
     {"endless-headers", [](Exchange&) { goOnWith("HTTP/1.1 200 OK\r\n", "X-Again: again\r\n"); }},
-    {"endless", [](Exchange& e) { inChunks(e, std::string(64 * 1024, ' ')); }},
+    {"endless", [](Exchange& e) { inChunks(e, std::string(64'000, ' ')); }},
     {"gzip-bomb", gzipBomb},
     {"redirect-far", [](Exchange& e) { redirectTimes(e, 21); }},
     {"redirect-loop", [](Exchange& e) { e.response.set_redirect(e.request.target); }},
 
     // Not HTTP, or not as it is meant.
-    {"not-http",
-     [](Exchange&) { finishWith(std::string("\x16\x03\x01\0\xff\xfe Hello?\r\n\r\n")); }},
+    {"not-http", [](Exchange&) { finishWith("\x16\x03\x01\xff\xfe Hello?\r\n\r\n"); }},
     {"version",
      [](Exchange& e) { finishWith("HTTP/7.3 200 OK\r\n" + length(e) + "\r\n" + e.body); }},
     {"length-short",

@@ -1,5 +1,7 @@
 #include "adserver/Faults.h"
 
+#include <algorithm>
+
 namespace VexmoraSDK {
 namespace {
 
@@ -8,74 +10,80 @@ namespace json = boost::json;
 constexpr std::string_view kPrefix = "fault-";
 constexpr std::string_view kPicturePrefix = "fault-picture-";
 
-std::string oneAd(json::array ads) {
-    return json::serialize(json::array{ads.front()});
+std::string listOf(const json::value& ad) {
+    return json::serialize(json::array{ad});
 }
 
-std::string threeAds(json::array ads) {
-    while (ads.size() > 3)
-        ads.pop_back();
-    return json::serialize(ads);
+std::string oneAd(const json::array& ads) {
+    return listOf(ads.front());
+}
+
+std::string threeAds(const json::array& ads) {
+    const auto count = static_cast<std::ptrdiff_t>(std::min<std::size_t>(ads.size(), 3));
+    return json::serialize(json::array(ads.begin(), ads.begin() + count));
+}
+
+/// The first ad, with other members.
+json::value adWith(const json::array& ads, const json::object& members) {
+    json::object ad = ads.front().as_object();
+    for (const auto& member : members)
+        ad[member.key()] = member.value();
+    return ad;
 }
 
 /// Only the first has a picture, as fetching that many is not the point.
-std::string manyAds(json::array ads) {
+std::string manyAds(const json::array& ads) {
     std::string answer = json::serialize(ads.front()).insert(0, 1, '[');
-    ads.front().as_object()["bannerUrl"] = "about:blank";
-    const std::string further = json::serialize(ads.front()).insert(0, 1, ',');
+    const auto further =
+        json::serialize(adWith(ads, {{"bannerUrl", "about:blank"}})).insert(0, 1, ',');
     for (int i = 1; i < 100'000; ++i)
         answer += further;
     return answer + "]";
 }
 
-std::string noAds(json::array) {
+std::string noAds(const json::array&) {
     return "[]";
 }
 
-std::string bareAd(json::array ads) {
+std::string bareAd(const json::array& ads) {
     return json::serialize(ads.front());
 }
 
-std::string adWithoutClickUrl(json::array ads) {
-    ads.front().as_object().erase("clickUrl");
-    return oneAd(ads);
+std::string adWithoutClickUrl(const json::array& ads) {
+    json::object ad = ads.front().as_object();
+    ad.erase("clickUrl");
+    return listOf(ad);
 }
 
-std::string adWith(json::array ads, const json::object& members) {
-    for (const auto& member : members)
-        ads.front().as_object()[member.key()] = member.value();
-    return oneAd(ads);
+std::string adOfNoType(const json::array& ads) {
+    return listOf(adWith(ads, {{"adTypeId", 2}}));
 }
 
-std::string adOfNoType(json::array ads) {
-    return adWith(ads, {{"adTypeId", 2}});
+std::string nativeAd(const json::array& ads) {
+    return listOf(adWith(ads, {{"adTypeId", 1},
+                               {"title", "A native ad"},
+                               {"description", "Nobody asked for it, but here it is."},
+                               {"displayName", "Uninvited Guests"}}));
 }
 
-std::string nativeAd(json::array ads) {
-    return adWith(ads, {{"adTypeId", 1},
-                        {"title", "A native ad"},
-                        {"description", "Nobody asked for it, but here it is."},
-                        {"displayName", "Uninvited Guests"}});
+std::string adOfManyWords(const json::array& ads) {
+    return listOf(adWith(ads, {{"title", std::string(std::size_t{30} << 20, 'W')}}));
 }
 
-std::string adOfManyWords(json::array ads) {
-    return adWith(ads, {{"title", std::string(std::size_t{30} << 20, 'W')}});
-}
-
-std::string adOfManyAccents(json::array ads) {
+std::string adOfManyAccents(const json::array& ads) {
     std::string title = "e";
     while (title.size() < std::size_t{1} << 20)
         title += "\u0301";
-    return adWith(ads, {{"title", title}});
+    return listOf(adWith(ads, {{"title", title}}));
 }
 
-std::string deepNesting(json::array) {
+std::string deepNesting(const json::array&) {
     return std::string(100'000, '[') + std::string(100'000, ']');
 }
 
 struct Content {
     std::string_view name;
-    std::string (*compose)(json::array ads);
+    std::string (*compose)(const json::array& ads);
 };
 
 constexpr Content contents[] = {

@@ -14,7 +14,7 @@ struct Fault {
     /// The container; empty where nothing goes wrong.
     std::string_view container;
     /// Makes the answer of one or more good ads.
-    std::string (*compose)(boost::json::array ads);
+    std::string (*compose)(const boost::json::array& ads);
     const Delivery* ads;
     const Delivery* picture;
 

@@ -1,5 +1,6 @@
 #include "tests/faults/Hosts.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -87,9 +88,8 @@ std::vector<std::string> show(const std::vector<Host>& hosts) {
     }
     waitUntilNothingIsUnderWay();
 
-    std::vector<std::string> heard;
-    for (const auto& ear : ears)
-        heard.push_back(ear->heard());
+    std::vector<std::string> heard(ears.size());
+    std::ranges::transform(ears, heard.begin(), [](const auto& ear) { return ear->heard(); });
     return heard;
 }
 

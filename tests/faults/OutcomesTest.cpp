@@ -2,11 +2,11 @@
 
 #include <array>
 #include <map>
-#include <sstream>
 
 #include "VexmoraSDK/platform/common/UrlSessionLimits.h"
 #include "adserver/AdServer.h"
 #include "tests/faults/Hosts.h"
+#include "tests/faults/Outcomes.h"
 #include "tests/faults/Page.h"
 
 namespace VexmoraSDK {
@@ -14,98 +14,13 @@ namespace {
 
 using platform::UrlSessionLimits;
 
-/// What the hosts of a banner, a native and an interstitial view hear.
-using Outcome = std::array<std::string_view, 3>;
+std::string containerOf(const Promise& promise) {
+    return std::string("fault-").append(promise.fault);
+}
 
-constexpr Outcome kDrawn = {"drawn", "drawn", "drawn"};
-constexpr Outcome kStop = {"stop", "stop", "stop"};
-constexpr Outcome kRequestError = {"RequestError", "RequestError", "RequestError"};
-constexpr Outcome kNoAd = {"ParsingError, NoFill", "ParsingError, NoFill", "NoFill"};
-constexpr Outcome kNothing = {"nothing", "nothing", "nothing"};
-constexpr Outcome kNoPicture = {"stop", "ImageRequestError", "stop"};
-
-enum class Answer {
-    good,
-    useless,  ///< An answer of HTTP without an ad or a picture in it.
-    none,     ///< An error of the transport.
-    late,     ///< The same, once a limit of time is reached.
-};
-
-struct Row {
-    std::string_view fault;
-    Answer answer;
-
-    const Outcome& ofAds() const {
-        return answer == Answer::good ? kDrawn : answer == Answer::useless ? kNoAd : kRequestError;
-    }
-    const Outcome& ofPicture() const {
-        return answer == Answer::good ? kDrawn : answer == Answer::useless ? kNoPicture : kNothing;
-    }
-};
-
-constexpr Row kRows[] = {
-    {"status-404", Answer::useless},
-    {"status-500", Answer::useless},
-    {"status-204", Answer::useless},
-    {"status-304", Answer::useless},
-    {"status-206", Answer::useless},
-    {"empty-body", Answer::useless},
-    {"garbage", Answer::useless},
-    {"slow", Answer::good},
-    {"gzip", Answer::good},
-    {"redirect", Answer::good},
-    {"redirect-chain", Answer::good},
-    {"until-closed", Answer::good},
-    {"refused", Answer::none},
-    {"unresolved", Answer::none},
-    {"stall-connect", Answer::late},
-    {"stall-handshake", Answer::late},
-    {"bad-certificate", Answer::none},
-    {"nothing", Answer::none},
-    {"cut-status", Answer::none},
-    {"cut-headers", Answer::none},
-    {"cut-short", Answer::none},
-    {"cut-chunked", Answer::none},
-    {"cut-gzip", Answer::none},
-    {"reset", Answer::none},
-    {"reset-body", Answer::none},
-    {"stall", Answer::late},
-    {"stall-status", Answer::late},
-    {"stall-headers", Answer::late},
-    {"stall-body", Answer::late},
-    {"dribble", Answer::late},
-    {"early-hints", Answer::none},
-    {"long-header", Answer::none},
-    {"many-headers", Answer::none},
-    {"endless-headers", Answer::none},
-    {"endless", Answer::none},
-    {"gzip-bomb", Answer::none},
-    {"redirect-far", Answer::none},
-    {"redirect-loop", Answer::none},
-    {"not-http", Answer::none},
-    {"version", Answer::none},
-    {"length-short", Answer::useless},
-    {"length-twice", Answer::good},
-    {"lengths-differ", Answer::none},
-    {"length-negative", Answer::none},
-    {"length-words", Answer::none},
-    {"length-overflow", Answer::none},
-    {"chunk-words", Answer::none},
-    {"chunk-negative", Answer::none},
-    {"chunk-overflow", Answer::none},
-    {"chunk-short", Answer::none},
-    {"gzip-lie", Answer::none},
-    {"encoding-unknown", Answer::none},
-    {"redirect-file", Answer::none},
-    {"redirect-words", Answer::none},
-};
-
-/// The faults that only the answer with the ads has.
-constexpr std::pair<std::string_view, Outcome> kContents[] = {
-    {"empty-array", kNoAd},   {"object", kStop},   {"three", kDrawn},
-    {"missing-click", kStop}, {"bad-type", kStop}, {"native", {"stop", "drawn", "stop"}},
-    {"nesting", kNoAd},
-};
+std::string pictureContainerOf(const Promise& promise) {
+    return std::string("fault-picture-").append(promise.fault);
+}
 
 struct Case {
     Host host;
@@ -115,17 +30,14 @@ struct Case {
 
 std::vector<Case> allCases() {
     std::vector<Case> cases;
-    const auto add = [&](const std::string& container, const Outcome& outcome, bool isLate) {
-        for (const Kind kind : {Kind::banner, Kind::native, Kind::interstitial})
+    for (const Promise& promise : promises()) {
+        for (const Kind kind : {Kind::banner, Kind::native, Kind::interstitial}) {
+            const auto index = static_cast<std::size_t>(kind);
+            cases.push_back({{containerOf(promise), kind}, promise.ads[index], promise.isLate});
+            if (!promise.picture) continue;
             cases.push_back(
-                {{container, kind}, outcome.at(static_cast<std::size_t>(kind)), isLate});
-    };
-    for (const auto& [fault, outcome] : kContents)
-        add(std::string("fault-").append(fault), outcome, false);
-    for (const Row& row : kRows) {
-        const bool isLate = row.answer == Answer::late;
-        add(std::string("fault-").append(row.fault), row.ofAds(), isLate);
-        add(std::string("fault-picture-").append(row.fault), row.ofPicture(), isLate);
+                {{pictureContainerOf(promise), kind}, (*promise.picture)[index], promise.isLate});
+        }
     }
     return cases;
 }
@@ -138,26 +50,25 @@ void keep(const Case& tried, const std::string& outcome) {
     found[tried.host.container].at(static_cast<std::size_t>(tried.host.kind)) = outcome;
 }
 
-void writeTable() {
-    std::ostringstream table;
-    const auto addRow = [&](std::string_view fault, std::initializer_list<std::string> containers) {
-        table << "| `" << fault << "` |";
-        for (const auto& container : containers) {
-            for (const auto& outcome : found[container])
-                table << ' ' << outcome << " |";
-        }
-        table << '\n';
-    };
-    table << "| the way of the answer | ads: banner | native | interstitial "
-             "| picture: banner | native | interstitial |\n|---|---|---|---|---|---|---|\n";
-    for (const Row& row : kRows) {
-        addRow(row.fault, {std::string("fault-").append(row.fault),
-                           std::string("fault-picture-").append(row.fault)});
+std::string cellsOf(const std::string& container) {
+    std::string cells;
+    for (const auto& outcome : found[container])
+        cells += ' ' + outcome + " |";
+    return cells;
+}
+
+std::string table() {
+    std::string ways =
+        "| the way of the answer | ads: banner | native | interstitial "
+        "| picture: banner | native | interstitial |\n|---|---|---|---|---|---|---|\n";
+    std::string contents =
+        "\n| the ads of the answer | banner | native | interstitial |\n|---|---|---|---|\n";
+    for (const Promise& promise : promises()) {
+        auto row = "| `" + std::string(promise.fault) + "` |" + cellsOf(containerOf(promise));
+        if (promise.picture) row += cellsOf(pictureContainerOf(promise));
+        (promise.picture ? ways : contents) += row + '\n';
     }
-    table << "\n| the ads of the answer | banner | native | interstitial |\n|---|---|---|---|\n";
-    for (const auto& [fault, outcome] : kContents)
-        addRow(fault, {std::string("fault-").append(fault)});
-    Page::setTable("outcomes", table.str());
+    return ways + contents;
 }
 
 class OutcomesTest : public testing::Test {
@@ -185,7 +96,7 @@ class OutcomesTest : public testing::Test {
         return cases;
     }
 
-    static void TearDownTestSuite() { writeTable(); }
+    static void TearDownTestSuite() { Page::setTable("outcomes", table()); }
 
     UrlSessionLimits& limits = UrlSessionLimits::shared();
 };

@@ -15,7 +15,7 @@ GzipDecoder::~GzipDecoder() {
 }
 
 bool GzipDecoder::decode(const std::byte* bytes, std::size_t count, const Sink& sink) {
-    std::array<std::byte, 32 * 1024> piece;
+    std::array<std::byte, 32'768> piece;
     stream_.next_in = const_cast<Bytef*>(reinterpret_cast<const Bytef*>(bytes));
     stream_.avail_in = static_cast<uInt>(count);
     do {
