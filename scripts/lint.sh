@@ -1,13 +1,52 @@
 #!/usr/bin/env bash
-# Checks the style of the C++ code: formatting, then clang-tidy with the warnings of a clang build.
+# Checks what compilers and tests do not see: form, spelling, shell scripts, QML, and C++ with
+# cppcheck and clang-tidy. With --quick only the first three, which take seconds. What a tool is not
+# to tell, and why, is in its own file: .clang-tidy, .codespellrc, .cppcheck, .qmllint.ini.
 set -euo pipefail
 CDPATH='' cd "$(dirname "$0")/.."
 scripts/setup.sh
 
-command -v clang-format >/dev/null && command -v clang-tidy >/dev/null || {
-    echo "lint.sh needs clang-format and clang-tidy" >&2
-    exit 2
+export PATH=$PATH:/usr/lib/qt6/bin
+failed=()
+check() {
+    echo "== $1"
+    "${@:2}" || failed+=("$1")
 }
-git ls-files -- '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
-cmake --preset tidy >/dev/null
-cmake --build --preset tidy
+
+cpp_files() { git ls-files -z -- '*.h' '*.cpp'; }
+format() { cpp_files | xargs -0 clang-format --dry-run --Werror; }
+spelling() { git ls-files -z | xargs -0 codespell; }
+shell_scripts() { git ls-files -z -- '*.sh' .ci/run | xargs -0 shellcheck; }
+
+# The modules know their own files; the other pages are apps of theirs.
+qml() {
+    cmake --preset dev -DVEXMORA_BENCHMARKS=OFF >/dev/null &&
+        cmake --build --preset dev --target all_qmllint &&
+        git ls-files -z -- 'benchmarks/*.qml' 'examples/*.qml' 'tests/*.qml' |
+        xargs -0 qmllint -I build/dev/qml
+}
+
+cppcheck_all() {
+    git ls-files -z -- '*.cpp' | xargs -0 cppcheck --std=c++20 --language=c++ \
+        --library=googletest,gnu,posix,qt --enable=warning,performance,portability \
+        --suppressions-list=.cppcheck -I. -j "$(nproc)" --quiet --error-exitcode=1
+}
+
+# A build of its own, so that only what has changed is looked at again.
+clang_tidy() {
+    cmake --preset tidy >/dev/null && cmake --build --preset tidy -- -k 0
+}
+
+check clang-format format
+check codespell spelling
+check shellcheck shell_scripts
+if [ "${1:-}" != --quick ]; then
+    check qmllint qml
+    check cppcheck cppcheck_all
+    check clang-tidy clang_tidy
+fi
+
+[ ${#failed[@]} -eq 0 ] || {
+    echo "failed: ${failed[*]}" >&2
+    exit 1
+}

@@ -76,6 +76,7 @@ std::shared_ptr<T> Utils::getAdFromJson(const platform::Data& data,
         return nullptr;
     }
     std::vector<std::shared_ptr<T>> ads;
+    ads.reserve(records.size());
     for (const auto& record : records)
         ads.push_back(AdFactory::createAd<T>(record));
     return ads.front();
