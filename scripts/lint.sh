@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Checks what compilers and tests do not see: form, spelling, shell scripts, QML, and C++ with
-# cppcheck and clang-tidy. With --quick only the first three, which take seconds. What a tool is not
-# to tell, and why, is in its own file: .clang-tidy, .codespellrc, .cppcheck, .qmllint.ini.
+# Checks what compilers and tests do not see: form, spelling, shell scripts, the pages about the API,
+# QML, and C++ with cppcheck and clang-tidy. With --quick only the first four, which take seconds.
+# What a tool is not to tell, and why, is in its own file: .clang-tidy, .codespellrc, .cppcheck,
+# .qmllint.ini.
 set -euo pipefail
 CDPATH='' cd "$(dirname "$0")/.."
 scripts/setup.sh
@@ -40,6 +41,7 @@ clang_tidy() {
 check clang-format format
 check codespell spelling
 check shellcheck shell_scripts
+check doxygen scripts/docs.sh
 if [ "${1:-}" != --quick ]; then
     check qmllint qml
     check cppcheck cppcheck_all

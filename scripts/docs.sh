@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Writes pages about the API to build/docs/html. Fails at any warning.
+set -euo pipefail
+CDPATH='' cd "$(dirname "$0")/.."
+scripts/setup.sh
+
+mkdir -p build/docs
+version=$(sed -n 's/^project(VexmoraSDK VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+(
+    cat docs/Doxyfile
+    echo "OUTPUT_DIRECTORY = build/docs"
+    echo "PROJECT_NUMBER = $version"
+) | doxygen -
+echo "$PWD/build/docs/html/index.html"
