@@ -25,7 +25,7 @@ std::optional<QString> installedFamily(const QString& family) {
 }
 
 // "Bold Oblique" and "BoldItalic" are the same style.
-QString comparable(QString style) {
+QString comparable(const QString& style) {
     return style.toLower()
         .remove(QLatin1Char(' '))
         .replace(QLatin1String("oblique"), QLatin1String("italic"));
