@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <array>
 #include <map>
 
@@ -80,9 +81,8 @@ class OutcomesTest : public testing::Test {
     }
 
     void tryAll(const std::vector<Case>& cases) {
-        std::vector<Host> hosts;
-        for (const Case& tried : cases)
-            hosts.push_back(tried.host);
+        std::vector<Host> hosts(cases.size());
+        std::ranges::transform(cases, hosts.begin(), &Case::host);
         const auto heard = show(hosts);
         for (std::size_t i = 0; i < cases.size(); ++i)
             keep(cases[i], heard[i]);
