@@ -18,11 +18,11 @@ namespace PropertyList = VexmoraSDK::platform::PropertyList;
 namespace {
 
 bool write(const QString& path, const Dictionary& dictionary) {
-    const Data xml = PropertyList::xml(dictionary);
-    const auto size = static_cast<qint64>(xml.size());
+    const Data list = PropertyList::binary(dictionary);
+    const auto size = static_cast<qint64>(list.size());
     QFile file(path);
     return file.open(QFile::WriteOnly) &&
-           file.write(reinterpret_cast<const char*>(xml.data()), size) == size && file.flush();
+           file.write(reinterpret_cast<const char*>(list.data()), size) == size && file.flush();
 }
 
 }  // namespace

@@ -36,8 +36,8 @@ class LibraryFolder {
 
  private:
     void write(const std::string& name, std::string key, std::string value) const {
-        const auto xml = platform::PropertyList::xml({{std::move(key), std::move(value)}});
-        std::ofstream(folder_ / name) << platform::textOf(xml);
+        const auto list = platform::PropertyList::binary({{std::move(key), std::move(value)}});
+        std::ofstream(folder_ / name) << platform::textOf(list);
     }
 
     std::filesystem::path folder_;

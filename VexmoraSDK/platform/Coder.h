@@ -19,7 +19,8 @@ class VEXMORA_EXPORT Coder {
     Coder() = default;
     /// An archive that holds these values.
     explicit Coder(Dictionary values) : values_(std::move(values)) {}
-    /// The archive that `data()` wrote; absent for bytes that are no property-list dictionary.
+    /// The archive that `data()` wrote; absent for bytes that are no property-list dictionary, and
+    /// for more than 10,000 objects.
     static std::optional<Coder> fromData(const Data& data) noexcept;
 
     void encode(std::string key, Value value) noexcept;
@@ -38,7 +39,8 @@ class VEXMORA_EXPORT Coder {
     /// An array of four numbers (red, green, blue, alpha) under `key`; absent for anything else.
     std::optional<Color> color(std::string_view key) const;
 
-    /// The archive as a property list.
+    /// The archive as a property list. It keeps every value exactly, whatever the bytes of its
+    /// texts; what is nested deeper than 512 levels is emptied.
     Data data() const noexcept;
 
  private:

@@ -13,22 +13,23 @@ namespace VexmoraSDK::platform {
 // throws `std::bad_alloc` only, on behalf of C libraries too, and at those bounds that ends the
 // process with the report of the C++ runtime. In a transfer what libcurl or the body of the answer
 // lacks is an error of the transport instead.
+//
+// The stops themselves are not: the fuzzers link some that throw in their place.
 
 /// Prints "fatal error: `message`" to standard error and aborts. Any thread.
-[[noreturn]] VEXMORA_EXPORT void fatalError(std::string_view message) noexcept;
+[[noreturn]] VEXMORA_EXPORT void fatalError(std::string_view message);
 
 /// The stop of `unwrap`: a value that must be present is not.
-[[noreturn]] VEXMORA_EXPORT void fatalNil() noexcept;
+[[noreturn]] VEXMORA_EXPORT void fatalNil();
 
 /// The stop of a forced conversion of an object to a class that it is not of.
-[[noreturn]] VEXMORA_EXPORT void fatalConversion(std::string_view from,
-                                                 std::string_view to) noexcept;
+[[noreturn]] VEXMORA_EXPORT void fatalConversion(std::string_view from, std::string_view to);
 
 /// The stop of an initialiser that a class does not support. `location` names the source as
 /// "file: line: column: ", or is empty.
 [[noreturn]] VEXMORA_EXPORT void unimplementedInitializer(std::string_view initializer,
                                                           std::string_view className,
-                                                          std::string_view location = {}) noexcept;
+                                                          std::string_view location = {});
 
 /// What an optional or a pointer holds; a fatal stop when it holds nothing.
 template <class Optional>

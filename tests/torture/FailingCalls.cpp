@@ -184,7 +184,7 @@ CAN_FAIL_WITH_ANY(CURLSHE_NOMEM, CURLSHcode, curl_share_setopt, CURLSH, CURLSHop
 
 CAN_FAIL(void(), void, plist_from_memory, (const char* bytes, uint32_t count, plist_t* root),
          (bytes, count, root))
-CAN_FAIL(void(), void, plist_to_xml, (plist_t root, char** text, uint32_t* length),
+CAN_FAIL(void(), void, plist_to_bin, (plist_t root, char** text, uint32_t* length),
          (root, text, length))
 CAN_FAIL(void(), void, plist_dict_new_iter, (plist_t node, plist_dict_iter* iterator),
          (node, iterator))

@@ -1,6 +1,8 @@
 #include "VexmoraSDK/platform/Coder.h"
 
+#include <algorithm>
 #include <array>
+#include <charconv>
 
 #include "VexmoraSDK/platform/PropertyList.h"
 
@@ -18,12 +20,104 @@ std::optional<std::array<double, 4>> fourNumbers(const Array* array) {
     return numbers;
 }
 
+// Property lists have no nulls, dates of the years around 2001 alone and texts of whole characters
+// without a zero. To keep everything, an archive writes in printable ASCII: other bytes of a text
+// become "%" and two hexadecimal digits; a null is "%n", and a date "%t" and its ticks.
+constexpr std::string_view kNull = "%n";
+constexpr std::string_view kDate = "%t";
+constexpr std::string_view kDigits = "0123456789ABCDEF";
+
+std::string archived(std::string_view text) {
+    std::string escaped;
+    for (const char c : text) {
+        if (c >= ' ' && c <= '~' && c != '%') {
+            escaped += c;
+        } else {
+            const auto byte = static_cast<unsigned char>(c);
+            escaped += {'%', kDigits[byte >> 4], kDigits[byte & 15]};
+        }
+    }
+    return escaped;
+}
+
+std::string restored(std::string_view text) {
+    std::string plain;
+    while (!text.empty()) {
+        unsigned byte = 0;
+        const char* end = text.data() + std::min<std::size_t>(text.size(), 3);
+        const bool escaped = text.size() >= 3 && text.front() == '%' &&
+                             std::from_chars(text.data() + 1, end, byte, 16).ptr == end;
+        plain += escaped ? static_cast<char>(byte) : text.front();
+        text.remove_prefix(escaped ? 3 : 1);
+    }
+    return plain;
+}
+
+Value archived(const Value& value, int levels);
+
+Dictionary archived(const Dictionary& values, int levels) {
+    Dictionary result;
+    for (const auto& [key, value] : values)
+        result.emplace(archived(key), archived(value, levels));
+    return result;
+}
+
+/// `value` in what property lists have, containers emptied that lie deeper than `levels`.
+Value archived(const Value& value, int levels) {
+    if (value.isNull()) return std::string(kNull);
+    if (const auto* text = value.as<std::string>()) return archived(*text);
+    if (const auto* date = value.as<Date>()) {
+        return std::string(kDate) + std::to_string(date->time_since_epoch().count());
+    }
+    if (const auto* array = value.as<Array>()) {
+        Array result;
+        for (const auto& element : levels > 0 ? *array : Array())
+            result.push_back(archived(element, levels - 1));
+        return result;
+    }
+    if (const auto* dictionary = value.as<Dictionary>()) {
+        return levels > 0 ? archived(*dictionary, levels - 1) : Dictionary();
+    }
+    return value;
+}
+
+Value restoredText(std::string_view text) {
+    if (text == kNull) return {};
+    if (text.starts_with(kDate)) {
+        Date::rep ticks = 0;
+        std::from_chars(text.data() + kDate.size(), text.data() + text.size(), ticks);
+        return Date(Date::duration(ticks));
+    }
+    return restored(text);
+}
+
+Dictionary restored(const Dictionary& values);
+
+Value restored(const Value& value) {
+    if (const auto* text = value.as<std::string>()) return restoredText(*text);
+    if (const auto* dictionary = value.as<Dictionary>()) return restored(*dictionary);
+    if (const auto* array = value.as<Array>()) {
+        Array result;
+        for (const auto& element : *array)
+            result.push_back(restored(element));
+        return result;
+    }
+    return value;
+}
+
+Dictionary restored(const Dictionary& values) {
+    Dictionary result;
+    for (const auto& [key, value] : values)
+        result.insert_or_assign(restored(std::string_view(key)), restored(value));
+    return result;
+}
+
 }  // namespace
 
 std::optional<Coder> Coder::fromData(const Data& data) noexcept {
-    auto values = PropertyList::dictionary(data);
+    const auto values = PropertyList::dictionary(data);
     if (!values) return std::nullopt;
-    return Coder(std::move(*values));
+    return Coder(restored(*values));
 }
 
 void Coder::encode(std::string key, Value value) noexcept {
@@ -50,7 +144,7 @@ std::optional<Color> Coder::color(std::string_view key) const {
 }
 
 Data Coder::data() const noexcept {
-    return PropertyList::xml(values_);
+    return PropertyList::binary(archived(values_, PropertyList::kMostLevels - 1));
 }
 
 }  // namespace VexmoraSDK::platform

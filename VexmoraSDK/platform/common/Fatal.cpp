@@ -19,20 +19,20 @@ namespace {
 
 }  // namespace
 
-void fatalError(std::string_view message) noexcept {
+void fatalError(std::string_view message) {
     stop({"fatal error: ", message, "\n"});
 }
 
-void fatalNil() noexcept {
+void fatalNil() {
     fatalError("unexpectedly found nil while unwrapping an Optional value");
 }
 
-void fatalConversion(std::string_view from, std::string_view to) noexcept {
+void fatalConversion(std::string_view from, std::string_view to) {
     stop({"fatal error: could not cast value of type '", from, "' to '", to, "'\n"});
 }
 
 void unimplementedInitializer(std::string_view initializer, std::string_view className,
-                              std::string_view location) noexcept {
+                              std::string_view location) {
     stop({location, "fatal error: use of unimplemented initializer '", initializer, "' for class '",
           className, "'\n"});
 }

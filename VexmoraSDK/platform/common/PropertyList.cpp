@@ -23,9 +23,32 @@ using Plist = std::unique_ptr<void, FreePlist>;
 /// Property lists count their dates from the first second of 2001.
 constexpr std::chrono::sys_days kEpoch = std::chrono::year(2001) / 1 / 1;
 
-Value valueFrom(plist_t node);
+/// libplist goes down into a list level by level, however deep, and cannot be told to stop.
+constexpr std::size_t kMostObjects = 10'000;
 
-Dictionary dictionaryFrom(plist_t node) {
+std::size_t count(std::string_view text, std::string_view part) {
+    std::size_t found = 0;
+    for (auto at = text.find(part); at != text.npos; at = text.find(part, at + part.size()))
+        ++found;
+    return found;
+}
+
+/// What bounds the levels: the objects of a binary list, which its last bytes count, and the arrays
+/// and dictionaries that another one opens.
+std::size_t objectsIn(std::string_view list) {
+    if (!list.starts_with("bplist")) return count(list, "<array") + count(list, "<dict");
+    constexpr std::size_t kTrailer = 24;
+    if (list.size() < kTrailer) return 0;
+    std::size_t objects = 0;
+    for (const char byte : list.substr(list.size() - kTrailer, sizeof objects))
+        objects = objects << 8 | static_cast<unsigned char>(byte);
+    return objects;
+}
+
+Value valueFrom(plist_t node, int levels);
+
+Dictionary dictionaryFrom(plist_t node, int levels) {
+    if (levels == 0) return {};
     Dictionary dictionary;
     plist_dict_iter iterator = nullptr;
     plist_dict_new_iter(node, &iterator);
@@ -37,11 +60,12 @@ Dictionary dictionaryFrom(plist_t node) {
         plist_dict_next_item(node, iterator, &key, &item);
         const Text keyOwner(key);
         if (!key || !item) return dictionary;
-        dictionary.insert_or_assign(key, valueFrom(item));
+        dictionary.insert_or_assign(key, valueFrom(item, levels - 1));
     }
 }
 
-Value valueFrom(plist_t node) {
+/// Of the containers in `node`, as many `levels` as this.
+Value valueFrom(plist_t node, int levels) {
     switch (plist_get_node_type(node)) {
         case PLIST_BOOLEAN: {
             std::uint8_t boolean = 0;
@@ -78,12 +102,13 @@ Value valueFrom(plist_t node) {
         }
         case PLIST_ARRAY: {
             Array array;
-            for (std::uint32_t i = 0; i < plist_array_get_size(node); ++i) {
-                array.push_back(valueFrom(plist_array_get_item(node, i)));
+            const auto size = levels > 0 ? plist_array_get_size(node) : 0;
+            for (std::uint32_t i = 0; i < size; ++i) {
+                array.push_back(valueFrom(plist_array_get_item(node, i), levels - 1));
             }
             return array;
         }
-        case PLIST_DICT: return dictionaryFrom(node);
+        case PLIST_DICT: return dictionaryFrom(node, levels);
         default: return {};
     }
 }
@@ -138,12 +163,13 @@ struct NodeMaker {
 }  // namespace
 
 std::optional<Dictionary> dictionary(const Data& data) {
+    if (objectsIn(textOf(data)) > kMostObjects) return std::nullopt;
     plist_t root = nullptr;
     plist_from_memory(reinterpret_cast<const char*>(data.data()),
                       static_cast<std::uint32_t>(data.size()), &root);
     const Plist owner(root);
     if (!root || plist_get_node_type(root) != PLIST_DICT) return std::nullopt;
-    return dictionaryFrom(root);
+    return dictionaryFrom(root, kMostLevels);
 }
 
 std::optional<Dictionary> dictionaryWithContentsOfFile(const std::filesystem::path& file) {
@@ -155,14 +181,14 @@ std::optional<Dictionary> dictionaryWithContentsOfFile(const std::filesystem::pa
     return dictionary(dataOf(bytes.view()));
 }
 
-Data xml(const Dictionary& dictionary) {
+Data binary(const Dictionary& dictionary) {
     const Plist root(NodeMaker()(dictionary));
-    char* text = nullptr;
+    char* bytes = nullptr;
     std::uint32_t length = 0;
-    plist_to_xml(root.get(), &text, &length);
-    if (!text) throw std::bad_alloc();
-    const Text owner(text);
-    return dataOf({text, length});
+    plist_to_bin(root.get(), &bytes, &length);
+    if (!bytes) throw std::bad_alloc();
+    const Text owner(bytes);
+    return dataOf({bytes, length});
 }
 
 }  // namespace VexmoraSDK::platform::PropertyList

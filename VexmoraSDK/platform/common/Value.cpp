@@ -1,6 +1,7 @@
 #include "VexmoraSDK/platform/Value.h"
 
 #include <array>
+#include <cmath>
 #include <limits>
 
 namespace VexmoraSDK::platform {
@@ -12,6 +13,8 @@ std::int64_t truncated(double number) {
     constexpr double kEnd = 9223372036854775808.0;
     if (number >= kEnd) return Limits::max();
     if (number < -kEnd) return Limits::min();
+    // What JSON readers make of 0e999.
+    if (std::isnan(number)) return 0;
     return static_cast<std::int64_t>(number);
 }
 

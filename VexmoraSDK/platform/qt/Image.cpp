@@ -44,6 +44,14 @@ class Bytes : public QIODevice {
     bool gaveNothing_ = false;
 };
 
+// Memory is taken for the screen of a GIF, and its reader tells of the first picture on it.
+bool isScreenTooLarge(const Data& gif) {
+    const auto number = [&](std::size_t at) {
+        return std::to_integer<qint64>(gif[at]) + 256 * std::to_integer<qint64>(gif[at + 1]);
+    };
+    return gif.size() >= 10 && number(6) * number(8) > kMaxPixels;
+}
+
 bool hasAcceptedSize(const QImageReader& reader) {
     const QSize size = reader.size();
     // A BMP that is stored from the top has a negative height.
@@ -60,6 +68,7 @@ QImage read(const Data& data) {
         reader.setAutoTransform(true);
         if (!reader.canRead()) continue;
         if (!hasAcceptedSize(reader)) return QImage();
+        if (format == "gif" && isScreenTooLarge(data)) return QImage();
         bytes.forgetReads();
         auto image = reader.read();
         // BMP is read row by row. The others are read in chunks, and the last chunk of a whole

@@ -53,10 +53,10 @@ class LocalAds {
     }
 
     static void write(const std::filesystem::path& path, std::string key, std::string value) {
-        const auto xml = platform::PropertyList::xml({{std::move(key), std::move(value)}});
+        const auto list = platform::PropertyList::binary({{std::move(key), std::move(value)}});
         QFile file(QFile::decodeName(path.c_str()));
         EXPECT_TRUE(file.open(QFile::WriteOnly));
-        file.write(reinterpret_cast<const char*>(xml.data()), static_cast<qint64>(xml.size()));
+        file.write(reinterpret_cast<const char*>(list.data()), static_cast<qint64>(list.size()));
     }
 
     std::filesystem::path path(const std::string& name) const {

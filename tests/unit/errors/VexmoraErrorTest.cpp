@@ -37,7 +37,9 @@ TEST(VexmoraErrorTest, KeepsAllItHoldsThroughAnArchive) {
         {"seconds", 0.1},
         {"retry", true},
         {"bytes", platform::Data{std::byte{0}, std::byte{255}}},
-        {"when", platform::Date(std::chrono::seconds(1'700'000'000))},
+        {"when", platform::Date(platform::Date::duration(-1))},
+        {"nothing", platform::Value()},
+        {std::string("a \0 key", 7), std::string("%n \x01\r\0\xff", 7)},
         {"causes", Array{std::string("a"), Dictionary{{"b", std::int64_t{1}}}}},
     };
     const VexmoraError error(VexmoraErrorCodes::RequestError, everything);

@@ -33,7 +33,21 @@ TEST(PropertyListTest, LeavesNullsOutOfWhatItWrites) {
     const Dictionary holed = {
         {"a", Value()}, {"b", Array{Value(), std::int64_t{1}}}, {"c", Dictionary{{"d", Value()}}}};
     const Dictionary whole = {{"b", Array{std::int64_t{1}}}, {"c", Dictionary()}};
-    EXPECT_EQ(PropertyList::dictionary(PropertyList::xml(holed)), whole);
+    EXPECT_EQ(PropertyList::dictionary(PropertyList::binary(holed)), whole);
+}
+
+TEST(PropertyListTest, BoundsWhatItGoesDownInto) {
+    const auto nested = [](std::size_t levels) {
+        std::string list = "<plist><dict><key>a</key>";
+        for (std::size_t i = 0; i < levels; ++i)
+            list += "<array>";
+        for (std::size_t i = 0; i < levels; ++i)
+            list += "</array>";
+        return PropertyList::dictionary(dataOf(list + "</dict></plist>"));
+    };
+    EXPECT_EQ(nested(PropertyList::kMostLevels - 1), nested(9'000));
+    EXPECT_NE(nested(PropertyList::kMostLevels - 1), nested(PropertyList::kMostLevels - 2));
+    EXPECT_FALSE(nested(10'000));
 }
 
 }  // namespace

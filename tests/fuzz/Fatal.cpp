@@ -1,0 +1,24 @@
+// Fatal stops that the fuzzers outlive, linked in the place of the platform's own.
+#include "VexmoraSDK/platform/Fatal.h"
+
+#include "tests/fuzz/Fuzzing.h"
+
+namespace VexmoraSDK::platform {
+
+void fatalError(std::string_view) {
+    throw FatalStop();
+}
+
+void fatalNil() {
+    throw FatalStop();
+}
+
+void fatalConversion(std::string_view, std::string_view) {
+    throw FatalStop();
+}
+
+void unimplementedInitializer(std::string_view, std::string_view, std::string_view) {
+    throw FatalStop();
+}
+
+}  // namespace VexmoraSDK::platform
