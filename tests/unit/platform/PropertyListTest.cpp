@@ -45,8 +45,8 @@ TEST(PropertyListTest, BoundsWhatItGoesDownInto) {
             list += "</array>";
         return PropertyList::dictionary(dataOf(list + "</dict></plist>"));
     };
-    EXPECT_EQ(nested(PropertyList::kMostLevels - 1), nested(9'000));
-    EXPECT_NE(nested(PropertyList::kMostLevels - 1), nested(PropertyList::kMostLevels - 2));
+    EXPECT_EQ(nested(PropertyList::kMostLevels), nested(9'000));
+    EXPECT_NE(nested(PropertyList::kMostLevels), nested(PropertyList::kMostLevels - 1));
     EXPECT_FALSE(nested(10'000));
 }
 
