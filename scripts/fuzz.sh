@@ -21,6 +21,7 @@ mkdir -p build/fuzz/logs
 rm -rf build/fuzz/findings
 
 # First the whole corpus is replayed, which holds what was found earlier.
+# shellcheck disable=SC2317  # xargs calls it
 fuzz() {
     local target=$1
     local seeds=tests/fuzz/corpus/$target dictionary=tests/fuzz/dictionaries/$target.dict
