@@ -2,6 +2,9 @@
 
 #include <functional>
 #include <memory>
+#include <new>
+
+#include "VexmoraSDK/platform/Fatal.h"
 
 #include "VexmoraSDK/Export.h"
 
@@ -40,7 +43,11 @@ class VEXMORA_EXPORT MainQueue {
 template <class T, class... Arguments>
 std::shared_ptr<T> makeSharedOnMain(Arguments&&... arguments) {
     return std::shared_ptr<T>(new T(std::forward<Arguments>(arguments)...), [](T* object) noexcept {
-        MainQueue::release(std::shared_ptr<T>(object));
+        try {
+            MainQueue::release(std::shared_ptr<T>(object));
+        } catch (const std::bad_alloc&) {
+            fatalNoMemory();
+        }
     });
 }
 

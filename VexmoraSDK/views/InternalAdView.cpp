@@ -1,12 +1,16 @@
 #include "VexmoraSDK/views/InternalAdView.h"
 
+#include <new>
+
 #include "VexmoraSDK/platform/Fatal.h"
 
 namespace VexmoraSDK {
 
-void InternalAdView::setContainerId(std::optional<std::string> containerId) noexcept {
+void InternalAdView::setContainerId(std::optional<std::string> containerId) noexcept try {
     containerId_ = std::move(containerId);
     containerSetCallback();
+} catch (const std::bad_alloc&) {
+    platform::fatalNoMemory();
 }
 
 void InternalAdView::setDelegate(std::shared_ptr<VexmoraDelegate> delegate) noexcept {

@@ -1,5 +1,7 @@
 #include "VexmoraSDK/views/VexmoraViewFactory.h"
 
+#include <new>
+
 #include "VexmoraSDK/platform/Bundle.h"
 #include "VexmoraSDK/platform/Fatal.h"
 #include "VexmoraSDK/platform/Nib.h"
@@ -53,7 +55,7 @@ std::shared_ptr<VexmoraView> makeView(const std::string& containerId,
 
 std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& containerId,
                                                             std::string_view adSize,
-                                                            Delegate delegate) noexcept {
+                                                            Delegate delegate) noexcept try {
     const auto adTypes = adTypesBySize().find(adSize);
     if (adTypes == adTypesBySize().end() || adTypes->second.empty()) return nullptr;
     const auto viewType = adViewBySize().find(adSize);
@@ -67,11 +69,13 @@ std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& c
             return makeView<VexmoraBannerView>(containerId, adTypes->second, std::move(delegate));
         default: return nullptr;
     }
+} catch (const std::bad_alloc&) {
+    platform::fatalNoMemory();
 }
 
 std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& containerId,
                                                             VexmoraViewType viewType,
-                                                            Delegate delegate) noexcept {
+                                                            Delegate delegate) noexcept try {
     switch (viewType) {
         case VexmoraViewType::interstitial:
             return makeView<VexmoraInterstitialView>(
@@ -83,11 +87,13 @@ std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& c
             return makeView<VexmoraBannerView>(containerId, VexmoraBannerView::allowedAdTypes(),
                                                std::move(delegate));
     }
+} catch (const std::bad_alloc&) {
+    platform::fatalNoMemory();
 }
 
 std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& containerId,
                                                             VexmoraAdType adType,
-                                                            Delegate delegate) noexcept {
+                                                            Delegate delegate) noexcept try {
     switch (adType) {
         case VexmoraAdType::native:
             return makeView<VexmoraNativeView>(containerId, {adType}, std::move(delegate));
@@ -105,6 +111,8 @@ std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& c
                                VexmoraError(VexmoraErrorCodes::InvalidAdTypeError, std::nullopt));
     }
     return nullptr;
+} catch (const std::bad_alloc&) {
+    platform::fatalNoMemory();
 }
 
 std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& containerId,

@@ -2,9 +2,11 @@
 
 #include <deque>
 #include <mutex>
+#include <new>
 #include <optional>
 #include <thread>
 
+#include "VexmoraSDK/platform/Fatal.h"
 #include "tests/fake_platform/FakeMainQueue.h"
 
 namespace VexmoraSDK::platform {
@@ -73,12 +75,14 @@ void FakeMainQueue::stop() {
     restart(std::nullopt);
 }
 
-void FakeMainQueue::drain() noexcept {
+void FakeMainQueue::drain() noexcept try {
     while (const auto block = nextBlock()) {
         runningBlock = true;
         (*block)();
         runningBlock = false;
     }
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
 }
 
 }  // namespace VexmoraSDK::platform

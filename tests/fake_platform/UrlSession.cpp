@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <mutex>
+#include <new>
 #include <stdexcept>
 #include <thread>
 
+#include "VexmoraSDK/platform/Fatal.h"
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "tests/fake_platform/FakeUrlSession.h"
 
@@ -55,8 +57,12 @@ std::shared_ptr<Transfer> takeOpen(std::string_view url) {
 void deliver(std::shared_ptr<Transfer> transfer, std::optional<Data> body,
              std::optional<UrlResponse> response, std::optional<Error> error) {
     std::thread([&, transfer = std::move(transfer)]() mutable noexcept {
-        transfer->completion(std::move(body), response, std::move(error));
-        transfer.reset();
+        try {
+            transfer->completion(std::move(body), response, std::move(error));
+            transfer.reset();
+        } catch (const std::bad_alloc&) {
+            fatalNoMemory();
+        }
     }).join();
 }
 

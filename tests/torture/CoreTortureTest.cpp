@@ -80,7 +80,7 @@ TEST_P(CoreTortureTest, ShowsItsAdOrStopsWhenACallFails) {
     Torture::run(GetParam().name, [this](const auto& begin) { return showAnAd(begin); },
                  {{outcome + "restored", ".*"},
                   {outcome + "unreadable", "plist_from_memory"},
-                  {Torture::kNoMemory, "operator new|plist_(new|to|dict)_.*"},
+                  {"fatal error: out of memory", "operator new|plist_(new|to|dict)_.*"},
                   {"fatal error: unexpectedly found nil while unwrapping an Optional value",
                    "operator new|stat|fopen64|read|plist_from_memory"},
                   {"fatal error: could not load the interface file '.*'",

@@ -119,7 +119,7 @@ TEST(SessionTortureTest, CompletesEachTaskOnceOrStopsWhenACallFails) {
                  {{"answered, answered", ".*"},
                   {"failed, answered|answered, failed", ".*"},
                   {"failed, failed", "curl_global_init"},
-                  {Torture::kNoMemory, "operator new"},
+                  {"fatal error: out of memory", "operator new"},
                   {"fatal error: no thread to be had", "pthread_create"}});
 }
 

@@ -21,10 +21,6 @@ class Torture {
         std::string calls;
     };
 
-    /// How a process ends that lacks memory: by the report of the C++ runtime.
-    static constexpr char kNoMemory[] =
-        "terminate called after throwing an instance of 'std::bad_alloc'";
-
     /// Prints a row of how many calls failed and how the scenario then ended.
     static void run(const std::string& name, const Scenario& scenario,
                     const std::vector<Allowed>& allowed);

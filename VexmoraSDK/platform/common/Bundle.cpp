@@ -1,10 +1,12 @@
 #include "VexmoraSDK/platform/Bundle.h"
 
 #include <dlfcn.h>
+#include <new>
 
 #include <mutex>
 #include <utility>
 
+#include "VexmoraSDK/platform/Fatal.h"
 #include "VexmoraSDK/platform/PropertyList.h"
 
 namespace VexmoraSDK::platform {
@@ -65,9 +67,11 @@ Bundle::Bundle(fs::path folder) : folder_(std::move(folder)) {
     info_ = PropertyList::dictionaryWithContentsOfFile(folder_ / kInfoFile).value_or(Dictionary());
 }
 
-const Bundle& Bundle::library() noexcept {
+const Bundle& Bundle::library() noexcept try {
     static const auto& bundle = *new Bundle(libraryFolder());
     return bundle;
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
 }
 
 void Bundle::setLibraryFolder(fs::path folder) noexcept {
@@ -76,11 +80,13 @@ void Bundle::setLibraryFolder(fs::path folder) noexcept {
     host.folder = std::move(folder);
 }
 
-fs::path Bundle::shippedLibraryFolder() noexcept {
+fs::path Bundle::shippedLibraryFolder() noexcept try {
     for (const auto& start : {folderOfThisCode(), folderOfTheExecutable()}) {
         if (auto found = sharedFolderNear(start)) return *found;
     }
     return {};
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
 }
 
 const Value* Bundle::objectForInfoDictionaryKey(std::string_view key) const {

@@ -2,8 +2,13 @@
 
 #include <algorithm>
 #include <array>
+<<<<<<< HEAD
 #include <charconv>
+=======
+#include <new>
+>>>>>>> parent of c4515c1 (Let the C++ runtime report a lack of memory: noexcept says it all)
 
+#include "VexmoraSDK/platform/Fatal.h"
 #include "VexmoraSDK/platform/PropertyList.h"
 
 namespace VexmoraSDK::platform {
@@ -114,14 +119,25 @@ Dictionary restored(const Dictionary& values) {
 
 }  // namespace
 
+<<<<<<< HEAD
 std::optional<Coder> Coder::fromData(const Data& data) noexcept {
     const auto values = PropertyList::dictionary(data);
     if (!values) return std::nullopt;
     return Coder(restored(*values));
+=======
+std::optional<Coder> Coder::fromData(const Data& data) noexcept try {
+    auto values = PropertyList::dictionary(data);
+    if (!values) return std::nullopt;
+    return Coder(std::move(*values));
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
+>>>>>>> parent of c4515c1 (Let the C++ runtime report a lack of memory: noexcept says it all)
 }
 
-void Coder::encode(std::string key, Value value) noexcept {
+void Coder::encode(std::string key, Value value) noexcept try {
     values_.insert_or_assign(std::move(key), std::move(value));
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
 }
 
 std::optional<double> Coder::number(std::string_view key) const {
@@ -143,8 +159,15 @@ std::optional<Color> Coder::color(std::string_view key) const {
     return Color{red, green, blue, alpha};
 }
 
+<<<<<<< HEAD
 Data Coder::data() const noexcept {
     return PropertyList::binary(archived(values_, PropertyList::kMostLevels - 1));
+=======
+Data Coder::data() const noexcept try {
+    return PropertyList::xml(values_);
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
+>>>>>>> parent of c4515c1 (Let the C++ runtime report a lack of memory: noexcept says it all)
 }
 
 }  // namespace VexmoraSDK::platform

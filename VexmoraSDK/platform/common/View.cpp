@@ -1,6 +1,9 @@
 #include "VexmoraSDK/platform/View.h"
 
 #include <algorithm>
+#include <new>
+
+#include "VexmoraSDK/platform/Fatal.h"
 
 namespace VexmoraSDK::platform {
 
@@ -49,10 +52,12 @@ void View::setCornerRadius(double radius) noexcept {
     setNeedsDisplay();
 }
 
-std::vector<std::shared_ptr<View>> View::subviewsInPaintOrder() const noexcept {
+std::vector<std::shared_ptr<View>> View::subviewsInPaintOrder() const noexcept try {
     auto ordered = subviews_;
     std::ranges::stable_sort(ordered, {}, [](const auto& view) { return view->zPosition_; });
     return ordered;
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
 }
 
 void View::setZPosition(double position) noexcept {
@@ -65,10 +70,12 @@ void View::setSafeAreaInsets(EdgeInsets insets) noexcept {
     placePinnedSubviews();
 }
 
-void View::placePinnedSubviews() noexcept {
+void View::placePinnedSubviews() noexcept try {
     const auto pinned = subviews_;
     for (const auto& subview : pinned)
         subview->placeByPins(*this);
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
 }
 
 void View::placeByPins(const View& superview) {
@@ -98,13 +105,15 @@ std::shared_ptr<Window> View::window() const {
 
 // A reference of its own: the host may let go of the view meanwhile.
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
-void View::addSubview(std::shared_ptr<View> view) noexcept {
+void View::addSubview(std::shared_ptr<View> view) noexcept try {
     view->removeFromSuperview();
     subviews_.push_back(view);
     view->superview_ = shared<View>();
     view->placeByPins(*this);
     didAddSubview(*view);
     setNeedsDisplay();
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
 }
 
 void View::removeFromSuperview() noexcept {
@@ -122,12 +131,16 @@ Size View::sizeThatFits(Size) {
     return frame_.size;
 }
 
-void View::sizeToFit() noexcept {
+void View::sizeToFit() noexcept try {
     setFrame({frame_.origin, sizeThatFits(frame_.size)});
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
 }
 
-void View::addGestureRecognizer(std::shared_ptr<TapGestureRecognizer> recognizer) noexcept {
+void View::addGestureRecognizer(std::shared_ptr<TapGestureRecognizer> recognizer) noexcept try {
     gestureRecognizers_.push_back(std::move(recognizer));
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
 }
 
 std::shared_ptr<View> View::hitTest(Point point) noexcept {
@@ -145,7 +158,7 @@ bool View::isTouchedAt(Point point) const {
            point.y < frame_.size.height;
 }
 
-bool View::tap(Point point) noexcept {
+bool View::tap(Point point) noexcept try {
     for (auto view = hitTest(point); view; view = view->superview()) {
         if (view->gestureRecognizers_.empty()) continue;
         const auto recognizer = view->gestureRecognizers_.back();
@@ -153,12 +166,16 @@ bool View::tap(Point point) noexcept {
         return true;
     }
     return false;
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
 }
 
-void View::setNeedsDisplay() noexcept {
+void View::setNeedsDisplay() noexcept try {
     // A copy: the presenter may take its callback back from inside.
     if (const auto callback = displayCallback_) callback();
     if (const auto parent = superview()) parent->setNeedsDisplay();
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
 }
 
 }  // namespace VexmoraSDK::platform

@@ -3,8 +3,11 @@
 #include <pthread.h>
 
 #include <csignal>
+#include <new>
 #include <system_error>
 #include <utility>
+
+#include "VexmoraSDK/platform/Fatal.h"
 
 namespace VexmoraSDK::platform {
 
@@ -18,7 +21,13 @@ std::thread startWorkerThread(const std::string& name, std::function<void()> wor
     pthread_sigmask(SIG_SETMASK, &blocked, &before);
     std::thread thread;
     try {
-        thread = std::thread([work = std::move(work)]() noexcept { work(); });
+        thread = std::thread([work = std::move(work)]() noexcept {
+            try {
+                work();
+            } catch (const std::bad_alloc&) {
+                fatalNoMemory();
+            }
+        });
         pthread_setname_np(thread.native_handle(), name.c_str());
     } catch (const std::system_error&) {
         // `thread` stays as it is.

@@ -12,6 +12,8 @@
 #include <mutex>
 #include <new>
 
+#include "VexmoraSDK/platform/Fatal.h"
+
 namespace VexmoraSDK::platform {
 namespace {
 
@@ -39,7 +41,7 @@ State& state() {
 
 thread_local bool runningBlock = false;
 
-void runNextBlock() noexcept {
+void runNextBlock() noexcept try {
     std::unique_lock lock(state().mutex);
     if (state().processEnds) return;
     Block block = std::move(state().blocks.front());
@@ -54,6 +56,8 @@ void runNextBlock() noexcept {
     lock.lock();
     --state().running;
     state().ranBlock.notify_all();
+} catch (const std::bad_alloc&) {
+    fatalNoMemory();
 }
 
 void processEnds() {
@@ -120,7 +124,7 @@ void MainQueue::endWithProcess() {
     // Exit handlers run in the reverse order of their registration, destructors of what functions
     // have built for good among them.
     if (qGuiApp) layOutText();
-    if (std::atexit(processEnds) != 0) throw std::bad_alloc();
+    if (std::atexit(processEnds) != 0) fatalNoMemory();
 }
 
 bool MainQueue::isMainThread() const {
