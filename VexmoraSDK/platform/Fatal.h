@@ -10,17 +10,11 @@ namespace VexmoraSDK::platform {
 
 // No exception leaves the library. What hosts call to have work done, the blocks of the main queue,
 // the tops of threads, deleters and callbacks of C libraries are `noexcept`. Of itself the library
-<<<<<<< HEAD
-// throws `std::bad_alloc` only, on behalf of C libraries too, and at those bounds that ends the
-// process with the report of the C++ runtime. In a transfer what libcurl or the body of the answer
-// lacks is an error of the transport instead.
-//
-// The stops themselves are not: the fuzzers link some that throw in their place.
-=======
 // throws `std::bad_alloc` only, on behalf of C libraries too, and at those bounds that is a fatal
-// stop, "out of memory". In a transfer what libcurl or the body of the answer lacks is an error of
-// the transport instead.
->>>>>>> parent of c4515c1 (Let the C++ runtime report a lack of memory: noexcept says it all)
+// stop, "out of memory"; the report of a bare `noexcept` would not say so. In a transfer what
+// libcurl or the body of the answer lacks is an error of the transport instead.
+//
+// The stops themselves are not `noexcept`: the fuzzers link some that throw in their place.
 
 /// Prints "fatal error: `message`" to standard error and aborts. Any thread.
 [[noreturn]] VEXMORA_EXPORT void fatalError(std::string_view message);

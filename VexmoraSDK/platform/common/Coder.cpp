@@ -2,11 +2,8 @@
 
 #include <algorithm>
 #include <array>
-<<<<<<< HEAD
 #include <charconv>
-=======
 #include <new>
->>>>>>> parent of c4515c1 (Let the C++ runtime report a lack of memory: noexcept says it all)
 
 #include "VexmoraSDK/platform/Fatal.h"
 #include "VexmoraSDK/platform/PropertyList.h"
@@ -119,19 +116,12 @@ Dictionary restored(const Dictionary& values) {
 
 }  // namespace
 
-<<<<<<< HEAD
-std::optional<Coder> Coder::fromData(const Data& data) noexcept {
+std::optional<Coder> Coder::fromData(const Data& data) noexcept try {
     const auto values = PropertyList::dictionary(data);
     if (!values) return std::nullopt;
     return Coder(restored(*values));
-=======
-std::optional<Coder> Coder::fromData(const Data& data) noexcept try {
-    auto values = PropertyList::dictionary(data);
-    if (!values) return std::nullopt;
-    return Coder(std::move(*values));
 } catch (const std::bad_alloc&) {
     fatalNoMemory();
->>>>>>> parent of c4515c1 (Let the C++ runtime report a lack of memory: noexcept says it all)
 }
 
 void Coder::encode(std::string key, Value value) noexcept try {
@@ -159,15 +149,10 @@ std::optional<Color> Coder::color(std::string_view key) const {
     return Color{red, green, blue, alpha};
 }
 
-<<<<<<< HEAD
-Data Coder::data() const noexcept {
-    return PropertyList::binary(archived(values_, PropertyList::kMostLevels - 1));
-=======
 Data Coder::data() const noexcept try {
-    return PropertyList::xml(values_);
+    return PropertyList::binary(archived(values_, PropertyList::kMostLevels - 1));
 } catch (const std::bad_alloc&) {
     fatalNoMemory();
->>>>>>> parent of c4515c1 (Let the C++ runtime report a lack of memory: noexcept says it all)
 }
 
 }  // namespace VexmoraSDK::platform

@@ -27,15 +27,11 @@ void fatalNil() {
     fatalError("unexpectedly found nil while unwrapping an Optional value");
 }
 
-<<<<<<< HEAD
-void fatalConversion(std::string_view from, std::string_view to) {
-=======
 void fatalNoMemory() noexcept {
     fatalError("out of memory");
 }
 
-void fatalConversion(std::string_view from, std::string_view to) noexcept {
->>>>>>> parent of c4515c1 (Let the C++ runtime report a lack of memory: noexcept says it all)
+void fatalConversion(std::string_view from, std::string_view to) {
     stop({"fatal error: could not cast value of type '", from, "' to '", to, "'\n"});
 }
 
