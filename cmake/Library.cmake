@@ -15,7 +15,7 @@ function(vexmora_library name)
 
     get_target_property(type ${name} TYPE)
     set(libraries ${name})
-    if(VEXMORA_INSTALL AND type STREQUAL SHARED_LIBRARY)
+    if(VEXMORA_INSTALL AND VEXMORA_ARCHIVES AND type STREQUAL SHARED_LIBRARY)
         add_library(${name}Static STATIC $<TARGET_OBJECTS:${name}>)
         set_target_properties(${name}Static PROPERTIES
             OUTPUT_NAME ${name} LINKER_LANGUAGE CXX AUTOMOC OFF)

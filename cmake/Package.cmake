@@ -28,3 +28,38 @@ add_pkg_config(vexmora-sdk VexmoraSDK
     PRIVATE_LIBRARIES -lboost_json -lboost_url -pthread -ldl)
 add_pkg_config(vexmora-sdk-quick VexmoraSDKQuick REQUIRES vexmora-sdk Qt6Quick Qt6Qml)
 add_pkg_config(vexmora-sdk-widgets VexmoraSDKWidgets REQUIRES vexmora-sdk Qt6Widgets)
+
+# Debian packages; scripts/package.sh makes them.
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_COMPONENTS_ALL runtime development qml)
+set(CPACK_PACKAGE_CONTACT "VexmoraSDK maintainers" CACHE STRING "Maintainer of the packages")
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+
+set(runtimePackage libvexmorasdk${PROJECT_VERSION_MAJOR})
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${runtimePackage})
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "${PROJECT_DESCRIPTION}: the shared libraries")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS
+    "ca-certificates, fonts-liberation, qt6-image-formats-plugins, xdg-utils")
+
+set(CPACK_DEBIAN_QML_PACKAGE_NAME qml6-module-vexmorasdk)
+set(CPACK_DEBIAN_QML_PACKAGE_SECTION libs)
+set(CPACK_COMPONENT_QML_DESCRIPTION "${PROJECT_DESCRIPTION}: the QML module")
+set(CPACK_DEBIAN_QML_PACKAGE_DEPENDS
+    "${runtimePackage} (= ${PROJECT_VERSION}), qml6-module-qtquick")
+
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libvexmorasdk-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "${PROJECT_DESCRIPTION}: headers, archives and a mock ad server")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
+    "${runtimePackage} (= ${PROJECT_VERSION})"
+    libboost-json1.81-dev libboost-url1.81-dev "libcurl4-openssl-dev | libcurl4-dev" libplist-dev
+    qt6-base-dev qt6-declarative-dev)
+list(JOIN CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", " CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS)
+include(CPack)
