@@ -9,6 +9,7 @@ install(
     FILES
         ${PROJECT_BINARY_DIR}/VexmoraSDKConfig.cmake
         ${PROJECT_BINARY_DIR}/VexmoraSDKConfigVersion.cmake
+        cmake/VexmoraSDKEmbedResources.cmake
     DESTINATION ${VEXMORA_CMAKE_DIR} COMPONENT development)
 
 set(pkgConfigDir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -54,6 +54,7 @@ check_apps() {
     quietly cmake -G Ninja -S "$here" -B "$apps" -DCMAKE_PREFIX_PATH="$prefix" -DKIND="$kind"
     quietly cmake --build "$apps"
     quietly timeout 60 "$apps/quick"
+    quietly env XDG_DATA_HOME="$work/data" timeout 60 "$apps/embedded"
     quietly timeout 60 "$apps/widgets"
     quietly timeout 60 "$apps/qml" "$here/qml/Main.qml"
     if [ "$kind" = shared ]; then
@@ -76,6 +77,29 @@ check_missing_qt() {
         fail "not said to be missing: Qt Quick; but: $(cat "$work/log")"
 }
 
+# The recipes can be read, and tell the version of the project.
+check_recipes() {
+    local recipes=$here/../../packaging version
+    version=$(sed -nE 's/^project\(VexmoraSDK VERSION ([0-9.]+).*/\1/p' "$here/../../CMakeLists.txt")
+    quietly python3 -c 'import json, sys; assert json.load(open(sys.argv[1]))["version"] == sys.argv[2]' \
+        "$recipes/vcpkg/vexmora-sdk/vcpkg.json" "$version"
+    quietly env PYTHONPYCACHEPREFIX="$work" python3 -m py_compile "$recipes/conan/conanfile.py"
+    # What vcpkg defines for a port, as far as this one goes.
+    cat >"$work/port.cmake" <<'END'
+cmake_minimum_required(VERSION 3.25)
+foreach(command find_acquire_program cmake_configure cmake_install cmake_config_fixup fixup_pkgconfig)
+    function(vcpkg_${command})
+        if("SOURCE_PATH" IN_LIST ARGN AND NOT EXISTS "${SOURCE_PATH}/VexmoraSDK/VexmoraSDK.h")
+            message(FATAL_ERROR "not a checkout: ${SOURCE_PATH}")
+        endif()
+    endfunction()
+endforeach()
+include(${PORT})
+END
+    quietly cmake -DCURRENT_PACKAGES_DIR="$work/vcpkg" \
+        -DPORT="$recipes/vcpkg/vexmora-sdk/portfile.cmake" -P "$work/port.cmake"
+}
+
 # The classes with members that are exported, and the functions outside of classes.
 exported_symbols() {
     local library
@@ -88,6 +112,7 @@ exported_symbols() {
     done
 }
 
+check_recipes
 quietly cmake --install "$build" --prefix "$work/first"
 mkdir "$work/elsewhere"
 mv "$work/first" "$work/elsewhere/installed"
@@ -97,6 +122,8 @@ libraries=$(dirname "$(find "$prefix" -name libVexmoraSDK.so)")
 exported_symbols "$libraries" | diff -u "$here/exported-symbols.txt" - ||
     fail "other symbols are exported than exported-symbols.txt lists"
 check_missing_qt "$prefix"
+quietly cmake -G Ninja -S "$here/../../examples/01-banner-cpp" -B "$work/example" -DCMAKE_PREFIX_PATH="$prefix"
+quietly cmake --build "$work/example"
 serve_from "$prefix"
 check_apps shared "$prefix" "$(dirname "$(find "$prefix" -name qmldir -printf '%h\n')")"
 check_apps static "$prefix" ""
