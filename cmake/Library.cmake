@@ -31,7 +31,8 @@ function(vexmora_library name)
         target_link_libraries(${library} PUBLIC ${uses} ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
         target_compile_features(${library} PUBLIC cxx_std_20)
         target_include_directories(${library} PUBLIC
-            $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+            $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+            $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
         target_sources(${library} PUBLIC
             FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${arg_HEADERS})
         set_target_properties(${library} PROPERTIES

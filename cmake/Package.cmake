@@ -57,10 +57,11 @@ set(CPACK_DEBIAN_QML_PACKAGE_DEPENDS
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libvexmorasdk-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "${PROJECT_DESCRIPTION}: headers, archives and a mock ad server")
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
+    "${PROJECT_DESCRIPTION}: headers, archives and a mock ad server")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
     "${runtimePackage} (= ${PROJECT_VERSION})"
     libboost-json1.81-dev libboost-url1.81-dev "libcurl4-openssl-dev | libcurl4-dev" libplist-dev
-    qt6-base-dev qt6-declarative-dev)
+    qt6-base-dev qt6-declarative-dev zlib1g-dev)
 list(JOIN CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", " CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS)
 include(CPack)

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes the Debian packages, into BUILD_FOLDER/packages. Without a folder of a build, in an optimised
-# build of their own.
+# Makes the Debian packages, into BUILD_FOLDER/packages; without a folder of a build, in an
+# optimised build of their own.
 # usage: package.sh [BUILD_FOLDER]
 set -euo pipefail
 CDPATH='' cd "$(dirname "$0")/.."

@@ -24,7 +24,7 @@ class VexmoraSdk(ConanFile):
         "qt/*:qtdeclarative": True,
         "qt/*:qtshadertools": True,
     }
-    requires = "boost/[>=1.81]", "libcurl/[>=7.87]", "qt/[>=6.4]"
+    requires = "boost/[>=1.81]", "libcurl/[>=7.87]", "qt/[>=6.4]", "zlib/[>=1.2]"
 
     def set_version(self):
         project = load(self, os.path.join(self.recipe_folder, "..", "..", "CMakeLists.txt"))

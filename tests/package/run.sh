@@ -4,6 +4,7 @@
 # usage: run.sh BUILD_FOLDER [PACKAGES_FOLDER]
 set -euo pipefail
 here=$(CDPATH='' cd "$(dirname "$0")" && pwd)
+root=$(dirname "$(dirname "$here")")
 build=$(realpath "$1")
 packages=${2:+$(realpath "$2")}
 
@@ -77,17 +78,32 @@ check_missing_qt() {
         fail "not said to be missing: Qt Quick; but: $(cat "$work/log")"
 }
 
+# The library in the tree of an app, with an ad server of its own. It is not built, since that would
+# compile the library once more.
+check_source() {
+    local template='https://ads.example/?a=%@&b=<%@>;c'
+    quietly cmake -G Ninja -S "$here" -B "$work/source" -DKIND=source \
+        -DVEXMORA_REQUEST_URL_FORMAT="$template"
+    quietly python3 -c '
+import plistlib, sys
+assert plistlib.load(open(sys.argv[1], "rb")) == {"requestUrlFormat": sys.argv[2]}
+' "$work/source/share/VexmoraSDK/VexmoraSettings.plist" "$template"
+}
+
 # The recipes can be read, and tell the version of the project.
 check_recipes() {
-    local recipes=$here/../../packaging version
-    version=$(sed -nE 's/^project\(VexmoraSDK VERSION ([0-9.]+).*/\1/p' "$here/../../CMakeLists.txt")
-    quietly python3 -c 'import json, sys; assert json.load(open(sys.argv[1]))["version"] == sys.argv[2]' \
-        "$recipes/vcpkg/vexmora-sdk/vcpkg.json" "$version"
+    local recipes=$root/packaging version
+    version=$(sed -nE 's/^project\(VexmoraSDK VERSION ([0-9.]+).*/\1/p' "$root/CMakeLists.txt")
+    quietly python3 -c '
+import json, sys
+assert json.load(open(sys.argv[1]))["version"] == sys.argv[2]
+' "$recipes/vcpkg/vexmora-sdk/vcpkg.json" "$version"
     quietly env PYTHONPYCACHEPREFIX="$work" python3 -m py_compile "$recipes/conan/conanfile.py"
     # What vcpkg defines for a port, as far as this one goes.
     cat >"$work/port.cmake" <<'END'
 cmake_minimum_required(VERSION 3.25)
-foreach(command find_acquire_program cmake_configure cmake_install cmake_config_fixup fixup_pkgconfig)
+foreach(command
+        find_acquire_program cmake_configure cmake_install cmake_config_fixup fixup_pkgconfig)
     function(vcpkg_${command})
         if("SOURCE_PATH" IN_LIST ARGN AND NOT EXISTS "${SOURCE_PATH}/VexmoraSDK/VexmoraSDK.h")
             message(FATAL_ERROR "not a checkout: ${SOURCE_PATH}")
@@ -122,12 +138,14 @@ libraries=$(dirname "$(find "$prefix" -name libVexmoraSDK.so)")
 exported_symbols "$libraries" | diff -u "$here/exported-symbols.txt" - ||
     fail "other symbols are exported than exported-symbols.txt lists"
 check_missing_qt "$prefix"
-quietly cmake -G Ninja -S "$here/../../examples/01-banner-cpp" -B "$work/example" -DCMAKE_PREFIX_PATH="$prefix"
+quietly cmake -G Ninja -S "$root/examples/01-banner-cpp" -B "$work/example" \
+    -DCMAKE_PREFIX_PATH="$prefix"
 quietly cmake --build "$work/example"
 serve_from "$prefix"
 check_apps shared "$prefix" "$(dirname "$(find "$prefix" -name qmldir -printf '%h\n')")"
 check_apps static "$prefix" ""
 check_pkg_config "$libraries"
+check_source
 
 if [ -n "$packages" ]; then
     prefix=$work/packages
