@@ -1,6 +1,8 @@
 // Fatal stops that the fuzzers outlive, linked in the place of the platform's own.
 #include "VexmoraSDK/platform/Fatal.h"
 
+#include <cstdlib>
+
 #include "tests/fuzz/Fuzzing.h"
 
 namespace VexmoraSDK::platform {
@@ -11,6 +13,10 @@ void fatalError(std::string_view) {
 
 void fatalNil() {
     throw FatalStop();
+}
+
+void fatalNoMemory() noexcept {
+    std::abort();
 }
 
 void fatalConversion(std::string_view, std::string_view) {
