@@ -161,7 +161,7 @@ class Reader {
 
     std::string clickUrl(const LinedJson& parent, const std::string& place) {
         const std::string what = "an address, or a path that begins with \"/\"";
-        const std::string address = text(parent, place, "clickUrl", what);
+        std::string address = text(parent, place, "clickUrl", what);
         if (!address.empty()) {
             expect(leadsSomewhere(address), *parent.member("clickUrl"), within(place, "clickUrl"),
                    what);

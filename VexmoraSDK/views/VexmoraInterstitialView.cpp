@@ -48,6 +48,7 @@ void VexmoraInterstitialView::handleResponse(const platform::Data& body) {
     // Only the first record is looked at so strictly before any model is built.
     AdFactory::adTypeOf(records.front());
     std::vector<std::shared_ptr<Banner>> banners;
+    banners.reserve(records.size());
     for (const auto& record : records)
         banners.push_back(AdFactory::createAd<Banner>(record));
     receive(banners.front());
