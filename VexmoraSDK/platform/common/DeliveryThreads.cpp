@@ -10,7 +10,7 @@
 namespace VexmoraSDK::platform {
 
 void DeliveryThreads::run(std::function<void()> job) {
-    const std::lock_guard lock(mutex_);
+    std::unique_lock lock(mutex_);
     if (stopped_) return;
     jobs_.push_back(std::move(job));
     const std::size_t most = std::clamp(std::thread::hardware_concurrency(), 1u, 4u);
@@ -21,6 +21,8 @@ void DeliveryThreads::run(std::function<void()> job) {
         if (thread.joinable()) threads_.push_back(std::move(thread));
         if (threads_.empty()) fatalError("no thread to be had");
     }
+    // Whoever is woken up takes the lock first.
+    lock.unlock();
     changed_.notify_one();
 }
 

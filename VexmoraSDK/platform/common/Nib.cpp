@@ -50,12 +50,12 @@ class Loader {
     }
 
  private:
-    std::shared_ptr<View> viewFrom(const Coder& coder) {
+    std::shared_ptr<View> viewFrom(Coder coder) {
         auto view = create(unwrap(coder.decode<std::string>("class")), coder);
         if (const auto* id = coder.decode<std::string>("id")) byId_[*id] = view;
         for (const auto& subview : viewsIn(coder, "subviews"))
             view->addSubview(subview);
-        made_.emplace_back(view, coder);
+        made_.emplace_back(view, std::move(coder));
         return view;
     }
 
