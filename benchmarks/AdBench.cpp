@@ -75,7 +75,13 @@ std::shared_ptr<VexmoraDelegate> delegateThat(std::function<void()> receives) {
     auto delegate = std::make_shared<VexmoraDelegate>();
     delegate->didReceiveAd = [receives = std::move(receives)](VexmoraView&) { receives(); };
     delegate->didHaveError = [](VexmoraView&, const VexmoraError& error) {
-        std::cerr << "error " << static_cast<int>(error.code()) << '\n';
+        std::cerr << "error " << static_cast<int>(error.code());
+        if (error.userInfo()) {
+            for (const auto& [key, value] : *error.userInfo()) {
+                if (const auto* text = value.as<std::string>()) std::cerr << ' ' << *text;
+            }
+        }
+        std::cerr << '\n';
         std::_Exit(1);
     };
     return delegate;

@@ -62,8 +62,11 @@ class Bench:
             [f"{self.build}/bin/vexmora-adserver", "--latency", str(latency),
              "--catalog", f"{self.folder}/catalog.json"], stdout=subprocess.PIPE, text=True)
         self.servers.append(server)
-        return re.search("http://.*", server.stdout.readline() + server.stdout.readline())[0] \
-            .split()[0] + "/ads?container=%@&types=%@"
+        while not (address := re.search(r"http://[\d.:]+", server.stdout.readline())):
+            pass
+        # It tells of each request, and would wait for somebody to read that.
+        subprocess.Popen(["cat"], stdin=server.stdout, stdout=subprocess.DEVNULL)
+        return address[0] + "/ads?container=%@&types=%@"
 
     def library(self, request_url):
         library = tempfile.mkdtemp(dir=self.folder)
@@ -89,17 +92,15 @@ def say(what):
 
 
 def time_to_ad(bench, count):
-    result = {}
-    for latency in bench.libraries:
-        say(f"time to ad, {latency} ms of latency")
-        # Where the machine mostly waits, the kinds can wait together.
-        together = KINDS if latency == 100 else ()
-        running = {kind: subprocess.Popen(
-            bench.command("one-by-one", latency, kind=kind, count=count), env=OURS,
-            stdout=subprocess.PIPE) for kind in together}
-        result[latency] = {
-            kind: json.loads(running[kind].communicate()[0]) if kind in running
-            else bench.run("one-by-one", latency, kind=kind, count=count) for kind in KINDS}
+    say("time to ad")
+    result = {0: {kind: bench.run("one-by-one", kind=kind, count=count) for kind in KINDS}}
+    # Those who mostly wait can wait together.
+    running = {latency: {kind: subprocess.Popen(
+        bench.command("one-by-one", latency, kind=kind, count=count * 20 // latency), env=OURS,
+        stdout=subprocess.PIPE) for kind in KINDS} for latency in bench.libraries if latency}
+    for latency, kinds in running.items():
+        result[latency] = {kind: json.loads(process.communicate()[0])
+                           for kind, process in kinds.items()}
     return result
 
 
