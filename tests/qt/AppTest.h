@@ -5,7 +5,11 @@
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>
+#include <algorithm>
 #include <chrono>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "VexmoraSDK/platform/MainQueue.h"
 
@@ -45,11 +49,25 @@ class App {
     QGuiApplication app_{argc, argv};
 };
 
-/// All tests of a process share one application: only the first of a process is accessible and
-/// animates.
+/// A test of an application, and what it heard. All tests of a process share one application: only
+/// the first of a process is accessible and animates.
 class AppTest : public testing::Test {
  protected:
-    AppTest() { [[maybe_unused]] static const App& app = *new App; }
+    AppTest() {
+        if (!QCoreApplication::instance()) new App;
+    }
+
+    void hear(const std::string& what) { heard_.push_back(what); }
+
+    bool waitToHear(const std::string& what) {
+        return App::waitFor([&] { return std::ranges::find(heard_, what) != heard_.end(); });
+    }
+
+    /// What was heard since the last call.
+    std::vector<std::string> heard() { return std::exchange(heard_, {}); }
+
+ private:
+    std::vector<std::string> heard_;
 };
 
 }  // namespace VexmoraSDK

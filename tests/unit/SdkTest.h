@@ -38,7 +38,9 @@ class SdkTest : public testing::Test {
 
     ErrorCallback hearErrors() {
         return [this](const VexmoraError& error) {
-            hear("error " + std::to_string(error.code()) + (error.userInfo() ? " informed" : ""));
+            const auto& info = error.userInfo();
+            hear("error " + std::to_string(error.code()) +
+                 (info ? ": " + *info->at("NSLocalizedDescription").as<std::string>() : ""));
         };
     }
 

@@ -1,14 +1,10 @@
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <QtTest/QTest>
 #include <QtWidgets/QWidget>
-#include <algorithm>
+#include <functional>
 #include <memory>
-#include <string>
 #include <utility>
-#include <vector>
 
 #include "VexmoraSDK/VexmoraSDK.h"
 #include "tests/qt/AppTest.h"
@@ -17,7 +13,7 @@
 namespace VexmoraSDK {
 
 /// A white window of 400 × 300, and a delegate that remembers what it hears.
-class WidgetTest : public testing::Test {
+class WidgetTest : public AppTest {
  protected:
     WidgetTest() {
         LocalAds::server();
@@ -27,23 +23,20 @@ class WidgetTest : public testing::Test {
         window_->activateWindow();
         EXPECT_TRUE(App::waitFor([&] { return window_->isActiveWindow(); }));
 
-        delegate_->didReceiveAd = [this](VexmoraView&) { hear("received"); };
-        delegate_->willLeaveApplication = [this](VexmoraView&) { hear("leaves"); };
-        delegate_->willDismissScreen = [this](VexmoraView&) { hear("will dismiss"); };
-        delegate_->didDismissScreen = [this](VexmoraView&) { hear("did dismiss"); };
+        const auto on = [this](const char* operation) {
+            return [this, operation](VexmoraView&) { hear(operation); };
+        };
+        delegate_->didReceiveAd = on("received");
+        delegate_->willLeaveApplication = on("leaves");
+        delegate_->willDismissScreen = on("will dismiss");
+        delegate_->didDismissScreen = on("did dismiss");
         delegate_->didHaveError = [this](VexmoraView&, const VexmoraError&) { hear("error"); };
     }
 
     void hear(const char* what) {
-        heard_.emplace_back(what);
+        AppTest::hear(what);
         if (whenHeard_) std::exchange(whenHeard_, nullptr)();
     }
-
-    bool waitToHear(const std::string& what) {
-        return App::waitFor([&] { return std::ranges::find(heard_, what) != heard_.end(); });
-    }
-
-    std::vector<std::string> heard() { return std::exchange(heard_, {}); }
 
     /// The colour that is seen at a point of the window, on a screen of that many pixels to the
     /// point.
@@ -63,9 +56,6 @@ class WidgetTest : public testing::Test {
     /// Run once, inside the operation of the delegate that is called next.
     std::function<void()> whenHeard_;
     std::unique_ptr<QWidget> window_ = std::make_unique<QWidget>();
-
- private:
-    std::vector<std::string> heard_;
 };
 
 }  // namespace VexmoraSDK

@@ -47,7 +47,7 @@ class LocalAds {
         QImage image(width, height, QImage::Format_RGB32);
         image.fill(Qt::red);
         QPainter(&image).fillRect(width / 2, 0, width, height, Qt::blue);
-        const auto file = path(name + ".png");
+        auto file = path(name + ".png");
         EXPECT_TRUE(image.save(QFile::decodeName(file.c_str())));
         return file;
     }

@@ -32,13 +32,7 @@ class VexmoraScreenTest : public AppTest {
         QObject::connect(ad_, &VexmoraAdView::willDismissScreen, ad_, [this] { hear("will"); });
         QObject::connect(ad_, &VexmoraAdView::didDismissScreen, ad_, [this] { hear("did"); });
         EXPECT_TRUE(waitToHear("received"));
-        heard_.clear();
-    }
-
-    void hear(const char* what) { heard_.emplace_back(what); }
-
-    bool waitToHear(const std::string& what) {
-        return App::waitFor([&] { return std::ranges::find(heard_, what) != heard_.end(); });
+        heard();
     }
 
     /// Presents the ad and waits until it has moved in.
@@ -54,7 +48,6 @@ class VexmoraScreenTest : public AppTest {
     QPointer<QQuickItem> behind_;
     QPointer<VexmoraScreen> screen_;
     QPointer<VexmoraAdView> ad_;
-    std::vector<std::string> heard_;
 };
 
 TEST_F(VexmoraScreenTest, PresentsTheAdInItsMiddleAndTakesItAwayWhenItIsClosed) {
@@ -68,7 +61,7 @@ TEST_F(VexmoraScreenTest, PresentsTheAdInItsMiddleAndTakesItAwayWhenItIsClosed) 
 
     scene_.click(kClose);
     ASSERT_TRUE(waitToHear("did"));
-    EXPECT_THAT(heard_, ElementsAre("will", "did"));
+    EXPECT_THAT(heard(), ElementsAre("will", "did"));
     EXPECT_FALSE(screen_->isPresenting());
     EXPECT_EQ(scene_.colorAt(60, 150), Qt::white);
     scene_.click({200, 150});
@@ -87,7 +80,7 @@ TEST_F(VexmoraScreenTest, ClosesOnceByEscapeHoweverOftenItIsPressed) {
     QTest::keyClick(&scene_.window(), Qt::Key_Escape);
     scene_.click(kClose);
     ASSERT_TRUE(waitToHear("did"));
-    EXPECT_THAT(heard_, ElementsAre("will", "did"));
+    EXPECT_THAT(heard(), ElementsAre("will", "did"));
     EXPECT_TRUE(behind_->hasActiveFocus());
     EXPECT_EQ(behind_->property("clicks"), 0);
 }
@@ -114,7 +107,7 @@ TEST_F(VexmoraScreenTest, FinishesTheDismissalWhenItIsDestroyedMeanwhile) {
     ASSERT_TRUE(waitToHear("will"));
     delete screen_.data();
     ASSERT_TRUE(waitToHear("did"));
-    EXPECT_THAT(heard_, ElementsAre("will", "did"));
+    EXPECT_THAT(heard(), ElementsAre("will", "did"));
 }
 
 TEST_F(VexmoraScreenTest, MayBeDestroyedFromInsideOfTheSignalsOfItsAd) {
@@ -133,7 +126,7 @@ TEST_F(VexmoraScreenTest, ClosesAnAdWhoseItemIsGone) {
     delete ad_.data();
     scene_.click(kClose);
     ASSERT_TRUE(App::waitFor([&] { return !screen_->isPresenting(); }));
-    EXPECT_THAT(heard_, IsEmpty());
+    EXPECT_THAT(heard(), IsEmpty());
 }
 
 using VexmoraScreenDeathTest = VexmoraScreenTest;

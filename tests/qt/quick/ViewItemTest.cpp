@@ -2,14 +2,12 @@
 
 #include <QtGui/QPointingDevice>
 
-#include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/quick/VexmoraAdView.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 #include "tests/qt/quick/LocalAds.h"
 #include "tests/qt/quick/Scene.h"
+#include "tests/unit/platform/Listener.h"
 
-using testing::ElementsAre;
-using testing::IsEmpty;
 using VexmoraSDK::App;
 using VexmoraSDK::AppTest;
 using VexmoraSDK::LocalAds;
@@ -20,25 +18,6 @@ using namespace VexmoraSDK::platform;
 
 namespace {
 
-/// Remembers that it was tapped.
-class TapLog : public Object {
- public:
-    /// Whether it was, since the last call, once the taps that are under way have arrived.
-    bool wasTapped() {
-        App::runQueuedBlocks();
-        return std::exchange(tapped_, false);
-    }
-
- protected:
-    Method method(std::string_view selector) const override {
-        if (selector != "tapped:") return nullptr;
-        return [](Object& self, Object*) { static_cast<TapLog&>(self).tapped_ = true; };
-    }
-
- private:
-    bool tapped_ = false;
-};
-
 std::shared_ptr<View> plain(Rect frame, Color color) {
     auto view = View::create(frame);
     view->setBackgroundColor(color);
@@ -46,134 +25,138 @@ std::shared_ptr<View> plain(Rect frame, Color color) {
 }
 
 /// A view of 100 × 60 points, red with a blue lower right corner, in an item at (20, 30).
-struct Shown {
-    Shown() {
+class ViewItemTest : public AppTest {
+ protected:
+    ViewItemTest() {
         LocalAds::server();
-        view = VexmoraBannerView::create({{0, 0}, {100, 60}});
-        view->setBackgroundColor(Color{1, 0, 0, 1});
-        view->addSubview(corner);
-        view->addGestureRecognizer(
-            std::make_shared<TapGestureRecognizer>(std::weak_ptr<Object>(taps), "tapped:"));
-        item = new VexmoraAdView;
-        scene.add(item);
-        item->setPosition({20, 30});
-        item->setView(view);
+        view_ = VexmoraBannerView::create({{0, 0}, {100, 60}});
+        view_->setBackgroundColor(Color{1, 0, 0, 1});
+        view_->addSubview(corner_);
+        view_->addGestureRecognizer(std::make_shared<TapGestureRecognizer>(listener_, "hear:"));
+        scene_.add(item_);
+        item_->setPosition({20, 30});
+        item_->setView(view_);
     }
 
-    QColor colorAt(double x, double y) { return scene.colorAt(x, y); }
+    QColor colorAt(double x, double y) { return scene_.colorAt(x, y); }
 
-    const std::shared_ptr<TapLog> taps = std::make_shared<TapLog>();
-    const std::shared_ptr<View> corner = plain({{50, 30}, {50, 30}}, {0, 0, 1, 1});
-    std::shared_ptr<VexmoraBannerView> view;
-    Scene scene;
-    VexmoraAdView* item;
+    /// Whether the view was tapped since the last call, once the taps under way have arrived.
+    bool wasTapped() {
+        App::runQueuedBlocks();
+        return std::exchange(tapped_, false);
+    }
+
+    const std::shared_ptr<View> corner_ = plain({{50, 30}, {50, 30}}, {0, 0, 1, 1});
+    std::shared_ptr<VexmoraBannerView> view_;
+    Scene scene_;
+    VexmoraAdView* item_ = new VexmoraAdView;
+
+ private:
+    bool tapped_ = false;
+    std::shared_ptr<Listener> listener_ =
+        std::make_shared<Listener>([this](Object*) { tapped_ = true; });
 };
 
-/// On a screen of that many pixels to the point.
-class ViewItemOnScreensTest : public testing::WithParamInterface<int>, public AppTest {
+/// On a screen of that many pixels to the point, painted before on the first screen.
+class ViewItemOnScreensTest : public ViewItemTest, public testing::WithParamInterface<int> {
  protected:
-    ViewItemOnScreensTest() { shown_.scene.show(QGuiApplication::screens().at(GetParam() - 1)); }
-
-    Shown shown_;
+    ViewItemOnScreensTest() {
+        EXPECT_EQ(colorAt(70, 60), Qt::blue);
+        scene_.show(QGuiApplication::screens().at(GetParam() - 1));
+    }
 };
 
 INSTANTIATE_TEST_SUITE_P(OfScale, ViewItemOnScreensTest, testing::Values(1, 2, 3),
                          testing::PrintToStringParamName());
 
 TEST_P(ViewItemOnScreensTest, PaintsTheViewSharplyInItsPlace) {
-    ASSERT_EQ(shown_.scene.window().devicePixelRatio(), GetParam());
+    ASSERT_EQ(scene_.window().devicePixelRatio(), GetParam());
     const double pixel = 1.0 / GetParam();
-    EXPECT_EQ(shown_.colorAt(20, 30), Qt::red);
-    EXPECT_EQ(shown_.colorAt(20 - pixel, 30), Qt::white);
-    EXPECT_EQ(shown_.colorAt(70 - pixel, 60), Qt::red);
-    EXPECT_EQ(shown_.colorAt(70, 60), Qt::blue);
-    EXPECT_EQ(shown_.colorAt(120 - pixel, 90 - pixel), Qt::blue);
-    EXPECT_EQ(shown_.colorAt(120, 90 - pixel), Qt::white);
+    EXPECT_EQ(colorAt(20, 30), Qt::red);
+    EXPECT_EQ(colorAt(20 - pixel, 30), Qt::white);
+    EXPECT_EQ(colorAt(70 - pixel, 60), Qt::red);
+    EXPECT_EQ(colorAt(70, 60), Qt::blue);
+    EXPECT_EQ(colorAt(120 - pixel, 90 - pixel), Qt::blue);
+    EXPECT_EQ(colorAt(120, 90 - pixel), Qt::white);
 }
 
 TEST_P(ViewItemOnScreensTest, TurnsAndScalesWithTheScene) {
-    shown_.item->setTransformOrigin(QQuickItem::TopLeft);
-    shown_.item->setPosition({200, 100});
-    shown_.item->setRotation(90);
-    shown_.item->setScale(2);
+    item_->setTransformOrigin(QQuickItem::TopLeft);
+    item_->setPosition({200, 100});
+    item_->setRotation(90);
+    item_->setScale(2);
     // Twice as large, the lower right corner at the lower left.
-    EXPECT_EQ(shown_.colorAt(196, 104), Qt::red);
-    EXPECT_EQ(shown_.colorAt(84, 296), Qt::blue);
-    EXPECT_EQ(shown_.colorAt(84, 104), Qt::red);
-    EXPECT_EQ(shown_.colorAt(204, 104), Qt::white);
-    EXPECT_EQ(shown_.colorAt(76, 104), Qt::white);
+    EXPECT_EQ(colorAt(196, 104), Qt::red);
+    EXPECT_EQ(colorAt(84, 296), Qt::blue);
+    EXPECT_EQ(colorAt(84, 104), Qt::red);
+    EXPECT_EQ(colorAt(204, 104), Qt::white);
+    EXPECT_EQ(colorAt(76, 104), Qt::white);
 }
 
 TEST_P(ViewItemOnScreensTest, IsClippedByItsParents) {
-    auto* frame = shown_.scene.add("Item { x: 20; y: 30; width: 60; height: 200; clip: true }");
-    shown_.item->setParentItem(frame);
-    shown_.item->setPosition({0, 0});
-    EXPECT_EQ(shown_.colorAt(78, 32), Qt::red);
-    EXPECT_EQ(shown_.colorAt(82, 32), Qt::white);
+    auto* frame = scene_.add("Item { x: 20; y: 30; width: 60; height: 200; clip: true }");
+    item_->setParentItem(frame);
+    item_->setPosition({0, 0});
+    EXPECT_EQ(colorAt(78, 32), Qt::red);
+    EXPECT_EQ(colorAt(82, 32), Qt::white);
 }
 
-class ViewItemTest : public AppTest {
- protected:
-    Shown shown_;
-    Scene& scene_ = shown_.scene;
-    TapLog& taps_ = *shown_.taps;
-};
-
 TEST_F(ViewItemTest, FollowsTheViewAsItChanges) {
-    EXPECT_EQ(shown_.item->size(), QSizeF(100, 60));
-    EXPECT_EQ(shown_.colorAt(115, 85), Qt::blue);
+    EXPECT_EQ(item_->size(), QSizeF(100, 60));
+    EXPECT_EQ(colorAt(115, 85), Qt::blue);
 
-    shown_.corner->setBackgroundColor(Color{0, 1, 0, 1});
-    EXPECT_EQ(shown_.colorAt(115, 85), Qt::green);
-    shown_.view->setFrame({{0, 0}, {200, 60}});
-    EXPECT_EQ(shown_.item->size(), QSizeF(200, 60));
-    EXPECT_EQ(shown_.colorAt(215, 85), Qt::red);
-    shown_.view->setHidden(true);
-    EXPECT_EQ(shown_.colorAt(115, 85), Qt::white);
+    corner_->setBackgroundColor(Color{0, 1, 0, 1});
+    EXPECT_EQ(colorAt(115, 85), Qt::green);
+    view_->setFrame({{0, 0}, {200, 60}});
+    EXPECT_EQ(item_->size(), QSizeF(200, 60));
+    EXPECT_EQ(colorAt(215, 85), Qt::red);
+    view_->setHidden(true);
+    EXPECT_EQ(colorAt(115, 85), Qt::white);
 }
 
 TEST_F(ViewItemTest, LetsGoOfTheViewThatItShowedBefore) {
     const auto other = VexmoraBannerView::create({{0, 0}, {50, 50}});
     other->setBackgroundColor(Color{0, 1, 0, 1});
-    shown_.item->setView(other);
-    shown_.view->setFrame({{0, 0}, {300, 60}});
-    EXPECT_EQ(shown_.item->size(), QSizeF(50, 50));
-    EXPECT_EQ(shown_.colorAt(25, 35), Qt::green);
+    item_->setView(other);
+    view_->setFrame({{0, 0}, {300, 60}});
+    EXPECT_EQ(item_->size(), QSizeF(50, 50));
+    EXPECT_EQ(colorAt(25, 35), Qt::green);
 
-    shown_.item->setView(nullptr);
-    EXPECT_EQ(shown_.item->size(), QSizeF(0, 0));
-    EXPECT_EQ(shown_.colorAt(25, 35), Qt::white);
+    item_->setView(nullptr);
+    EXPECT_EQ(item_->size(), QSizeF(0, 0));
+    EXPECT_EQ(colorAt(25, 35), Qt::white);
 
-    shown_.item->setView(shown_.view);
-    delete shown_.item;
-    shown_.view->setFrame({{0, 0}, {100, 100}});
+    item_->setView(view_);
+    delete item_;
+    view_->setFrame({{0, 0}, {100, 100}});
+    other->setFrame({{0, 0}, {100, 100}});
 }
 
 TEST_F(ViewItemTest, PaintsAViewLargerThanAnyTexture) {
-    shown_.view->setFrame({{0, 0}, {30'000, 60}});
-    EXPECT_EQ(shown_.item->size(), QSizeF(30'000, 60));
-    EXPECT_EQ(shown_.colorAt(395, 35), Qt::red);
+    view_->setFrame({{0, 0}, {30'000, 60}});
+    EXPECT_EQ(item_->size(), QSizeF(30'000, 60));
+    EXPECT_EQ(colorAt(395, 35), Qt::red);
 }
 
 TEST_F(ViewItemTest, HandsInClicks) {
     scene_.click({25, 35});
-    EXPECT_TRUE(taps_.wasTapped());
+    EXPECT_TRUE(wasTapped());
     scene_.click({110, 80});
-    EXPECT_TRUE(taps_.wasTapped()) << "on a subview";
+    EXPECT_TRUE(wasTapped()) << "on a subview";
     scene_.click({130, 80});
-    EXPECT_FALSE(taps_.wasTapped()) << "beside it";
-    shown_.item->press();
-    EXPECT_TRUE(taps_.wasTapped());
+    EXPECT_FALSE(wasTapped()) << "beside it";
+    item_->press();
+    EXPECT_TRUE(wasTapped());
 }
 
-TEST_F(ViewItemTest, HandsInClicksWhereTheViewIsSeen) {
-    shown_.item->setTransformOrigin(QQuickItem::TopLeft);
-    shown_.item->setRotation(90);
-    shown_.item->setPosition({200, 100});
+TEST_F(ViewItemTest, HandsInClicksWhereATurnedViewIsSeen) {
+    item_->setTransformOrigin(QQuickItem::TopLeft);
+    item_->setRotation(90);
+    item_->setPosition({200, 100});
     scene_.click({145, 195});
-    EXPECT_TRUE(taps_.wasTapped());
+    EXPECT_TRUE(wasTapped());
     scene_.click({205, 105});
-    EXPECT_FALSE(taps_.wasTapped());
+    EXPECT_FALSE(wasTapped());
 }
 
 TEST_F(ViewItemTest, TakesADragForNoTap) {
@@ -181,19 +164,19 @@ TEST_F(ViewItemTest, TakesADragForNoTap) {
     scene_.move({100, 35});
     scene_.move({25, 35});
     scene_.release({25, 35});
-    EXPECT_FALSE(taps_.wasTapped());
+    EXPECT_FALSE(wasTapped());
 
     scene_.press({25, 35});
     scene_.move({26, 36});
     scene_.release({26, 36});
-    EXPECT_TRUE(taps_.wasTapped()) << "no hand is that steady";
+    EXPECT_TRUE(wasTapped()) << "no hand is that steady";
 }
 
 TEST_F(ViewItemTest, LeavesClicksBesideTheViewToWhatIsBehind) {
     auto* behind = scene_.add(
         "MouseArea { anchors.fill: parent; z: -1; property int clicks: 0; "
         "onClicked: clicks += 1; onDoubleClicked: clicks += 10 }");
-    shown_.item->setSize({400, 300});
+    item_->setSize({400, 300});
     scene_.click({300, 200});
     EXPECT_EQ(behind->property("clicks"), 1);
     scene_.click({25, 35});
@@ -204,7 +187,7 @@ TEST_F(ViewItemTest, LeavesClicksBesideTheViewToWhatIsBehind) {
 
 TEST_F(ViewItemTest, LetsAListBeFlickedAndTapped) {
     auto* list = scene_.add("Flickable { width: 400; height: 300; contentHeight: 3000 }");
-    shown_.item->setParentItem(list->property("contentItem").value<QQuickItem*>());
+    item_->setParentItem(list->property("contentItem").value<QQuickItem*>());
     const std::unique_ptr<QPointingDevice> finger(QTest::createTouchDevice());
     const auto touch = [&] { return QTest::touchEvent(&scene_.window(), finger.get()); };
 
@@ -214,14 +197,14 @@ TEST_F(ViewItemTest, LetsAListBeFlickedAndTapped) {
         scene_.renderFrame();
     }
     touch().release(0, {50, 35});
-    EXPECT_FALSE(taps_.wasTapped());
+    EXPECT_FALSE(wasTapped());
     EXPECT_GT(list->property("contentY").toDouble(), 0);
 
     ASSERT_TRUE(App::waitFor([&] { return !list->property("moving").toBool(); }));
     list->setProperty("contentY", 0);
     touch().press(0, {100, 50});
     touch().release(0, {100, 50});
-    EXPECT_TRUE(taps_.wasTapped());
+    EXPECT_TRUE(wasTapped());
 }
 
 }  // namespace

@@ -85,16 +85,19 @@ TEST_F(AdFactoryTest, StartsToLoadAPictureOnlyAfterTheAdWasDelivered) {
 
 TEST_F(AdFactoryTest, ReportsAFailedRequestOnceAndInTheBackground) {
     fetchBanner();
-    fail(kServer, platform::Dictionary());
+    fail(kServer, {{{"NSLocalizedDescription", std::string("no such host")}}});
+    fetchBanner();
+    fail(kServer);
     drain();
-    EXPECT_THAT(heard(), ElementsAre("background: error 3 informed"));
+    EXPECT_THAT(heard(), ElementsAre("background: error 3: no such host", "background: error 3"));
 }
 
 TEST_F(AdFactoryTest, ReportsAnUnusableAnswerTwiceOnTheMainThread) {
     for (const auto* unreadable : {"", "<html></html>", "7"}) {
         fetchBanner();
         serve(kServer, unreadable);
-        EXPECT_THAT(heard(), ElementsAre("error 2 informed", "error 5")) << unreadable;
+        EXPECT_THAT(heard(), ElementsAre("error 2: The data is not valid JSON.", "error 5"))
+            << unreadable;
     }
     fetchBanner();
     serve(kServer, "[]");

@@ -47,25 +47,6 @@ class ImageAdTest : public SdkTest {
     std::shared_ptr<platform::Listener> listener_;
 };
 
-TEST_F(ImageAdTest, HoldsWhatItWasMadeOfAndAsksForItsPictureOnce) {
-    const auto banner = makeBanner();
-    EXPECT_THAT(requests(), ElementsAre(kPicture));
-    EXPECT_EQ(banner->adType(), VexmoraAdType::mediumRectangle);
-    EXPECT_EQ(banner->clickUrl(), url("https://shop.test/"));
-    EXPECT_EQ(banner->bannerUrl(), url(kPicture));
-    EXPECT_FALSE(banner->image());
-
-    const auto native = makeNative();
-    EXPECT_THAT(requests(), ElementsAre(kPicture, kPicture));
-    EXPECT_EQ(native->adType(), VexmoraAdType::native);
-    EXPECT_EQ(native->title(), "Title");
-    EXPECT_EQ(native->desc(), "Text");
-    EXPECT_EQ(native->displayName(), "Shop");
-    EXPECT_NE(native->delegate(), banner->delegate());
-    native->setClickUrl(url("https://other.test/"));
-    EXPECT_EQ(native->clickUrl(), url("https://other.test/"));
-}
-
 TEST_F(ImageAdTest, AnnouncesItselfOnceItsPictureHasCome) {
     const std::shared_ptr<ImageAd> ad = makeBanner();
     listenFor(ad);

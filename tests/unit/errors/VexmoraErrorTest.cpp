@@ -15,21 +15,6 @@ VexmoraError archivedAndRestored(const platform::Error& error) {
     return VexmoraError(Coder::fromData(archive.data()).value());
 }
 
-TEST(VexmoraErrorTest, CarriesItsCodeInTheDomainOfTheLibrary) {
-    const VexmoraError error(VexmoraErrorCodes::NoFill, std::nullopt);
-    EXPECT_EQ(error.domain(), "Vexmora");
-    EXPECT_EQ(error.code(), 5);
-    EXPECT_EQ(error.userInfo(), std::nullopt);
-}
-
-TEST(VexmoraErrorTest, HasCodesFromOneToSeven) {
-    EXPECT_EQ(errorCodeWithRawValue(0), std::nullopt);
-    EXPECT_EQ(errorCodeWithRawValue(1), VexmoraErrorCodes::UnknownError);
-    EXPECT_EQ(errorCodeWithRawValue(6), VexmoraErrorCodes::InvalidViewTypeError);
-    EXPECT_EQ(errorCodeWithRawValue(7), VexmoraErrorCodes::ImageRequestError);
-    EXPECT_EQ(errorCodeWithRawValue(8), std::nullopt);
-}
-
 TEST(VexmoraErrorTest, KeepsAllItHoldsThroughAnArchive) {
     const Dictionary everything = {
         {"description", std::string("no connection & <nothing> else, déjà")},
@@ -47,13 +32,11 @@ TEST(VexmoraErrorTest, KeepsAllItHoldsThroughAnArchive) {
     EXPECT_EQ(restored.domain(), "Vexmora");
     EXPECT_EQ(restored.code(), 3);
     EXPECT_EQ(restored.userInfo(), everything);
-}
 
-TEST(VexmoraErrorTest, KeepsAbsentAndEmptyUserInformationApartThroughAnArchive) {
-    const VexmoraError absent(VexmoraErrorCodes::NoFill, std::nullopt);
-    const VexmoraError empty(VexmoraErrorCodes::NoFill, Dictionary());
-    EXPECT_EQ(archivedAndRestored(absent).userInfo(), std::nullopt);
-    EXPECT_EQ(archivedAndRestored(empty).userInfo(), Dictionary());
+    for (const std::optional<Dictionary>& none : {std::optional<Dictionary>(), {Dictionary()}}) {
+        const VexmoraError uninformed(VexmoraErrorCodes::NoFill, none);
+        EXPECT_EQ(archivedAndRestored(uninformed).userInfo(), none);
+    }
 }
 
 TEST(VexmoraErrorTest, RestoresWhateverAnArchiveHolds) {

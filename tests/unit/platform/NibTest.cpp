@@ -9,7 +9,6 @@
 #include "VexmoraSDK/platform/Button.h"
 #include "VexmoraSDK/platform/TextView.h"
 #include "tests/unit/FatalReports.h"
-#include "tests/unit/Printing.h"
 
 namespace VexmoraSDK::platform {
 namespace {

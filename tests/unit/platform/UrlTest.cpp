@@ -27,12 +27,5 @@ TEST(UrlTest, RefusesWhatAnAddressMayNotHold) {
     }
 }
 
-TEST(UrlTest, NamesItsSchemeAndHost) {
-    EXPECT_EQ(Url::fromString("HTTP://Shop.Test:80/")->scheme(), "http");
-    EXPECT_EQ(Url::fromString("HTTP://Shop.Test:80/")->host(), "Shop.Test");
-    EXPECT_EQ(Url::fromString("relative")->scheme(), "");
-    EXPECT_EQ(Url::fromString("relative")->host(), "");
-}
-
 }  // namespace
 }  // namespace VexmoraSDK::platform

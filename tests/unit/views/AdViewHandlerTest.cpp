@@ -45,14 +45,6 @@ TEST_F(AdViewHandlerTest, FormatsObjectsAndPercentSignsAndKeepsAllElse) {
     EXPECT_EQ(filled("https://a.test/%41%d0/%@?t=%@"), "https://a.test/%41%d0/home?t=15,14");
 }
 
-TEST_F(AdViewHandlerTest, AddsAPictureInFrontAtItsNaturalSize) {
-    view_->addSubview(platform::View::create());
-    const auto picture = handler().addImageView(
-        *view_, platform::Image::fromData(platform::dataOf("fake-image 320x50")));
-    EXPECT_EQ(view_->subviews().back(), picture);
-    EXPECT_EQ(picture->frame(), (Rect{{0, 0}, {320, 50}}));
-}
-
 TEST_F(AdViewHandlerTest, AddsATextInItsFontButNotInItsColour) {
     const Rect frame{{135, 0}, {188, 20}};
     const auto text =
@@ -72,9 +64,8 @@ TEST_F(AdViewHandlerTest, AddsATextInItsFontButNotInItsColour) {
 using AdViewHandlerDeathTest = AdViewHandlerTest;
 
 TEST_F(AdViewHandlerDeathTest, StopsAtAnIdentifierThatMakesNoAddress) {
-    EXPECT_DEATH(view_->setContainerId("two words"), kFoundNil);
-    EXPECT_DEATH(view_->setContainerId("100%"), kFoundNil);
-    EXPECT_DEATH(view_->setContainerId(std::nullopt), kFoundNil);
+    for (const auto& id : std::vector<std::optional<std::string>>{"two words", "100%", {}})
+        EXPECT_DEATH(view_->setContainerId(id), kFoundNil) << id.value_or("absent");
 }
 
 }  // namespace

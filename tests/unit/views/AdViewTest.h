@@ -1,7 +1,6 @@
 #pragma once
 
 #include "VexmoraSDK/views/VexmoraView.h"
-#include "tests/unit/Printing.h"
 #include "tests/unit/SdkTest.h"
 
 namespace VexmoraSDK {

@@ -57,14 +57,33 @@ class VexmoraBannerViewTest : public AdViewTest {
 
     bool tapView() { return view_->tap({5, 5}); }
 
+    /// Something that a host hears of, once an ad is shown.
+    struct Occasion {
+        std::function<void()> arise;
+        std::vector<std::string> heard;
+        std::vector<std::string> heardByAHostThatStays = {};
+    };
+
+    std::vector<Occasion> occasions() {
+        const auto failRequest = [this] {
+            ask("home");
+            fail(placementUrl("home"));
+        };
+        const auto serveNoAd = [this] {
+            ask("home");
+            serve(placementUrl("home"), "[]");
+        };
+        return {{failRequest, {"background: didHaveError 3"}},
+                {serveNoAd, {"didHaveError 2"}, {"didHaveError 5"}},
+                {[this] { showAd(); }, {"didReceiveAd"}},
+                {[this] { tapView(); }, {"willLeaveApplication", "opens https://shop.test/a"}}};
+    }
+
     std::shared_ptr<VexmoraBannerView> view_ =
         VexmoraBannerView::create(Rect{{10, 20}, {320, 100}});
 };
 
 TEST_F(VexmoraBannerViewTest, IsEmptyAndAsksForNothingUntilItHasAnIdentifier) {
-    EXPECT_EQ(view_->viewType(), VexmoraViewType::banner);
-    EXPECT_THAT(view_->adTypes(), ElementsAre(77, 83, 84));
-    EXPECT_EQ(view_->containerId(), std::nullopt);
     EXPECT_EQ(view_->ad(), nullptr);
     EXPECT_FALSE(tapView());
     drain();
@@ -155,64 +174,37 @@ TEST_F(VexmoraBannerViewTest, NeedsNoHost) {
     for (const auto& nobody :
          {std::shared_ptr<VexmoraDelegate>(), std::make_shared<VexmoraDelegate>()}) {
         view_->setDelegate(nobody);
-        ask("home");
-        serve(placementUrl("home"), "[]");
-        ask("home");
-        fail(placementUrl("home"));
         showAd();
-        EXPECT_TRUE(tapView());
+        for (const auto& occasion : occasions())
+            occasion.arise();
         EXPECT_THAT(heard(), ElementsAre("opens https://shop.test/a"));
     }
 }
 
 TEST_F(VexmoraBannerViewTest, LetsItsHostLeaveFromInsideEveryOperation) {
-    const auto leave = [this] {
+    for (const auto& occasion : occasions()) {
         view_->setDelegate(nullptr);
-        view_->setAd(nullptr);
-    };
-    view_->setDelegate(host(leave));
-    ask("failing");
-    fail(placementUrl("failing"));
-    EXPECT_THAT(heard(), ElementsAre("background: didHaveError 3"));
-    view_->setDelegate(host(leave));
-    ask("empty");
-    serve(placementUrl("empty"), "[]");
-    EXPECT_THAT(heard(), ElementsAre("didHaveError 2"));
-    view_->setDelegate(host(leave));
-    showAd();
-    EXPECT_THAT(heard(), ElementsAre("didReceiveAd"));
-    showAd();
-    view_->setDelegate(host(leave));
-    tapView();
-    EXPECT_THAT(heard(), ElementsAre("willLeaveApplication", "opens https://shop.test/a"));
+        showAd();
+        view_->setDelegate(host([this] {
+            view_->setDelegate(nullptr);
+            view_->setAd(nullptr);
+        }));
+        occasion.arise();
+        EXPECT_EQ(heard(), occasion.heard);
+    }
 }
 
 TEST_F(VexmoraBannerViewTest, MayBeReleasedFromInsideEveryOperation) {
-    const auto renew = [this] {
-        EXPECT_FALSE(view_);
+    for (const auto& [arise, heardFirst, heardByAHostThatStays] : occasions()) {
         view_ = VexmoraBannerView::create();
+        showAd();
         view_->setDelegate(host([this] { view_.reset(); }));
-    };
-    view_.reset();
-    renew();
-    ask("failing");
-    fail(placementUrl("failing"));
-    EXPECT_THAT(heard(), ElementsAre("background: didHaveError 3"));
-    renew();
-    ask("empty");
-    serve(placementUrl("empty"), "[]");
-    EXPECT_THAT(heard(), ElementsAre("didHaveError 2", "didHaveError 5"));
-    renew();
-    showAd();
-    EXPECT_THAT(heard(), ElementsAre("didReceiveAd"));
-    renew();
-    auto releasing = view_->delegate();
-    view_->setDelegate(nullptr);
-    showAd();
-    view_->setDelegate(std::move(releasing));
-    EXPECT_TRUE(tapView());
-    EXPECT_THAT(heard(), ElementsAre("willLeaveApplication", "opens https://shop.test/a"));
-    EXPECT_FALSE(view_);
+        arise();
+        auto expected = heardFirst;
+        expected.insert(expected.end(), heardByAHostThatStays.begin(), heardByAHostThatStays.end());
+        EXPECT_EQ(heard(), expected);
+        EXPECT_FALSE(view_);
+    }
 }
 
 TEST_F(VexmoraBannerViewTest, DiesOnTheMainThreadLikeItsHostWhenABackgroundThreadHeldItLast) {

@@ -52,7 +52,7 @@ class VexmoraInterstitialViewTest : public AdViewTest {
 TEST_F(VexmoraInterstitialViewTest, AsksForBannersWhenItIsMadeByItself) {
     const auto alone = VexmoraInterstitialView::create();
     EXPECT_THAT(alone->adTypes(), ElementsAre(77, 83, 84));
-    EXPECT_THAT(rawValues(VexmoraInterstitialView::allowedAdTypes()), ElementsAre(15, 14));
+    EXPECT_EQ(alone->viewType(), VexmoraViewType::interstitial);
     EXPECT_EQ(alone->closeButton(), nullptr);
 }
 

@@ -73,6 +73,7 @@ TEST_F(VexmoraNativeViewTest, StacksItsTextsBesideThePictureAndTakesTheirSize) {
     EXPECT_EQ(text(3).textColor(), Color::gray());
     EXPECT_FALSE(text(3).isEditable());
     EXPECT_EQ(text(3).textContainerInset(), platform::EdgeInsets());
+    EXPECT_EQ(view_->viewType(), VexmoraViewType::native);
 }
 
 TEST_F(VexmoraNativeViewTest, StacksASecondAdBelowTheFirst) {
