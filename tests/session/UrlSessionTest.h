@@ -15,6 +15,7 @@
 #include "VexmoraSDK/platform/UrlSession.h"
 #include "VexmoraSDK/platform/common/UrlSessionLimits.h"
 #include "adserver/AdServer.h"
+#include "adserver/HttpServer.h"
 
 namespace VexmoraSDK::platform {
 
@@ -56,6 +57,24 @@ inline Outcome fetch(const std::string& address) {
     return outcomeOf(std::move(future));
 }
 
+/// A server too rude for a library of HTTP: says the same to every client and hangs up.
+class RudeServer : public HttpServer {
+ public:
+    explicit RudeServer(const std::string& answer) {
+        Get(".*", [answer](const httplib::Request&, httplib::Response&) {
+            connection().say(answer);
+            connection().hangUp();
+        });
+        address_ = "http://127.0.0.1:" + std::to_string(bind(0)) + "/";
+        serve();
+    }
+
+    const std::string& address() const { return address_; }
+
+ private:
+    std::string address_;
+};
+
 /// The real session, and a server for it to talk to.
 class UrlSessionTest : public testing::Test {
  protected:
@@ -63,14 +82,6 @@ class UrlSessionTest : public testing::Test {
 
     std::string ads(const std::string& container) const {
         return server.address() + "/ads?container=" + container + "&types=77";
-    }
-
-    /// The picture of the ad that this container gets.
-    std::string pictureOf(const std::string& container) const {
-        const std::string answer = fetch(ads(container)).text();
-        const std::string member = "\"bannerUrl\":\"";
-        const auto begin = answer.find(member) + member.size();
-        return answer.substr(begin, answer.find('"', begin) - begin);
     }
 
     static void expectTransportError(const std::string& address) {

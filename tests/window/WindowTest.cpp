@@ -22,10 +22,11 @@ class WindowTest : public AppTest {
     VexmoraAdView* addDrawn(const QByteArray& properties) {
         auto* ad =
             scene_.add<VexmoraAdView>("VexmoraAdView { containerId: 'home'; " + properties + "}");
-        bool received = false;
-        QObject::connect(ad, &VexmoraAdView::didReceiveAd, ad, [&] { received = true; });
-        EXPECT_TRUE(App::waitFor([&] { return received; }));
-        QObject::disconnect(ad, &VexmoraAdView::didReceiveAd, ad, nullptr);
+        QObject::connect(ad, &VexmoraAdView::didReceiveAd, ad, [this] { hear("received"); });
+        QObject::connect(ad, &VexmoraAdView::didDismissScreen, ad, [this] { hear("gone"); });
+        QObject::connect(ad, &VexmoraAdView::willLeaveApplication, ad,
+                         [this](const QString& url) { hear(url.toStdString()); });
+        EXPECT_TRUE(waitToHear("received"));
         return ad;
     }
 
@@ -48,26 +49,20 @@ class WindowTest : public AppTest {
 };
 
 TEST_F(WindowTest, OpensTheAddressOfANativeAdThatIsClicked) {
-    const auto* ad = addDrawn("viewType: Vexmora.ViewType.Native; x: 20; y: 30");
-    QString address;
-    QObject::connect(ad, &VexmoraAdView::willLeaveApplication,
-                     [&](const QString& url) { address = url; });
+    addDrawn("viewType: Vexmora.ViewType.Native; x: 20; y: 30");
     ASSERT_TRUE(waitForColor({25, 80}, Qt::red));
     click({200, 50});
-    ASSERT_TRUE(App::waitFor([&] { return !address.isEmpty(); }));
-    EXPECT_EQ(address.toStdString(), landing_ + "native");
+    ASSERT_TRUE(waitToHear(landing_ + "native"));
     EXPECT_THAT(opener_.opened(), ElementsAre(landing_ + "native"));
 }
 
 TEST_F(WindowTest, TakesTheInterstitialAdAwayWhenItsCloseButtonIsClicked) {
     auto* screen = scene_.add<VexmoraScreen>("VexmoraScreen { width: 400; height: 300 }");
     auto* ad = addDrawn("adType: Vexmora.AdType.MediumRectangle");
-    bool gone = false;
-    QObject::connect(ad, &VexmoraAdView::didDismissScreen, ad, [&] { gone = true; });
     ASSERT_TRUE(screen->present(ad));
     ASSERT_TRUE(waitForColor({60, 26}, Qt::red));
     click(screen->closeRect().center().toPoint());
-    ASSERT_TRUE(App::waitFor([&] { return gone; }));
+    ASSERT_TRUE(waitToHear("gone"));
     EXPECT_TRUE(waitForColor({60, 150}, Qt::white));
 }
 

@@ -20,17 +20,13 @@ class ApplicationTest : public AppTest {
     RecordingOpener opener_;
 };
 
-TEST_F(ApplicationTest, OpensAddressesByteForByte) {
-    open("http://127.0.0.1:1/a/../b?sig=%41%c3&next=http://shop.test/%2F#%7e");
-    EXPECT_THAT(opener_.opened(),
-                ElementsAre("http://127.0.0.1:1/a/../b?sig=%41%c3&next=http://shop.test/%2F#%7e"));
-}
-
-TEST_F(ApplicationTest, OpensTheSchemesOfOtherApps) {
-    open("HTTPS://shop.test/$HOME;('*')");
-    EXPECT_THAT(opener_.opened(), ElementsAre("HTTPS://shop.test/$HOME;('*')"));
-    open("shop-app:cart?item=1");
-    EXPECT_THAT(opener_.opened(), ElementsAre("shop-app:cart?item=1"));
+TEST_F(ApplicationTest, OpensAddressesOfTheWebAndOfOtherAppsByteForByte) {
+    for (const std::string address :
+         {"http://127.0.0.1:1/a/../b?sig=%41%c3&next=http://shop.test/%2F#%7e",
+          "HTTPS://shop.test/$HOME;('*')", "shop-app:cart?item=1"}) {
+        open(address);
+        EXPECT_THAT(opener_.opened(), ElementsAre(address));
+    }
 }
 
 TEST_F(ApplicationTest, RefusesWhatReachesIntoTheDevice) {

@@ -40,23 +40,22 @@ std::shared_ptr<const Image> decoded(const QByteArray& bytes) {
     return Image::fromData({begin, begin + bytes.size()});
 }
 
+/// What the bytes show: the size and the colours in the middle of the four quarters, row by row:
 /// "r" for red, "b" for blue, "." for what is seen through, "?" for anything else.
-char colorAt(const Image& image, int x, int y) {
-    const QColor color = image.impl().image.pixelColor(x, y);
-    const auto isNear = [&color](QColor other) {
-        return std::abs(color.red() - other.red()) < 40 &&
-               std::abs(color.green() - other.green()) < 40 &&
-               std::abs(color.blue() - other.blue()) < 40;
+std::string shown(const QByteArray& bytes) {
+    const auto image = decoded(bytes);
+    if (!image) return "nothing";
+    const auto colorAt = [&picture = image->impl().image](int right, int below) {
+        const QColor color = picture.pixelColor(picture.width() * (1 + 2 * right) / 4,
+                                                picture.height() * (1 + 2 * below) / 4);
+        const bool dark = color.green() < 40;
+        if (color.alpha() == 0) return '.';
+        if (dark && color.red() > 215 && color.blue() < 40) return 'r';
+        return dark && color.red() < 40 && color.blue() > 215 ? 'b' : '?';
     };
-    if (color.alpha() == 0) return '.';
-    return isNear(Qt::red) ? 'r' : isNear(Qt::blue) ? 'b' : '?';
-}
-
-/// The colours in the middle of the upper and of the lower half.
-std::string halves(const Image& image) {
-    const auto& picture = image.impl().image;
-    const int x = picture.width() / 2;
-    return {colorAt(image, x, picture.height() / 4), colorAt(image, x, picture.height() * 3 / 4)};
+    const auto [width, height] = image->size();
+    return std::to_string(int(width)) + "x" + std::to_string(int(height)) + " " + colorAt(0, 0) +
+           colorAt(1, 0) + colorAt(0, 1) + colorAt(1, 1);
 }
 
 // A GIF of 2 × 2 pixels, red above and blue below.
@@ -73,54 +72,35 @@ QByteArray jpegToBeTurned(const QImage& image) {
 }
 
 TEST(ImageTest, DecodesTheFormatsOfTheWeb) {
-    for (const char* format : {"png", "jpeg", "webp", "bmp"}) {
-        const auto image = decoded(encoded(twoColors(40, 30), format));
-        ASSERT_TRUE(image) << format;
-        EXPECT_EQ(image->size(), (Size{40, 30})) << format;
-        EXPECT_EQ(halves(*image), "rb") << format;
-    }
-    const auto image = decoded(gif());
-    ASSERT_TRUE(image);
-    EXPECT_EQ(image->size(), (Size{2, 2}));
-    EXPECT_EQ(colorAt(*image, 0, 0), 'r');
-    EXPECT_EQ(colorAt(*image, 0, 1), 'b');
+    for (const char* format : {"png", "jpeg", "webp", "bmp"})
+        EXPECT_EQ(shown(encoded(twoColors(40, 30), format)), "40x30 rrbb") << format;
+    EXPECT_EQ(shown(gif()), "2x2 rrbb");
 }
 
-TEST(ImageTest, KeepsWhatIsTransparent) {
-    QImage picture(10, 10, QImage::Format_ARGB32);
-    picture.fill(Qt::transparent);
-    picture.setPixelColor(5, 5, Qt::red);
-    const auto image = decoded(encoded(picture, "png"));
-    ASSERT_TRUE(image);
-    EXPECT_EQ(colorAt(*image, 0, 0), '.');
-    EXPECT_EQ(colorAt(*image, 5, 5), 'r');
-}
+TEST(ImageTest, DecodesWhatIsTransparentTurnedOrStoredFromTheTop) {
+    QImage transparent(8, 8, QImage::Format_ARGB32);
+    transparent.fill(Qt::transparent);
+    transparent.setPixelColor(6, 2, Qt::red);
+    EXPECT_EQ(shown(encoded(transparent, "png")), "8x8 .r..");
 
-TEST(ImageTest, TurnsPicturesAsTheCameraWasHeld) {
-    const auto image = decoded(jpegToBeTurned(twoColors(40, 20)));
-    ASSERT_TRUE(image);
-    EXPECT_EQ(image->size(), (Size{20, 40}));
-    EXPECT_EQ(colorAt(*image, 5, 20), 'b');
-    EXPECT_EQ(colorAt(*image, 15, 20), 'r');
-}
+    EXPECT_EQ(shown(jpegToBeTurned(twoColors(40, 20))), "20x40 brbr");
 
-TEST(ImageTest, DecodesABmpThatIsStoredFromTheTop) {
-    auto bytes = encoded(twoColors(40, 30), "bmp");
+    auto bmp = encoded(twoColors(40, 30), "bmp");
     const std::int32_t height = -30;
-    std::memcpy(bytes.data() + 22, &height, sizeof height);
-    const auto image = decoded(bytes);
-    ASSERT_TRUE(image);
-    EXPECT_EQ(image->size(), (Size{40, 30}));
-    EXPECT_EQ(halves(*image), "br");
+    std::memcpy(bmp.data() + 22, &height, sizeof height);
+    EXPECT_EQ(shown(bmp), "40x30 bbrr");
 }
 
-TEST(ImageTest, IsAbsentForWhatIsNoPicture) {
+TEST(ImageTest, IsAbsentForWhatIsNoPictureOrOneThatNobodyNeeds) {
     for (const QByteArray& bytes :
          {QByteArray(), QByteArray("garbage"), QByteArray("\x89PNG\r\n\x1a\n"), QByteArray("BM"),
           QByteArray("GIF89a"), QByteArray("RIFF\x10\0\0\0WEBP", 12), QByteArray("\xff\xd8\xff"),
-          QByteArray(1000, '\0')}) {
+          QByteArray(1000, '\0'),
+          QByteArray("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>")}) {
         EXPECT_FALSE(decoded(bytes)) << bytes.toPercentEncoding().toStdString();
     }
+    for (const char* format : {"ppm", "ico", "tiff", "xpm"})
+        EXPECT_FALSE(decoded(encoded(twoColors(40, 30), format))) << format;
 }
 
 TEST(ImageTest, IsAbsentForAPictureThatWasCutShort) {
@@ -134,42 +114,24 @@ TEST(ImageTest, IsAbsentForAPictureThatWasCutShort) {
         EXPECT_FALSE(decoded(gif().chopped(missing))) << "gif without " << missing;
 }
 
-TEST(ImageTest, IsAbsentForFormatsThatNobodyNeeds) {
-    EXPECT_FALSE(decoded("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>"));
-    for (const char* format : {"ppm", "ico", "tiff", "xpm"})
-        EXPECT_FALSE(decoded(encoded(twoColors(40, 30), format))) << format;
-}
-
 TEST(ImageTest, TakesSixteenMillionPixelsAndNoMore) {
     QImage picture(4000, 4001, QImage::Format_Mono);
     picture.fill(0);
     EXPECT_FALSE(decoded(encoded(picture, "png")));
     EXPECT_FALSE(decoded(encoded(picture, "bmp")));
 
-    const auto largest = decoded(encoded(picture.copy(0, 0, 4000, 4000), "png"));
-    ASSERT_TRUE(largest);
-    EXPECT_EQ(largest->size(), (Size{4000, 4000}));
+    EXPECT_TRUE(decoded(encoded(picture.copy(0, 0, 4000, 4000), "png")));
 }
 
 TEST(ImageTest, IsAbsentForSizesThatAreLies) {
-    const auto bmp = encoded(twoColors(40, 30), "bmp");
-    const auto bmpOfSize = [&bmp](std::int32_t width, std::int32_t height) {
-        auto bytes = bmp;
-        std::memcpy(bytes.data() + 18, &width, sizeof width);
-        std::memcpy(bytes.data() + 22, &height, sizeof height);
-        return bytes;
-    };
     constexpr auto kLeast = std::numeric_limits<std::int32_t>::min();
     constexpr auto kMost = std::numeric_limits<std::int32_t>::max();
-    for (const auto& [width, height] :
-         std::vector<std::pair<std::int32_t, std::int32_t>>{{0, 30},
-                                                            {40, 0},
-                                                            {65536, 65536},
-                                                            {40, kMost},
-                                                            {40, kLeast},
-                                                            {kMost, kMost},
-                                                            {-40, 30}}) {
-        EXPECT_FALSE(decoded(bmpOfSize(width, height))) << width << " x " << height;
+    using Lie = std::array<std::int32_t, 2>;
+    for (const auto& size : {Lie{0, 30}, Lie{40, 0}, Lie{65536, 65536}, Lie{40, kMost},
+                             Lie{40, kLeast}, Lie{kMost, kMost}, Lie{-40, 30}}) {
+        auto bmp = encoded(twoColors(40, 30), "bmp");
+        std::memcpy(bmp.data() + 18, size.data(), sizeof size);
+        EXPECT_FALSE(decoded(bmp)) << size[0] << " x " << size[1];
     }
 
     auto wideScreen = gif();
@@ -198,15 +160,11 @@ TEST(ImageTest, DecodesInAnyThread) {
 
 // Of a process in which no picture was decoded yet.
 
-const auto& pictures() {
+bool decodesAll() {
     static const auto& pictures = *new std::vector<QByteArray>{
         encoded(twoColors(40, 30), "png"), encoded(twoColors(40, 30), "jpeg"),
         encoded(twoColors(40, 30), "webp"), encoded(twoColors(40, 30), "bmp"), gif()};
-    return pictures;
-}
-
-bool decodesAll() {
-    return std::ranges::all_of(pictures(), [](auto& bytes) { return decoded(bytes) != nullptr; });
+    return std::ranges::all_of(pictures, [](auto& bytes) { return decoded(bytes) != nullptr; });
 }
 
 TEST(ImageDeathTest, DecodesInExitHandlersOnceItIsPrepared) {

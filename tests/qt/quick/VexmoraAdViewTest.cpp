@@ -43,23 +43,20 @@ class VexmoraAdViewTest : public AppTest {
     }
 
     void listenTo(VexmoraAdView* ad) {
+        const auto on = [ad](auto signal, auto listener) {
+            QObject::connect(ad, signal, ad, listener, Qt::DirectConnection);
+        };
         const auto hear = [this](const std::string& what) {
             EXPECT_EQ(QThread::currentThread(), qGuiApp->thread());
             AppTest::hear(what);
         };
-        QObject::connect(
-            ad, &VexmoraAdView::didReceiveAd, ad, [=] { hear("received"); }, Qt::DirectConnection);
-        QObject::connect(
-            ad, &VexmoraAdView::didHaveError, ad,
-            [=](int code, const QString& description) {
-                EXPECT_FALSE(description.isEmpty());
-                hear("error " + std::to_string(code));
-            },
-            Qt::DirectConnection);
-        QObject::connect(
-            ad, &VexmoraAdView::willLeaveApplication, ad,
-            [=](const QString& url) { hear("leaves for " + url.toStdString()); },
-            Qt::DirectConnection);
+        on(&VexmoraAdView::didReceiveAd, [=] { hear("received"); });
+        on(&VexmoraAdView::willLeaveApplication,
+           [=](const QString& url) { hear("leaves for " + url.toStdString()); });
+        on(&VexmoraAdView::didHaveError, [=](int code, const QString& description) {
+            EXPECT_FALSE(description.isEmpty());
+            hear("error " + std::to_string(code));
+        });
     }
 
     /// What the server was asked since the test began that starts like this, once that is so much.

@@ -63,32 +63,19 @@ TEST(JsonTest, ReadsNestingOf512AndNoMore) {
 }
 
 TEST(JsonTest, RefusesWhatIsNoArrayOrObject) {
-    using namespace std::string_view_literals;
-    for (const auto text : {""sv,
-                            " "sv,
-                            "\xEF\xBB\xBF"sv,
-                            "7"sv,
-                            "\"text\""sv,
-                            "true"sv,
-                            "null"sv,
-                            "[1,]"sv,
-                            "[1"sv,
-                            "[1] 2"sv,
-                            "[01]"sv,
-                            "[+1]"sv,
-                            "[.5]"sv,
-                            "[NaN]"sv,
-                            "['a']"sv,
-                            "{a: 1}"sv,
-                            "[1 /* one */]"sv,
-                            "[\"a\tb\"]"sv,
-                            "[\"\xff\xfe\"]"sv,
-                            "[\"\xed\xa0\x80\"]"sv,
-                            "\xFF\xFE["sv,
-                            "<html></html>"sv,
-                            "[]\0"sv}) {
+    for (const auto* text :
+         {"", " ", "\xEF\xBB\xBF", "7", "\"text\"", "true", "null", "<html></html>"})
         EXPECT_FALSE(valueOf(text)) << text;
+}
+
+TEST(JsonTest, RefusesWhatOthersLetPass) {
+    for (const std::string element : {"1,", "01", "+1", ".5", "NaN", "'a'", "1 /* one */",
+                                      "\"a\tb\"", "\"\xff\xfe\"", "\"\xed\xa0\x80\"", "{a: 1}"}) {
+        EXPECT_FALSE(valueOf("[" + element + "]")) << element;
     }
+    using namespace std::string_view_literals;
+    for (const auto text : {"[1"sv, "[1] 2"sv, "[]\0"sv, "\xFF\xFE["sv})
+        EXPECT_FALSE(valueOf(text)) << text;
 }
 
 TEST(JsonTest, TellsWhatIsWrongAndAtWhichByte) {
