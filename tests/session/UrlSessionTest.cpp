@@ -12,6 +12,7 @@
 
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "tests/fake_platform/FakeMainQueue.h"
+#include "tests/session/RudeServer.h"
 #include "tests/session/StalledResolver.h"
 
 namespace VexmoraSDK::platform {
@@ -130,13 +131,12 @@ TEST_F(UrlSessionTest, TakesNoMoreThanTheLargestBody) {
 TEST_F(UrlSessionTest, TakesNoMoreThanTheLargestHeads) {
     limits.heads = 10'000;
     const auto filler = "X: " + std::string(6'000, 'x') + "\r\n";
-    RawServer modest("HTTP/1.1 200 OK\r\n" + filler + "Content-Length: 0\r\n\r\n");
-    EXPECT_FALSE(fetch("http://" + modest.place() + "/").error);
-    RawServer talkative("HTTP/1.1 103 Early Hints\r\n" + filler + "\r\nHTTP/1.1 200 OK\r\n" +
-                        filler + "Content-Length: 0\r\n\r\n");
-    const auto address = "http://" + talkative.place() + "/";
-    const Outcome outcome = fetch(address);
-    expectTransportError(address, outcome);
+    const RudeServer modest("HTTP/1.1 200 OK\r\n" + filler + "Content-Length: 0\r\n\r\n");
+    EXPECT_FALSE(fetch(modest.address()).error);
+    const RudeServer talkative("HTTP/1.1 103 Early Hints\r\n" + filler + "\r\nHTTP/1.1 200 OK\r\n" +
+                               filler + "Content-Length: 0\r\n\r\n");
+    const Outcome outcome = fetch(talkative.address());
+    expectTransportError(talkative.address(), outcome);
     EXPECT_EQ(told(outcome, kLocalizedDescriptionKey), "Maximum file size exceeded");
 }
 

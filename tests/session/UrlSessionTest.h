@@ -15,7 +15,6 @@
 #include "VexmoraSDK/platform/UrlSession.h"
 #include "VexmoraSDK/platform/common/UrlSessionLimits.h"
 #include "adserver/AdServer.h"
-#include "adserver/HttpServer.h"
 
 namespace VexmoraSDK::platform {
 
@@ -56,24 +55,6 @@ inline Outcome fetch(const std::string& address) {
     task.resume();
     return outcomeOf(std::move(future));
 }
-
-/// A server too rude for a library of HTTP: says the same to every client and hangs up.
-class RudeServer : public HttpServer {
- public:
-    explicit RudeServer(const std::string& answer) {
-        Get(".*", [answer](const httplib::Request&, httplib::Response&) {
-            connection().say(answer);
-            connection().hangUp();
-        });
-        address_ = "http://127.0.0.1:" + std::to_string(bind(0)) + "/";
-        serve();
-    }
-
-    const std::string& address() const { return address_; }
-
- private:
-    std::string address_;
-};
 
 /// The real session, and a server for it to talk to.
 class UrlSessionTest : public testing::Test {

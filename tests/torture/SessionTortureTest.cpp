@@ -10,7 +10,7 @@
 #include "VexmoraSDK/platform/UrlSession.h"
 #include "VexmoraSDK/platform/common/UrlSessionLimits.h"
 #include "tests/fake_platform/FakeMainQueue.h"
-#include "tests/session/RawServer.h"
+#include "tests/session/RudeServer.h"
 #include "tests/torture/Torture.h"
 
 namespace VexmoraSDK {
@@ -35,15 +35,14 @@ class ServerProcess {
         process_ = fork();
         if (process_ == 0) {
             prctl(PR_SET_PDEATHSIG, SIGKILL);
-            const RawServer server(answer);
-            const std::string port = server.place().substr(server.place().find(':'));
-            static_cast<void>(!write(place[1], port.data(), port.size()));
+            const RudeServer server(answer);
+            static_cast<void>(!write(place[1], server.port().data(), server.port().size()));
             while (true)
                 pause();
         }
         char port[8] = {};
         static_cast<void>(!read(place[0], port, sizeof port - 1));
-        address_ = std::string("http://localhost") + port + "/";
+        address_ = std::string("http://localhost:") + port + "/";
         close(place[0]);
         close(place[1]);
     }

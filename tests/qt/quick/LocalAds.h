@@ -9,9 +9,8 @@
 #include <filesystem>
 #include <string>
 
-#include "VexmoraSDK/platform/Bundle.h"
-#include "VexmoraSDK/platform/PropertyList.h"
 #include "adserver/AdServer.h"
+#include "tests/LibraryFolder.h"
 
 namespace VexmoraSDK {
 
@@ -24,14 +23,6 @@ class LocalAds {
     }
 
  private:
-    LocalAds() {
-        const std::filesystem::path library = path("library");
-        std::filesystem::copy(VEXMORA_RESOURCES, library, std::filesystem::copy_options::recursive);
-        write(library / "Info.plist", "ConfigurationPlist", "settings");
-        write(library / "settings.plist", "requestUrlFormat", server_.requestUrlFormat());
-        platform::Bundle::setLibraryFolder(library);
-    }
-
     Catalog catalog() const {
         const Creative redAndBlue{77, "/landing/red?sig=%41%c3", picture("red-and-blue", 320, 60)};
         const Creative small{77, "/landing/small", picture("small", 300, 50)};
@@ -52,19 +43,13 @@ class LocalAds {
         return file;
     }
 
-    static void write(const std::filesystem::path& path, std::string key, std::string value) {
-        const auto list = platform::PropertyList::binary({{std::move(key), std::move(value)}});
-        QFile file(QFile::decodeName(path.c_str()));
-        EXPECT_TRUE(file.open(QFile::WriteOnly));
-        file.write(reinterpret_cast<const char*>(list.data()), static_cast<qint64>(list.size()));
-    }
-
     std::filesystem::path path(const std::string& name) const {
         return QFile::encodeName(folder_.path()).toStdString() + "/" + name;
     }
 
     QTemporaryDir folder_;
     AdServer server_{catalog()};
+    LibraryFolder library_{server_.requestUrlFormat()};
 };
 
 }  // namespace VexmoraSDK

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+
+#include "adserver/HttpServer.h"
+
+namespace VexmoraSDK {
+
+/// Says the same to every client and hangs up, be it HTTP or not.
+class RudeServer : public HttpServer {
+ public:
+    explicit RudeServer(const std::string& answer) {
+        Get(".*", [answer](const httplib::Request&, httplib::Response&) {
+            connection().say(answer);
+            connection().hangUp();
+        });
+        port_ = std::to_string(bind(0));
+        serve();
+    }
+
+    const std::string& port() const { return port_; }
+    std::string address() const { return "http://127.0.0.1:" + port_ + "/"; }
+
+ private:
+    std::string port_;
+};
+
+}  // namespace VexmoraSDK
