@@ -69,8 +69,9 @@ def check_console(lines, server):
 
 def check_shell(lines, programs):
     presets = json.loads((ROOT / "CMakePresets.json").read_text())["configurePresets"]
-    for command in re.split(r"&&|[;\n|]", "\n".join(lines)):
-        command = command.split("#")[0].strip(" &")
+    text = re.sub(r"(?m)(^|\s)#.*", "", "\n".join(lines))
+    for command in re.split(r"&&|[;\n|]", text):
+        command = command.strip(" &")
         if not command:
             continue
         program = command.split()[0]
