@@ -75,7 +75,7 @@ def check_shell(lines, programs):
         if not command:
             continue
         program = command.split()[0]
-        in_build = re.fullmatch(r"build/\w+/bin/([\w-]+)", program)
+        in_build = re.fullmatch(r"(?:build|~)/\w+/bin/([\w-]+)", program)
         exists = (programs / in_build[1]).exists() if in_build else (
             (ROOT / program).exists() if "/" in program else shutil.which(program))
         preset = re.search(r"--preset (\S+)", command)

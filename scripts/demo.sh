@@ -4,12 +4,11 @@ set -euo pipefail
 root=$(CDPATH='' cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/setup.sh" build
 
-build=$root/build/demo
+build=$root/build/release
 mkdir -p "$build"
 (
     cd "$root"
-    cmake --preset release -B "$build" -DVEXMORA_TESTS=OFF -DVEXMORA_BENCHMARKS=OFF -DVEXMORA_EXAMPLES=OFF &&
-        cmake --build "$build" --target vexmora-demo vexmora-adserver
+    cmake --preset release && cmake --build --preset release --target vexmora-demo vexmora-adserver
 ) >"$build/build.log" 2>&1 || {
     cat "$build/build.log" >&2
     exit 1

@@ -8,7 +8,7 @@ scripts/setup.sh build
 
 build=${1:-build/package}
 if [ ! -f "$build/CMakeCache.txt" ]; then
-    cmake --preset release -B "$build" -DVEXMORA_TESTS=OFF -DVEXMORA_EXAMPLES=OFF
+    cmake --preset release -B "$build"
 fi
 qml=$(qmake6 -query QT_INSTALL_QML)
 cmake -B "$build" -DCMAKE_INSTALL_PREFIX=/usr -DVEXMORA_QML_DIR="${qml#/usr/}"

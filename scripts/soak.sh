@@ -5,9 +5,9 @@ set -euo pipefail
 CDPATH='' cd "$(dirname "$0")/.."
 export QT_QPA_PLATFORM=offscreen
 
-cmake --preset release >/dev/null
-cmake --build --preset release --target soak
-build/release/bin/soak --ads 100000 "$@"
+cmake --preset release -B build/soak -DVEXMORA_TESTS=ON >/dev/null
+cmake --build build/soak --target soak
+build/soak/bin/soak --ads 100000 "$@"
 
 # A tenth of them, for leaks.
 cmake --preset asan >/dev/null
