@@ -126,7 +126,7 @@ TEST(MainQueueDeathTest, IsAbsentUntilAnApplicationStarts) {
 
 TEST(MainQueueDeathTest, DropsWhatComesAfterTheOnlyApplication) {
     expectInItsOwnProcess([] {
-        std::optional<App>(std::in_place).reset();
+        { const App app; }
         ASSERT_TRUE(MainQueue::main());
         Held late;
         MainQueue::main()->async(late.block());
