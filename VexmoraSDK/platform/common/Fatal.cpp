@@ -10,8 +10,9 @@ namespace {
 /// Prints the pieces one by one: there may be no memory to put them together.
 [[noreturn]] void stop(std::initializer_list<std::string_view> report) noexcept {
     flockfile(stderr);
-    for (const auto piece : report)
-        std::fwrite(piece.data(), 1, piece.size(), stderr);
+    for (const auto piece : report) {
+        if (!piece.empty()) std::fwrite(piece.data(), 1, piece.size(), stderr);
+    }
     std::fflush(stderr);
     funlockfile(stderr);
     std::abort();
