@@ -147,6 +147,7 @@ bool HttpServer::process_and_close_socket(socket_t socket) {
         bool closed = false;
         while (process_request(connection, false, closed, onRequest) && !closed) {
         }
+        connection_ = nullptr;
         release(socket);
     }
     ::close(socket);
