@@ -113,9 +113,10 @@ std::vector<Operation> operations(const std::string& pictures) {
         all.push_back({"whole ad: " + std::string(kind.name), [&kind] { showAd(kind); }});
     }
     for (const auto& [name, bytes] : creatives) {
-        all.push_back({"decode: " + std::string(name),
-                       [bytes] { benchmark::DoNotOptimize(platform::Image::fromData(bytes)); },
-                       bytes.size()});
+        all.push_back(
+            {"decode: " + std::string(name),
+             [bytes = bytes] { benchmark::DoNotOptimize(platform::Image::fromData(bytes)); },
+             bytes.size()});
     }
     for (const int ads : {1, 100}) {
         const Data body = platform::dataOf(answerOf(native, ads));
