@@ -207,7 +207,7 @@ TEST_F(UrlSessionTest, CompletesOnAThreadThatLeavesTheHostsSignalsAlone) {
 }
 
 TEST_F(UrlSessionTest, StartsATaskOnceAndOnlyWhenItIsResumedAndUsesAConnectionAgain) {
-    auto [unused, never] = taskFor(ads("unused"));
+    const auto neverResumed = taskFor(ads("unused"));
     auto [task, future] = taskFor(ads("home-bottom"));
     task.resume();
     task.resume();

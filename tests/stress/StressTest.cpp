@@ -76,11 +76,11 @@ class Worker {
     /// Keeps `heard` for the first that is heard.
     std::shared_ptr<VexmoraDelegate> delegate(std::promise<void> heard) {
         ++counts_.delegates;
-        const std::shared_ptr<VexmoraDelegate> delegate(new VexmoraDelegate,
-                                                        [&counts = counts_](VexmoraDelegate* gone) {
-                                                            delete gone;
-                                                            --counts.delegates;
-                                                        });
+        std::shared_ptr<VexmoraDelegate> delegate(new VexmoraDelegate,
+                                                  [&counts = counts_](VexmoraDelegate* gone) {
+                                                      delete gone;
+                                                      --counts.delegates;
+                                                  });
         const auto hear = [once = std::make_shared<std::once_flag>(),
                            promise = std::make_shared<std::promise<void>>(std::move(heard))] {
             std::call_once(*once, [&] { promise->set_value(); });

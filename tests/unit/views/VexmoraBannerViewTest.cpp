@@ -11,7 +11,6 @@ namespace {
 using platform::Rect;
 using platform::Size;
 using platform::FakeMainQueue::drain;
-using platform::FakeUrlSession::answer;
 using platform::FakeUrlSession::fail;
 using testing::ElementsAre;
 using testing::IsEmpty;

@@ -13,7 +13,6 @@ using platform::ContentMode;
 using platform::ImageView;
 using platform::Point;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 const char kAds[] = "https://ads.test/?container=home&types=14";
 
