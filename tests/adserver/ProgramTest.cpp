@@ -16,7 +16,6 @@
 
 using VexmoraSDK::AdServer;
 using VexmoraSDK::Catalog;
-using VexmoraSDK::Creative;
 
 namespace {
 
@@ -54,7 +53,7 @@ class Program {
             const std::size_t found = said_.find(wanted);
             const std::size_t end = found == std::string::npos ? found : said_.find('\n', found);
             if (end != std::string::npos || !readMore()) {
-                const std::string part = said_.substr(0, end);
+                std::string part = said_.substr(0, end);
                 said_.erase(0, end);
                 return part;
             }
