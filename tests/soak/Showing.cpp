@@ -75,7 +75,7 @@ bool nothingIsUnderWay(const VexmoraView& view) {
 }  // namespace
 
 std::shared_ptr<Showing> Showing::start(Random& random, unsigned faultyPercent) {
-    const std::shared_ptr<Showing> self(new Showing);
+    std::shared_ptr<Showing> self(new Showing);
     const auto kind = static_cast<ViewKind>(upTo(random, 2));
     self->faulty_ = upTo(random, 99) < faultyPercent;
     const auto& container =
