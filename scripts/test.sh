@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds and runs all tests. First what can be seen without building and the fuzzers for a moment;
 # then the tests under AddressSanitizer with UndefinedBehaviorSanitizer and under ThreadSanitizer;
-# then apps of hosts, built with what was installed and packaged; last the tests as they are.
+# then the demo, and apps of hosts, built with what was installed and packaged; last the tests as
+# they are.
 set -euo pipefail
 CDPATH='' cd "$(dirname "$0")/.."
 scripts/lint.sh --quick
@@ -22,6 +23,9 @@ for preset in asan tsan; do
     build "$preset"
     ctest --preset "$preset" -j "$(nproc)"
 done
+
+echo "== demo"
+scripts/demo.sh --headless --out build/demo-pictures
 
 build dev
 echo "== package"
