@@ -67,7 +67,10 @@ class Server {
         while (process_.waitForReadyRead()) {
             while (process_.canReadLine()) {
                 const auto line = process_.readLine().trimmed();
-                if (line.startsWith(label)) return line.mid(label.size()).toStdString();
+                if (!line.startsWith(label)) continue;
+                // Else what the server says of each request would be kept here.
+                process_.closeReadChannel(QProcess::StandardOutput);
+                return line.mid(label.size()).toStdString();
             }
         }
         fail("no ad server");
