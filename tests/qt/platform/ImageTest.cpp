@@ -12,7 +12,6 @@
 #include "VexmoraSDK/platform/qt/ImageImpl.h"
 
 using VexmoraSDK::platform::Image;
-using VexmoraSDK::platform::Size;
 
 namespace {
 

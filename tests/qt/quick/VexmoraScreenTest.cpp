@@ -14,7 +14,6 @@ using VexmoraSDK::LocalAds;
 using VexmoraSDK::Scene;
 using VexmoraSDK::VexmoraAdView;
 using VexmoraSDK::VexmoraScreen;
-using VexmoraSDK::VexmoraView;
 
 namespace {
 
