@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <optional>
+#include <utility>
 
 #include "VexmoraSDK/platform/UrlSession.h"
 
@@ -18,6 +19,16 @@ struct UrlSessionTask::Transfer {
         userInfo.emplace(kLocalizedDescriptionKey, std::string(description));
         userInfo.emplace(kFailingUrlStringKey, url.text());
         error.emplace("VexmoraURLErrorDomain", code, std::move(userInfo));
+    }
+
+    /// Runs the completion with the outcome, and lets go of what it holds.
+    void complete() {
+        const auto callback = std::exchange(completion, nullptr);
+        if (error) {
+            callback(std::nullopt, std::nullopt, std::move(error));
+        } else {
+            callback(std::move(body), response, std::nullopt);
+        }
     }
 
     const Url url;

@@ -1,10 +1,10 @@
 #include "VexmoraSDK/platform/common/TransferLoop.h"
 
 #include <chrono>
+#include <thread>
 #include <utility>
 
 #include "VexmoraSDK/platform/common/UrlSessionLimits.h"
-#include "VexmoraSDK/platform/common/WorkerThread.h"
 
 namespace VexmoraSDK::platform {
 namespace {
@@ -32,78 +32,60 @@ CURLSH* makeCookieJar() {
 
 }  // namespace
 
-TransferLoop::TransferLoop(Sink finished) : finished_(std::move(finished)) {}
-
-void TransferLoop::start(std::shared_ptr<Transfer> transfer) {
-    {
-        const std::lock_guard lock(mutex_);
-        if (stopped_) return;
-        waiting_.push_back(transfer);
-        // Where others wait already, the thread looks by itself as soon as there is room.
-        if (waiting_.size() > 1 || wakeThread()) return;
-        waiting_.pop_back();
-    }
-    transfer->fail(CURLE_FAILED_INIT, curl_easy_strerror(CURLE_FAILED_INIT));
-    finished_(std::move(transfer));
-}
-
-bool TransferLoop::wakeThread() {
+bool TransferLoop::add(std::shared_ptr<Transfer> transfer) {
+    const std::lock_guard lock(mutex_);
     if (!cookies_) cookies_ = makeCookieJar();
     if (!multi_) multi_ = makeMulti();
     if (!cookies_ || !multi_) return false;
-    if (!thread_.joinable()) thread_ = startWorkerThread("vexmora-io", [this] { run(); });
-    return thread_.joinable() && curl_multi_wakeup(multi_) == CURLM_OK;
+    waiting_.push_back(std::move(transfer));
+    // Where others wait already, a turn looks by itself as soon as there is room.
+    if (waiting_.size() > 1 || wake()) return true;
+    waiting_.pop_back();
+    return false;
 }
 
-void TransferLoop::stop() {
-    {
-        const std::lock_guard lock(mutex_);
-        stopped_ = true;
-        if (!thread_.joinable()) return;
-        // A sleep that cannot be ended must not hold up whoever waits for the end of the thread.
-        if (curl_multi_wakeup(multi_) != CURLM_OK) return thread_.detach();
+bool TransferLoop::wake() {
+    return curl_multi_wakeup(multi_) == CURLM_OK;
+}
+
+std::vector<std::shared_ptr<Transfer>> TransferLoop::turn() {
+    Ended ended;
+    beginWaiting(ended);
+    int running = 0;
+    const auto performed = curl_multi_perform(multi_, &running);
+    takeDone(ended);
+    if (!ended.empty()) return ended;
+    const auto polled = curl_multi_poll(multi_, nullptr, 0, kLongestPoll, nullptr);
+    if (performed != CURLM_OK || polled != CURLM_OK) {
+        // Lack of memory, say: not to be met with a busy loop. The transfers have their limits.
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
-    finishWorkerThread(thread_);
+    return ended;
 }
 
-void TransferLoop::run() {
-    while (beginWaiting()) {
-        const auto polled = curl_multi_poll(multi_, nullptr, 0, kLongestPoll, nullptr);
-        int running = 0;
-        const auto performed = curl_multi_perform(multi_, &running);
-        if (polled != CURLM_OK || performed != CURLM_OK) {
-            // Lack of memory, say: not to be met with a busy loop. The transfers have their limits.
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        }
-        finishDone();
-    }
-}
-
-bool TransferLoop::beginWaiting() {
+void TransferLoop::beginWaiting(Ended& ended) {
     std::unique_lock lock(mutex_);
-    while (!stopped_ && !waiting_.empty() &&
-           exchanges_.size() < UrlSessionLimits::shared().transfers) {
+    while (!waiting_.empty() && exchanges_.size() < UrlSessionLimits::shared().transfers) {
         auto transfer = std::move(waiting_.front());
         waiting_.pop_front();
         lock.unlock();
-        begin(std::move(transfer));
+        begin(std::move(transfer), ended);
         lock.lock();
     }
-    return !stopped_;
 }
 
-void TransferLoop::begin(std::shared_ptr<Transfer> transfer) {
+void TransferLoop::begin(std::shared_ptr<Transfer> transfer, Ended& ended) {
     auto exchange = std::make_unique<HttpExchange>(std::move(transfer));
     CURLcode result = exchange->configure(cookies_);
     if (result == CURLE_OK && curl_multi_add_handle(multi_, exchange->easy()) == CURLM_OK) {
         exchanges_.emplace(exchange->easy(), std::move(exchange));
     } else {
         exchange->finish(result == CURLE_OK ? CURLE_FAILED_INIT : result);
-        finished_(exchange->transfer());
+        ended.push_back(exchange->transfer());
     }
 }
 
-void TransferLoop::finishDone() {
+void TransferLoop::takeDone(Ended& ended) {
     int left = 0;
     while (const CURLMsg* message = curl_multi_info_read(multi_, &left)) {
         if (message->msg != CURLMSG_DONE) continue;
@@ -112,7 +94,7 @@ void TransferLoop::finishDone() {
         // The end of the exchange removes what could not be removed here.
         static_cast<void>(curl_multi_remove_handle(multi_, done.key()));
         done.mapped()->finish(result);
-        finished_(done.mapped()->transfer());
+        ended.push_back(done.mapped()->transfer());
     }
 }
 

@@ -3,52 +3,45 @@
 #include <curl/curl.h>
 
 #include <deque>
-#include <functional>
 #include <memory>
 #include <mutex>
-#include <thread>
 #include <unordered_map>
+#include <vector>
 
 #include "VexmoraSDK/platform/common/HttpExchange.h"
 
 namespace VexmoraSDK::platform {
 
-/// The thread that moves the bytes of all transfers, with libcurl, and nothing else. It is started
-/// with the first transfer.
+/// Moves the bytes of all transfers, with libcurl. What libcurl holds is kept for good, because
+/// letting go of it would wait for names that are being resolved.
 class TransferLoop {
  public:
-    using Sink = std::function<void(std::shared_ptr<Transfer>)>;
+    /// Has the transfer begin in a turn, as soon as fewer than the most are in flight. False, and
+    /// nothing done, when that is not possible. Any thread.
+    bool add(std::shared_ptr<Transfer> transfer);
 
-    /// `finished` gets each transfer once, with its outcome filled in, on the loop's thread or
-    /// inside `start`. It must not wait.
-    explicit TransferLoop(Sink finished);
+    /// Ends the wait of a turn, or else that of the next one. False when that is not possible. Any
+    /// thread, after an `add`.
+    bool wake();
 
-    /// Starts a transfer as soon as fewer than the most are in flight. Any thread.
-    void start(std::shared_ptr<Transfer> transfer);
-
-    /// Ends the thread; transfers in flight stay as they are. What libcurl holds is kept, because
-    /// letting go of it would wait for names that are being resolved. Any thread.
-    void stop();
+    /// Moves what there is to move, or waits until there is, and returns the transfers that ended,
+    /// each once, with their outcomes filled in. On one thread at a time.
+    std::vector<std::shared_ptr<Transfer>> turn();
 
  private:
-    bool wakeThread();
-    void run();
-    /// False when the loop is to end.
-    bool beginWaiting();
-    void begin(std::shared_ptr<Transfer> transfer);
-    void finishDone();
+    using Ended = std::vector<std::shared_ptr<Transfer>>;
 
-    const Sink finished_;
+    void beginWaiting(Ended& ended);
+    void begin(std::shared_ptr<Transfer> transfer, Ended& ended);
+    void takeDone(Ended& ended);
 
     std::mutex mutex_;
     std::deque<std::shared_ptr<Transfer>> waiting_;
-    // Set before the thread starts, and then for good.
+    // Set before the first turn, and then for good.
     CURLSH* cookies_ = nullptr;
     CURLM* multi_ = nullptr;
-    std::thread thread_;
-    bool stopped_ = false;
 
-    // The thread's own.
+    // Of whoever takes the turn.
     std::unordered_map<CURL*, std::unique_ptr<HttpExchange>> exchanges_;
 };
 

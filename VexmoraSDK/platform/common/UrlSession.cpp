@@ -8,14 +8,12 @@
 
 #include "VexmoraSDK/platform/Image.h"
 #include "VexmoraSDK/platform/MainQueue.h"
-#include "VexmoraSDK/platform/common/DeliveryThreads.h"
-#include "VexmoraSDK/platform/common/TransferLoop.h"
+#include "VexmoraSDK/platform/common/SessionThreads.h"
 
 namespace VexmoraSDK::platform {
 namespace {
 
-/// What works for the shared session: bytes move on one thread, completions run on others, so that
-/// decoding a picture delays no transfer.
+/// What works for the shared session.
 class Engine {
  public:
     static Engine& shared() {
@@ -28,12 +26,12 @@ class Engine {
         const auto scheme = transfer->url.scheme();
         if ((scheme != "http" && scheme != "https") || transfer->url.host().empty()) {
             transfer->fail(CURLE_UNSUPPORTED_PROTOCOL, "The address is not one of HTTP");
-            deliver(std::move(transfer));
+            threads_.complete(std::move(transfer));
         } else if (libcurlSetUp_ != CURLE_OK) {
             transfer->fail(libcurlSetUp_, curl_easy_strerror(libcurlSetUp_));
-            deliver(std::move(transfer));
+            threads_.complete(std::move(transfer));
         } else {
-            loop_.start(std::move(transfer));
+            threads_.start(std::move(transfer));
         }
     }
 
@@ -46,28 +44,15 @@ class Engine {
         if (std::atexit([] { shared().stop(); }) != 0) throw std::bad_alloc();
     }
 
-    void deliver(std::shared_ptr<Transfer> transfer) {
-        threads_.run([transfer = std::move(transfer)] {
-            const auto completion = std::exchange(transfer->completion, nullptr);
-            if (transfer->error) {
-                completion(std::nullopt, std::nullopt, std::move(transfer->error));
-            } else {
-                completion(std::move(transfer->body), transfer->response, std::nullopt);
-            }
-        });
-    }
-
     void stop() {
         // A process that was forked off has none of the threads.
         if (getpid() != process_) return;
-        loop_.stop();
         threads_.stop();
     }
 
     const pid_t process_ = getpid();
     const CURLcode libcurlSetUp_ = curl_global_init(CURL_GLOBAL_DEFAULT);
-    DeliveryThreads threads_;
-    TransferLoop loop_{[this](std::shared_ptr<Transfer> done) { deliver(std::move(done)); }};
+    SessionThreads threads_;
 };
 
 }  // namespace
