@@ -3,10 +3,12 @@
 #include <gmock/gmock.h>
 #include <pthread.h>
 
+#include <algorithm>
 #include <atomic>
 #include <csignal>
 #include <fstream>
 #include <iterator>
+#include <latch>
 #include <set>
 #include <vector>
 
@@ -145,6 +147,28 @@ TEST_F(UrlSessionTest, LetsASlowNameDelayNobody) {
     StalledResolver resolver;
     expectTransportError(std::string("http://") + StalledResolver::kName + "/");
     EXPECT_THAT(fetch(ads("home-bottom")).text(), HasSubstr("adTypeId"));
+}
+
+TEST_F(UrlSessionTest, LetsCompletionsThatWaitDelayNoTransfer) {
+    const auto most = std::clamp(std::thread::hardware_concurrency(), 1u, 4u);
+    std::latch waiting(most);
+    std::promise<void> released;
+    const auto go = released.get_future().share();
+    for (unsigned i = 0; i < most; ++i) {
+        UrlSession::shared()
+            .dataTask(Url::fromString(ads("home-bottom")).value(),
+                      [&waiting, go](auto, auto, auto) {
+                          waiting.count_down();
+                          go.wait();
+                      })
+            .resume();
+    }
+    waiting.wait();
+    auto [task, future] = taskFor(ads("home-bottom"));
+    task.resume();
+    EXPECT_TRUE(server.waitForRequests(most + 1));
+    released.set_value();
+    EXPECT_FALSE(outcomeOf(std::move(future)).error);
 }
 
 TEST_F(UrlSessionTest, OpensNoMoreConnectionsThanTransfersMayBeAtOnce) {
