@@ -32,6 +32,14 @@ const T& forced(const platform::Value& value, std::string_view typeName) {
     return *converted;
 }
 
+std::vector<AdRecord> recordsFrom(const platform::Value& json) {
+    std::vector<AdRecord> records;
+    for (const auto& ad : forced<platform::Array>(json, "array")) {
+        records.push_back(recordFrom(forced<platform::Dictionary>(ad, "dictionary")));
+    }
+    return records;
+}
+
 }  // namespace
 
 void Utils::getDataFromUrl(const platform::Url& url,
@@ -53,13 +61,7 @@ void Utils::getDataFromUrl(const platform::Url& url,
 std::vector<AdRecord> Utils::parseAdJson(const platform::Data& data) {
     const auto answer = platform::Json::read(data);
     const auto* json = std::get_if<platform::Value>(&answer);
-    if (!json) return {};
-
-    std::vector<AdRecord> records;
-    for (const auto& ad : forced<platform::Array>(*json, "array")) {
-        records.push_back(recordFrom(forced<platform::Dictionary>(ad, "dictionary")));
-    }
-    return records;
+    return json ? recordsFrom(*json) : std::vector<AdRecord>();
 }
 
 template <class T>
@@ -70,7 +72,7 @@ std::shared_ptr<T> Utils::getAdFromJson(const platform::Data& data,
         errorCallback(VexmoraError(VexmoraErrorCodes::ParsingError, error->userInfo()));
         return nullptr;
     }
-    const auto records = parseAdJson(data);
+    const auto records = recordsFrom(std::get<platform::Value>(answer));
     if (records.empty()) {
         errorCallback(VexmoraError(VexmoraErrorCodes::ParsingError, std::nullopt));
         return nullptr;
