@@ -18,7 +18,9 @@ std::string filled(std::string_view format, const std::string& first, const std:
     const std::array<const std::string*, 2> arguments = {&first, &second};
     std::size_t next = 0;
     std::string text;
-    while (!format.empty()) {
+    for (auto plain = format.find('%'); plain != format.npos; plain = format.find('%')) {
+        text += format.substr(0, plain);
+        format.remove_prefix(plain);
         std::size_t length = 1;
         if (format.starts_with("%%")) {
             length = 2;
@@ -33,11 +35,11 @@ std::string filled(std::string_view format, const std::string& first, const std:
             length = 4;
             text += second;
         } else {
-            text += format.front();
+            text += '%';
         }
         format.remove_prefix(length);
     }
-    return text;
+    return text.append(format);
 }
 
 std::string joined(const std::vector<std::intptr_t>& numbers) {
