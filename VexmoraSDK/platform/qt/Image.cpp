@@ -59,14 +59,21 @@ bool hasAcceptedSize(const QImageReader& reader) {
     return size != QSize() && pixels > 0 && pixels <= kMaxPixels;
 }
 
+/// The formats of the web and no other: each further decoder is one more that a server can feed.
+struct Format {
+    std::string_view name;
+    std::string_view beginning;
+};
+constexpr Format kFormats[] = {
+    {"png", "\x89PNG"}, {"jpeg", "\xFF\xD8"}, {"webp", "RIFF"}, {"gif", "GIF8"}, {"bmp", "BM"}};
+
 QImage read(const Data& data) {
-    // The formats of the web and no other: each further decoder is one more that a server can feed.
-    for (const std::string_view format : {"png", "jpeg", "webp", "gif", "bmp"}) {
+    for (const auto& [format, beginning] : kFormats) {
+        if (!textOf(data).starts_with(beginning)) continue;
         Bytes bytes(data);
         QImageReader reader(&bytes, format.data());
         reader.setAutoDetectImageFormat(false);
         reader.setAutoTransform(true);
-        if (!reader.canRead()) continue;
         if (!hasAcceptedSize(reader)) return QImage();
         if (format == "gif" && isScreenTooLarge(data)) return QImage();
         bytes.forgetReads();
@@ -87,8 +94,13 @@ QImage inFormatForPainting(QImage image) {
 }  // namespace
 
 void Image::prepareDecoding() {
+    const QuietScope quiet;
     // Asks the plugin of each format, and so loads it.
-    fromData({});
+    for (const auto& [format, beginning] : kFormats) {
+        const Data none;
+        Bytes bytes(none);
+        QImageReader(&bytes, format.data()).canRead();
+    }
     // Takes part in converting large pictures.
     QThreadPool::globalInstance();
 }
