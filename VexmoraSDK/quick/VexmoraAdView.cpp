@@ -145,10 +145,12 @@ void VexmoraAdView::choiceChanged() {
 }
 
 void VexmoraAdView::askLater() {
-    willAskAnew_ = true;
-    MainQueue::main()->async([item = QPointer(this)] {
-        if (item && std::exchange(item->willAskAnew_, false)) item->ask();
-    });
+    if (std::exchange(willAskAnew_, true)) return;
+    // No block of the main queue, in which the request would start one turn later still.
+    const auto askNow = [this] {
+        if (std::exchange(willAskAnew_, false)) ask();
+    };
+    QMetaObject::invokeMethod(this, askNow, Qt::QueuedConnection);
 }
 
 void VexmoraAdView::ask() {
