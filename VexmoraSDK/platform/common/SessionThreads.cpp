@@ -99,7 +99,8 @@ bool SessionThreads::hasLeader() const {
 }
 
 void SessionThreads::addThreads() {
-    const std::size_t cores = std::clamp(std::thread::hardware_concurrency(), 1u, 4u);
+    // Each question reads a file.
+    static const std::size_t cores = std::clamp(std::thread::hardware_concurrency(), 1u, 4u);
     const std::size_t wanted = std::min(completing_ + ended_.size(), cores) + 1;
     threads_.reserve(cores + 1);  // no thread is started that could then not be kept
     while (!stopped_ && threads_.size() < wanted) {
