@@ -1,3 +1,4 @@
+#include <QtCore/QSignalMapper>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QPainter>
 #include <QtQml/QQmlComponent>
@@ -136,11 +137,11 @@ json::object oneByOne(const Options& options) {
 }
 
 /// One page of a scene after the other: the SDK's item and one written by hand.
-class Scene : public QObject {
-    Q_OBJECT
-
+class Scene {
  public:
     Scene(const Kind& kind, const std::string& folder) : kind_(kind) {
+        QObject::connect(&ready_, &QSignalMapper::mappedInt,
+                         [this] { received_ = watch_->passed(); });
         window_.resize(Kind::screenSize());
         window_.show();
         for (const auto* name : {"SdkPage", "HandWrittenPage"}) {
@@ -161,24 +162,23 @@ class Scene : public QObject {
         watch_ = &watch;
         const std::unique_ptr<QObject> page(
             components_[which]->createWithInitialProperties(properties));
-        connect(page.get(), SIGNAL(ready()), this, SLOT(ready()));
+        ready_.setMapping(page.get(), 0);
+        QObject::connect(page.get(), SIGNAL(ready()), &ready_, SLOT(map()));
         runUntil([&] { return received_.has_value(); });
         bool shown = false;
         const auto connection =
-            connect(&window_, &QQuickWindow::frameSwapped, this, [&] { shown = true; });
+            QObject::connect(&window_, &QQuickWindow::frameSwapped, [&] { shown = true; });
         window_.update();
         runUntil([&] { return shown; });
         times.painted.add(watch.passed());
         times.main.add(watch.worked());
         times.received.add(*received_);
-        disconnect(connection);
+        QObject::disconnect(connection);
     }
-
- private Q_SLOTS:
-    void ready() { received_ = watch_->passed(); }
 
  private:
     const Kind& kind_;
+    QSignalMapper ready_;  // A signal of QML can be connected to a slot alone.
     QQmlEngine engine_;
     QQuickWindow window_;
     std::vector<std::unique_ptr<QQmlComponent>> components_;
@@ -312,8 +312,6 @@ json::object once(const Options& options) {
 
 }  // namespace
 }  // namespace VexmoraSDK::benchmarks
-
-#include "AdBench.moc"
 
 int main(int argc, char** argv) {
     using namespace VexmoraSDK::benchmarks;
