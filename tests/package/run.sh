@@ -90,6 +90,12 @@ assert plistlib.load(open(sys.argv[1], "rb")) == {"requestUrlFormat": sys.argv[2
 ' "$work/source/share/VexmoraSDK/VexmoraSettings.plist" "$template"
 }
 
+# An installation of archives alone can be made. It is not built either.
+check_archives() {
+    quietly cmake --preset release -S "$root" -B "$work/archives" \
+        -DBUILD_SHARED_LIBS=OFF -DVEXMORA_DEMO=OFF
+}
+
 # The recipes can be read, and tell the version of the project.
 check_recipes() {
     local recipes=$root/packaging version
@@ -146,6 +152,7 @@ check_apps shared "$prefix" "$(dirname "$(find "$prefix" -name qmldir -printf '%
 check_apps static "$prefix" ""
 check_pkg_config "$libraries"
 check_source
+check_archives
 
 if [ -n "$packages" ]; then
     prefix=$work/packages
