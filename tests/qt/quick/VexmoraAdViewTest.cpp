@@ -214,10 +214,9 @@ TEST_F(VexmoraAdViewTest, MayBeDestroyedFromInsideOfItsSignals) {
 TEST_F(VexmoraAdViewTest, MayBeDestroyedWhileItsRequestsFly) {
     delete add("containerId: 'home'; adSize: '320x60'");
     for (const char* container : {"home", "nothing", "fault-slow", "fault-cut-short"}) {
+        const auto sent = server_.requests().size();
         const auto* ad = add(QByteArray("adSize: '320x60'; containerId: '") + container + "'");
         ASSERT_TRUE(App::waitFor([&] { return ad->view(); }));
-        const auto sent = server_.requests().size();
-        App::runQueuedBlocks();
         // No event is delivered before the item is gone.
         ASSERT_TRUE(server_.waitForRequests(sent + 1));
         delete ad;
