@@ -32,16 +32,19 @@ CURLSH* makeCookieJar() {
 
 }  // namespace
 
-bool TransferLoop::add(std::shared_ptr<Transfer> transfer) {
-    const std::lock_guard lock(mutex_);
+bool TransferLoop::add(const std::shared_ptr<Transfer>& transfer) {
+    std::unique_lock lock(mutex_);
     if (!cookies_) cookies_ = makeCookieJar();
     if (!multi_) multi_ = makeMulti();
     if (!cookies_ || !multi_) return false;
-    waiting_.push_back(std::move(transfer));
+    waiting_.push_back(transfer);
     // Where others wait already, a turn looks by itself as soon as there is room.
-    if (waiting_.size() > 1 || wake()) return true;
-    waiting_.pop_back();
-    return false;
+    if (waiting_.size() > 1) return true;
+    // Whoever is woken up takes the lock first.
+    lock.unlock();
+    if (wake()) return true;
+    lock.lock();
+    return std::erase(waiting_, transfer) == 0;
 }
 
 bool TransferLoop::wake() {

@@ -18,7 +18,7 @@ class TransferLoop {
  public:
     /// Has the transfer begin in a turn, as soon as fewer than the most are in flight. False, and
     /// nothing done, when that is not possible. Any thread.
-    bool add(std::shared_ptr<Transfer> transfer);
+    bool add(const std::shared_ptr<Transfer>& transfer);
 
     /// Ends the wait of a turn, or else that of the next one. False when that is not possible. Any
     /// thread, after an `add`.
