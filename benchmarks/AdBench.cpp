@@ -6,7 +6,6 @@
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 #include <iostream>
 #include <map>
@@ -37,11 +36,6 @@ int number(const Options& options, std::string_view name) {
     return std::atoi(found->second.c_str());
 }
 
-bool wants(const Options& options, std::string_view contender) {
-    const auto only = options.find("only");
-    return only == options.end() || only->second == contender;
-}
-
 /// What an ad is painted on: the same for all who paint.
 QImage& canvas(QSize size) {
     static QImage canvas;
@@ -65,10 +59,22 @@ void paint(const FloorView& view) {
 struct Times {
     Samples received;  ///< until the app could know of it
     Samples painted;
-    Samples main;  ///< processor time of the main thread, painting included
+    Samples main;     ///< processor time of the main thread, painting included
+    Samples wakeUps;  ///< of all threads
+
+    /// The ad that was asked for when `watch` began is painted.
+    void add(Milliseconds receivedAfter, const Stopwatch& watch) {
+        painted.add(watch.passed());
+        main.add(watch.worked());
+        received.add(receivedAfter);
+        wakeUps.add(watch.wakeUps());
+    }
 
     json::object json() const {
-        return {{"received", received.json()}, {"painted", painted.json()}, {"main", main.json()}};
+        return {{"received", received.json()},
+                {"painted", painted.json()},
+                {"main", main.json()},
+                {"wakeUps", wakeUps.json()}};
     }
 };
 
@@ -94,9 +100,7 @@ void showSdkAd(const Kind& kind, Times& times) {
     const auto view = kind.createView(delegateThat([&] { received = watch.passed(); }));
     runUntil([&] { return received.has_value(); });
     paint(*view);
-    times.painted.add(watch.passed());
-    times.main.add(watch.worked());
-    times.received.add(*received);
+    times.add(*received, watch);
 }
 
 void showFloorAd(Floor& floor, const Kind& kind, Times& times) {
@@ -109,31 +113,36 @@ void showFloorAd(Floor& floor, const Kind& kind, Times& times) {
     });
     runUntil([&] { return received.has_value(); });
     paint(*view);
-    times.painted.add(watch.passed());
-    times.main.add(watch.worked());
-    times.received.add(*received);
+    times.add(*received, watch);
 }
 
-/// One ad after the other, the SDK's and the hand-written ones in turn, so that what else the
-/// machine does hits both.
-json::object oneByOne(const Options& options) {
-    const Kind& kind = Kind::named(options.at("kind"));
-    const int count = number(options, "count");
+using Contender = std::pair<std::string_view, std::function<void(Times&)>>;
+
+/// One ad after the other, the contenders in turn, so that what else the machine does hits all of
+/// them. With "only", one of them alone.
+json::object inTurn(const Options& options, const std::vector<Contender>& contenders) {
     constexpr int kWarmUp = 5;
-    Floor floor;
-    Times sdk;
-    Times byHand;
-    Times ignored;
-    for (int i = -kWarmUp; i < count; ++i) {
-        if (wants(options, "sdk")) showSdkAd(kind, i < 0 ? ignored : sdk);
-        settle();
-        if (wants(options, "floor")) showFloorAd(floor, kind, i < 0 ? ignored : byHand);
-        settle();
+    const auto only = options.find("only");
+    std::map<std::string_view, Times> times;
+    for (int i = -kWarmUp; i < number(options, "count"); ++i) {
+        for (const auto& [name, show] : contenders) {
+            if (only != options.end() && only->second != name) continue;
+            Times ignored;
+            show(i < 0 ? ignored : times[name]);
+            settle();
+        }
     }
     json::object result;
-    if (wants(options, "sdk") && count > 0) result["sdk"] = sdk.json();
-    if (wants(options, "floor") && count > 0) result["floor"] = byHand.json();
+    for (const auto& [name, taken] : times)
+        result[name] = taken.json();
     return result;
+}
+
+json::object oneByOne(const Options& options) {
+    const Kind& kind = Kind::named(options.at("kind"));
+    Floor floor;
+    return inTurn(options, {{"sdk", [&](Times& times) { showSdkAd(kind, times); }},
+                            {"floor", [&](Times& times) { showFloorAd(floor, kind, times); }}});
 }
 
 /// One page of a scene after the other: the SDK's item and one written by hand.
@@ -165,14 +174,16 @@ class Scene {
         ready_.setMapping(page.get(), 0);
         QObject::connect(page.get(), SIGNAL(ready()), &ready_, SLOT(map()));
         runUntil([&] { return received_.has_value(); });
+        waitForFrame();
+        times.add(*received_, watch);
+    }
+
+    void waitForFrame() {
         bool shown = false;
         const auto connection =
             QObject::connect(&window_, &QQuickWindow::frameSwapped, [&] { shown = true; });
         window_.update();
         runUntil([&] { return shown; });
-        times.painted.add(watch.passed());
-        times.main.add(watch.worked());
-        times.received.add(*received_);
         QObject::disconnect(connection);
     }
 
@@ -186,18 +197,18 @@ class Scene {
     std::optional<Milliseconds> received_;
 };
 
+/// The floor takes its turns too, at the pace of the scene, though it shows nothing there: after
+/// the wait for a frame, caches are cold.
 json::object inScenes(const Options& options) {
-    Scene scene(Kind::named(options.at("kind")), options.at("qml"));
-    Times sdk;
-    Times byHand;
-    Times ignored;
-    for (int i = -5; i < number(options, "count"); ++i) {
-        scene.show(0, i < 0 ? ignored : sdk);
-        settle();
-        scene.show(1, i < 0 ? ignored : byHand);
-        settle();
-    }
-    return {{"sdk", sdk.json()}, {"qml", byHand.json()}};
+    const Kind& kind = Kind::named(options.at("kind"));
+    Scene scene(kind, options.at("qml"));
+    Floor floor;
+    return inTurn(options, {{"sdk", [&](Times& times) { scene.show(0, times); }},
+                            {"qml", [&](Times& times) { scene.show(1, times); }},
+                            {"floor", [&](Times& times) {
+                                 showFloorAd(floor, kind, times);
+                                 scene.waitForFrame();
+                             }}});
 }
 
 /// The main thread's work while that many ads arrive at once.
@@ -206,14 +217,24 @@ struct Burst {
     Samples created;  ///< in the host's own calls of `createView`
     Samples main;     ///< after these
     Samples longest;
-    int lostFrames = 0;
+    Samples process;  ///< of all threads
+    Samples lostFrames;
+
+    /// All ads that were asked for when `watch` began are there.
+    void add(const Stopwatch& watch, Milliseconds calls, Stretches& stretches) {
+        stretches.tick();
+        passed.add(watch.passed());
+        created.add(calls);
+        main.add(watch.worked() - calls);
+        longest.add(stretches.longest());
+        process.add(watch.workedByAll());
+        lostFrames.add(long{stretches.lostFrames()});
+    }
 
     json::object json() const {
-        return {{"passed", passed.json()},
-                {"created", created.json()},
-                {"main", main.json()},
-                {"longest", longest.json()},
-                {"lostFrames", lostFrames}};
+        return {{"passed", passed.json()},   {"created", created.json()},
+                {"main", main.json()},       {"longest", longest.json()},
+                {"process", process.json()}, {"lostFrames", lostFrames.json()}};
     }
 };
 
@@ -227,33 +248,21 @@ Views showAtOnce(const Kind& kind, int count, Burst* burst) {
     for (int i = 0; i < count; ++i)
         views.push_back(kind.createView(delegate));
     const auto created = watch.worked();
-    const Stretches stretches;
+    Stretches stretches;
     runUntil([&] { return received == count; });
-    if (burst) {
-        burst->passed.add(watch.passed());
-        burst->created.add(created);
-        burst->main.add(watch.worked() - created);
-        burst->longest.add(stretches.longest());
-        burst->lostFrames = std::max(burst->lostFrames, stretches.lostFrames());
-    }
+    if (burst) burst->add(watch, created, stretches);
     return views;
 }
 
 void showByHandAtOnce(Floor& floor, const Kind& kind, int count, Burst* burst) {
     std::deque<FloorView> views;
     const Stopwatch watch;
-    const Stretches stretches;
     for (int i = 0; i < count; ++i)
         floor.fetch(kind.address(), [&](Floor::Ad ad) { views.emplace_back(kind, std::move(ad)); });
     const auto created = watch.worked();
+    Stretches stretches;
     runUntil([&] { return views.size() == static_cast<std::size_t>(count); });
-    if (burst) {
-        burst->passed.add(watch.passed());
-        burst->created.add(created);
-        burst->main.add(watch.worked() - created);
-        burst->longest.add(stretches.longest());
-        burst->lostFrames = std::max(burst->lostFrames, stretches.lostFrames());
-    }
+    if (burst) burst->add(watch, created, stretches);
 }
 
 json::object atOnce(const Options& options) {
@@ -284,10 +293,12 @@ json::object inMemory(const Options& options) {
     for (int round = 0; round < number(options, "rounds"); ++round) {
         const auto heapBefore = liveHeap();
         const auto pssBefore = residentBytes("Pss");
+        const auto rssBefore = residentBytes("Rss");
         auto views = showAtOnce(kind, count, nullptr);
         settle();
         const auto heapWith = liveHeap();
         const auto pssWith = residentBytes("Pss");
+        const auto rssWith = residentBytes("Rss");
         views.clear();
         settle();
         rounds.push_back({{"heapBefore", heapBefore},
@@ -296,18 +307,11 @@ json::object inMemory(const Options& options) {
                           {"pssBefore", pssBefore},
                           {"pssWith", pssWith},
                           {"pssAfter", residentBytes("Pss")},
+                          {"rssBefore", rssBefore},
+                          {"rssWith", rssWith},
                           {"rssAfter", residentBytes("Rss")}});
     }
     return {{"rounds", rounds}, {"threadsBefore", threadsBefore}, {"threadsAfter", threads()}};
-}
-
-/// Shows one ad, says so, and stays until the input ends.
-json::object once(const Options& options) {
-    Times times;
-    showSdkAd(Kind::named(options.at("kind")), times);
-    std::cout << "painted" << std::endl;
-    std::cin.get();
-    return times.json();
 }
 
 }  // namespace
@@ -316,13 +320,9 @@ json::object once(const Options& options) {
 int main(int argc, char** argv) {
     using namespace VexmoraSDK::benchmarks;
     const std::map<std::string_view, boost::json::object (*)(const Options&)> modes = {
-        {"one-by-one", oneByOne},
-        {"scenes", inScenes},
-        {"at-once", atOnce},
-        {"memory", inMemory},
-        {"once", once}};
+        {"one-by-one", oneByOne}, {"scenes", inScenes}, {"at-once", atOnce}, {"memory", inMemory}};
     const auto mode = argc > 1 ? modes.find(argv[1]) : modes.end();
-    if (mode == modes.end()) refuse("expected one-by-one, scenes, at-once, memory or once");
+    if (mode == modes.end()) refuse("expected one-by-one, scenes, at-once or memory");
     Options options;
     for (int i = 2; i + 1 < argc; i += 2)
         options.emplace(std::string_view(argv[i]).substr(2), argv[i + 1]);

@@ -1,5 +1,6 @@
 // The platform's session without a network: what is asked for is there, in a block of the main
-// queue. So a whole ad runs on one thread, and takes as many instructions each time.
+// queue. So a whole ad runs on one thread, and takes as many instructions each time. Where it has
+// no answer, nothing comes.
 
 #include "benchmarks/AnsweringUrlSession.h"
 
@@ -37,8 +38,10 @@ UrlSessionTask UrlSession::dataTask(Url url, Completion completion) {
 }
 
 void UrlSessionTask::resume() {
-    MainQueue::main()->async([transfer = transfer_] {
-        transfer->completion(answers().at(transfer->url.text()), UrlResponse{200}, std::nullopt);
+    const auto answer = answers().find(transfer_->url.text());
+    if (answer == answers().end()) return;
+    MainQueue::main()->async([transfer = transfer_, answer] {
+        transfer->completion(answer->second, UrlResponse{200}, std::nullopt);
     });
 }
 

@@ -1,6 +1,7 @@
 #include "benchmarks/Floor.h"
 
 #include <curl/curl.h>
+#include <pthread.h>
 
 #include <QtCore/QBuffer>
 #include <QtCore/QCoreApplication>
@@ -44,8 +45,11 @@ Floor::Floor() : multi_(curl_multi_init()) {
     // As many connections as the SDK takes.
     curl_multi_setopt(multi_, CURLMOPT_MAX_TOTAL_CONNECTIONS, 64L);
     io_ = std::thread([this] { transfer(); });
-    for (unsigned i = 0; i < std::max(1u, std::thread::hardware_concurrency()); ++i)
-        workers_.emplace_back([this] { decode(); });
+    pthread_setname_np(io_.native_handle(), "floor-io");
+    for (unsigned i = 0; i < std::max(1u, std::thread::hardware_concurrency()); ++i) {
+        auto& worker = workers_.emplace_back([this] { decode(); });
+        pthread_setname_np(worker.native_handle(), "floor-worker");
+    }
 }
 
 Floor::~Floor() {

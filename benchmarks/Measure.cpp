@@ -1,25 +1,41 @@
 #include "benchmarks/Measure.h"
 
 #include <malloc.h>
-#include <unistd.h>
+#include <sys/resource.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDeadlineTimer>
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <sstream>
 
 namespace VexmoraSDK::benchmarks {
 
-Milliseconds threadTime() {
+namespace {
+
+Milliseconds timeOf(clockid_t clock) {
     timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    clock_gettime(clock, &time);
     return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
+}  // namespace
+
+Milliseconds threadTime() {
+    return timeOf(CLOCK_THREAD_CPUTIME_ID);
+}
+
+Milliseconds processTime() {
+    return timeOf(CLOCK_PROCESS_CPUTIME_ID);
+}
+
+long wakeUps() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_nvcsw;
 }
 
 Stretches::Stretches() {
@@ -53,16 +69,6 @@ void settle() {
     QCoreApplication::processEvents();
 }
 
-boost::json::value Samples::json() const {
-    auto sorted = values_;
-    std::ranges::sort(sorted);
-    const auto at = [&](double part) {
-        const auto last = static_cast<double>(sorted.size() - 1);
-        return sorted[static_cast<std::size_t>(std::lround(part * last))];
-    };
-    return {{"median", at(0.5)}, {"p99", at(0.99)}, {"count", sorted.size()}};
-}
-
 std::size_t liveHeap() {
     const auto info = mallinfo2();
     return info.uordblks + info.hblkhd;
@@ -79,19 +85,12 @@ std::size_t residentBytes(const std::string& which) {
 boost::json::object threads() {
     boost::json::object found;
     for (const auto& entry : std::filesystem::directory_iterator("/proc/self/task")) {
-        std::ifstream file(entry.path() / "stat");
-        std::string stat((std::istreambuf_iterator<char>(file)), {});
-        const auto open = stat.find('(');
-        const auto close = stat.rfind(')');
-        std::istringstream fields(stat.substr(close + 2));
-        std::string skipped;
-        for (int i = 0; i < 11; ++i)
-            fields >> skipped;
-        double user = 0;
-        double system = 0;
-        fields >> user >> system;
-        const auto name = stat.substr(open + 1, close - open - 1);
-        found[name] = (user + system) * 1000 / static_cast<double>(sysconf(_SC_CLK_TCK));
+        std::string name;
+        std::getline(std::ifstream(entry.path() / "comm"), name);
+        double nanoseconds = 0;
+        std::ifstream(entry.path() / "schedstat") >> nanoseconds;
+        auto& time = found[name];
+        time = (time.is_null() ? 0 : time.as_double()) + nanoseconds / 1e6;
     }
     return found;
 }

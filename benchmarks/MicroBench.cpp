@@ -72,12 +72,30 @@ Operation painting(std::string name, const Kind& kind, int scale) {
     const auto [width, height] = view->frame().size;
     QImage picture(QSizeF(width * scale, height * scale).toSize(),
                    QImage::Format_ARGB32_Premultiplied);
-    return {std::move(name), [view, picture, scale]() mutable {
+    const auto bytes = static_cast<std::size_t>(picture.sizeInBytes());
+    return {std::move(name),
+            [view, picture, scale]() mutable {
                 picture.fill(Qt::transparent);
                 QPainter painter(&picture);
                 painter.scale(scale, scale);
                 platform::paintView(painter, *view);
+            },
+            bytes};
+}
+
+/// A view whose request and a model whose picture are never answered.
+Operation buildingView(const Kind& kind) {
+    return {"build view: " + std::string(kind.name), [adType = kind.adType] {
+                VexmoraViewFactory::createView("unanswered", adType, nullptr);
             }};
+}
+
+template <class Ad>
+Operation buildingModel(const Kind& kind) {
+    auto ad = Utils::parseAdJson(platform::dataOf(answerOf(kind, 1))).front();
+    ad["bannerUrl"] = "http://127.0.0.1/unanswered";
+    return {"build model: " + std::string(kind.name),
+            [ad = std::move(ad)] { AdFactory::createAd<Ad>(ad); }};
 }
 
 struct Observer : platform::Object {
@@ -124,6 +142,10 @@ std::vector<Operation> operations(const std::string& pictures) {
                        [body] { benchmark::DoNotOptimize(Utils::parseAdJson(body)); },
                        body.size()});
     }
+    for (const Kind& kind : Kind::all())
+        all.push_back(buildingView(kind));
+    all.push_back(buildingModel<Banner>(banner));
+    all.push_back(buildingModel<Native>(native));
     const std::string description =
         Utils::parseAdJson(platform::dataOf(answerOf(native, 1))).front().at("description");
     const auto font = platform::Font::named("Helvetica", 12).value();

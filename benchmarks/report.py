@@ -1,6 +1,7 @@
 """Tables and plots of what was measured."""
 
 import math
+import re
 import statistics
 
 MIB = 1 << 20
@@ -142,9 +143,11 @@ def targets(results):
     """(what, aim, found, whether it is reached)"""
     for latency, most in ("0", 1.10), ("20", 1.02):
         for kind, run in results["timeToAd"][latency].items():
-            ratio = run["sdk"]["painted"]["median"] / run["floor"]["painted"]["median"]
-            yield (f"{kind}, {latency} ms of latency, against the floor", f"≤ {most:.2f} ×",
-                   f"{ratio:.2f} ×", ratio <= most)
+            received, painted = (run["sdk"][until]["median"] / run["floor"][until]["median"]
+                                 for until in ("received", "painted"))
+            yield (f"{kind}, {latency} ms of latency, against the floor: received, painted",
+                   f"≤ {most:.2f} ×", f"{received:.2f} ×, {painted:.2f} ×",
+                   max(received, painted) <= most)
     for kind, run in results["scenes"].items():
         for key, name, most in ("received", "time", 0.5), ("main", "main thread", 1.0):
             ratio = run["sdk"][key]["median"] / run["qml"][key]["median"]
@@ -162,8 +165,14 @@ def targets(results):
         longest = runs["100"]["sdk"]["longest"]["median"]
         yield (f"100 × {kind}, longest stretch of the main thread", "≤ 8 ms", f"{longest:.2f} ms",
                longest <= 8)
-    for kind, exponent in results["growth"].items():
-        yield f"growth of time, {kind}", "≤ 1.05", f"{exponent:.2f}", exponent <= 1.05
+    for kind, exponents in results["growth"].items():
+        exponent = exponents["sdk"]["passed"]
+        yield f"growth of time, {kind}, exponent", "≤ 1.05", f"{exponent:.2f}", exponent <= 1.05
+    cores = min(results["cores"], 4)
+    for kind, runs in results["atOnce"].items():
+        busy = sharing(runs["1000"]["threads"])
+        yield (f"1,000 × {kind}, threads that share the work", f"≥ {cores}", str(busy),
+               busy >= cores)
     for kind, runs in results["memory"].items():
         left = max(abs(r["heapAfter"] - r["heapBefore"]) for r in runs["100"]["rounds"])
         yield (f"heap after 100 × {kind}, worst of 10 rounds", "≤ 1 MiB", f"{left / MIB:.2f} MiB",
@@ -172,6 +181,21 @@ def targets(results):
     yield "library, stripped", "≤ 400 KiB", f"{size / 1024:.0f} KiB", size <= 400 * 1024
     count = results["host"]["initialisers"]
     yield "load-time initialisers", "0", str(count), count == 0
+    for when, most in ("Before", 0), ("After", cores + 1):
+        count = max(len(ours(run[f"threads{when}"]))
+                    for runs in results["memory"].values() for run in runs.values())
+        yield f"threads {when.lower()} the first request", f"≤ {most}", str(count), count <= most
+
+
+def ours(threads):
+    """The processor times of the library's own among these threads, in milliseconds."""
+    return [time for name, time in threads.items() if re.fullmatch(r"vexmora-\d+", name)]
+
+
+def sharing(threads):
+    """How many of the library's threads took at least half of an even share of the work."""
+    times = ours(threads)
+    return sum(time >= statistics.fmean(times) / 2 for time in times)
 
 
 def tables(measured):
@@ -184,45 +208,72 @@ def tables(measured):
                         for what, aim, found, good in targets(results)]))
     parts.append("### Time to ad, in ms\n")
     rows = []
+    columns = (("received", "median"), ("received", "p99"), ("painted", "median"),
+               ("main", "median"))
     for latency, kinds in results["timeToAd"].items():
         for kind, run in kinds.items():
-            sdk, floor = run["sdk"], run["floor"]
             rows.append([f"{kind}, {latency} ms of latency"] + [
-                f"{who[key][part]:.2f}" for who in (sdk, floor) for key, part in (
-                    ("received", "median"), ("painted", "median"), ("painted", "p99"),
-                    ("main", "median"))])
-    parts.append(table(["", "SDK: `didReceiveAd`", "painted", "99 %", "main thread",
-                        "floor: there", "painted", "99 %", "main thread"], rows))
-    parts.append("### Many at once\n")
+                text for who in ("sdk", "floor")
+                for text in [f"{run[who][key][part]:.2f}" for key, part in columns] +
+                [f"{run[who]['wakeUps']['median']:.0f}"]])
+    count = results["timeToAd"]["0"]["banner"]["sdk"]["received"]["count"]
+    parts.append(f"Medians of {count:,} ads each; “99 %” is what so many stay below.\n")
+    parts.append(table(["", "SDK: `didReceiveAd`", "99 %", "painted", "main thread", "wake-ups",
+                        "floor: there", "99 %", "painted", "main thread", "wake-ups"], rows))
+    parts.append("### In a Qt Quick scene, in ms\n")
     parts.append(table(
-        ["", "SDK: all there, ms", "main thread per ad, ms", "longest stretch, ms",
-         "frames lost", "floor: all there, ms", "main thread per ad, ms"],
-        [[f"{int(n):,} × {kind}"] + [f"{value:,.2f}" for value in (
-            run["sdk"]["passed"]["median"],
-            (run["sdk"]["main"]["median"] + run["sdk"]["created"]["median"]) / int(n),
-            run["sdk"]["longest"]["median"])] + [str(run["sdk"]["lostFrames"])] +
-         [f"{value:,.2f}" for value in (
-             run["floor"]["passed"]["median"],
-             (run["floor"]["main"]["median"] + run["floor"]["created"]["median"]) / int(n))]
-         for kind, runs in results["atOnce"].items() for n, run in runs.items()]))
+        ["", "time", "99 %", "main thread", "wake-ups"],
+        [[f"{kind}, {name}"] + [f"{run[who][key][part]:.2f}" for key, part in (
+            ("received", "median"), ("received", "p99"), ("main", "median"))] +
+         [f"{run[who]['wakeUps']['median']:.0f}"]
+         for kind, run in results["scenes"].items() for who, name in (
+             ("sdk", "`VexmoraAdView`"), ("qml", "QML by hand"),
+             ("floor", "the floor, at that pace"))]))
+    parts.append("### Many at once\n")
+    rows = []
+    for kind, runs in results["atOnce"].items():
+        for n, run in runs.items():
+            row = [f"{int(n):,} × {kind}"]
+            for who in ("sdk", "floor"):
+                taken = {what: samples["median"] for what, samples in run[who].items()}
+                row += [f"{value:,.2f}" for value in (
+                    taken["passed"], (taken["main"] + taken["created"]) / int(n),
+                    taken["process"] / int(n))]
+                if who == "sdk":
+                    row += [f"{taken['longest']:,.2f}", f"{run[who]['lostFrames']['max']:.0f}"]
+            rows.append(row + [f"{run['serverPerAd']:.2f}"])
+    parts.append(table(
+        ["", "SDK: all there, ms", "main thread per ad, ms", "all threads per ad, ms",
+         "longest stretch, ms", "frames lost", "floor: all there, ms", "main thread per ad, ms",
+         "all threads per ad, ms", "ad server per ad, ms"], rows))
+    parts.append("Exponents of growth, fitted from 10 views on: " + "; ".join(
+        f"{kind} {exponents['sdk']['passed']:.2f} (processor time "
+        f"{exponents['sdk']['process']:.2f}), the floor {exponents['floor']['passed']:.2f} "
+        f"({exponents['floor']['process']:.2f})"
+        for kind, exponents in results["growth"].items()) + ".\n")
     parts.append("### Memory\n")
     rows = []
     for kind, runs in results["memory"].items():
         for n, run in runs.items():
             def middle(which, run=run):
                 return statistics.median(r[which] for r in run["rounds"])
-            heap = (middle("heapWith") - middle("heapBefore")) / int(n)
-            rows.append([f"{int(n):,} × {kind}", f"{heap / 1024:,.0f}"] + [
-                f"{middle(which) / MIB:,.1f}" for which in ("pssBefore", "pssWith", "pssAfter")])
-    parts.append(table(["", "heap per view, KiB", "proportional before, MiB", "with the views",
-                        "after release"], rows))
+            rows.append([f"{int(n):,} × {kind}"] + [
+                f"{(middle(what + 'With') - middle(what + 'Before')) / int(n) / 1024:,.0f}"
+                for what in ("heap", "pss")] + [
+                f"{middle(what + when) / MIB:,.1f}"
+                for what in ("pss", "rss") for when in ("Before", "With", "After")])
+    parts.append(table(["", "heap per view, KiB", "proportional per view, KiB",
+                        "proportional before, MiB", "with the views", "after release",
+                        "resident before, MiB", "with the views", "after release"], rows))
     parts.append("### Cost to the host\n")
     host, start = results["host"], results["fromStart"]
     rows = [["library, stripped", f"{host['library'] / 1024:.0f} KiB"],
             ["added to a statically linked program, stripped", f"{host['static'] / 1024:.0f} KiB"],
             ["added to the start of a program, what it depends on included",
              f"{host['start']['with'] - host['start']['without']:.1f} ms"],
-            ["load-time initialisers", str(host["initialisers"])]]
+            ["load-time initialisers", str(host["initialisers"])],
+            ["load-time initialisers of the QML module, which Qt's tools generate",
+             str(host["initialisersInQml"])]]
     rows += [[f"from process start to the first banner, {name}",
               f"{start[who]['milliseconds']:.0f} ms, {start[who]['bytes'] / MIB:.0f} MiB"]
              for who, name in (("sdk", "this library"), ("chromium", "Chromium")) if who in start]

@@ -36,7 +36,7 @@ class Bench:
     """One ad server for each latency, and the programs that ask them for ads."""
 
     def __init__(self, build, folder):
-        self.build, self.folder, self.servers = build, folder, []
+        self.build, self.folder, self.servers = build, folder, {}
         with open(f"{ROOT}/adserver/catalog/catalog.json", encoding="utf-8") as file:
             shipped = json.load(file)["creatives"]
         wanted = [creative["picture"] for creative in CREATIVES.values()]
@@ -53,20 +53,29 @@ class Bench:
         return self
 
     def __exit__(self, *_):
-        for server in self.servers:
+        for server in self.servers.values():
             server.terminate()
             server.wait()
 
     def serve(self, latency):
-        server = subprocess.Popen(
-            [f"{self.build}/bin/vexmora-adserver", "--latency", str(latency),
-             "--catalog", f"{self.folder}/catalog.json"], stdout=subprocess.PIPE, text=True)
-        self.servers.append(server)
-        while not (address := re.search(r"http://[\d.:]+", server.stdout.readline())):
-            pass
-        # It tells of each request, and would wait for somebody to read that.
-        subprocess.Popen(["cat"], stdin=server.stdout, stdout=subprocess.DEVNULL)
-        return address[0] + "/ads?container=%@&types=%@"
+        # It tells of each request, and whoever read that would be woken up each time.
+        log = f"{self.folder}/server-{latency}.log"
+        with open(log, "w", encoding="utf-8") as output:
+            self.servers[latency] = subprocess.Popen(
+                [f"{self.build}/bin/vexmora-adserver", "--latency", str(latency),
+                 "--catalog", f"{self.folder}/catalog.json"], stdout=output)
+        with open(log, encoding="utf-8") as written:
+            told = ""
+            while not (template := re.search(r"^Request template: (.*)\n", told, re.M)):
+                time.sleep(0.01)
+                told += written.read()
+        return template[1]
+
+    def server_work(self, latency=0):
+        """Processor time of an ad server so far, in milliseconds."""
+        with open(f"/proc/{self.servers[latency].pid}/stat", encoding="ascii") as file:
+            fields = file.read().rpartition(")")[2].split()
+        return (int(fields[11]) + int(fields[12])) * 1000 / os.sysconf("SC_CLK_TCK")
 
     def library(self, request_url):
         library = tempfile.mkdtemp(dir=self.folder)
@@ -81,10 +90,30 @@ class Bench:
             command += [f"--{name}", str(value)]
         return command
 
+    def start(self, mode, latency=0, **options):
+        return subprocess.Popen(self.command(mode, latency, **options), env=OURS,
+                                stdout=subprocess.PIPE)
+
     def run(self, mode, latency=0, **options):
-        done = subprocess.run(self.command(mode, latency, **options), env=OURS, check=True,
-                              stdout=subprocess.PIPE)
-        return json.loads(done.stdout)
+        return result_of(self.start(mode, latency, **options))
+
+
+def result_of(process):
+    output = process.communicate()[0]
+    if process.returncode != 0:
+        sys.exit(f"{process.args} failed")
+    return json.loads(output)
+
+
+def summaries(*runs):
+    """What the samples of one or more runs of each contender amount to."""
+    def summary(samples):
+        samples.sort()
+        return {"median": statistics.median(samples), "max": samples[-1],
+                "p99": samples[round(0.99 * (len(samples) - 1))], "count": len(samples)}
+
+    return {who: {what: summary([sample for run in runs for sample in run[who][what]])
+                  for what in runs[0][who]} for who in runs[0]}
 
 
 def say(what):
@@ -93,20 +122,22 @@ def say(what):
 
 def time_to_ad(bench, count):
     say("time to ad")
-    result = {0: {kind: bench.run("one-by-one", kind=kind, count=count) for kind in KINDS}}
-    # Those who mostly wait can wait together.
-    running = {latency: {kind: subprocess.Popen(
-        bench.command("one-by-one", latency, kind=kind, count=count * 20 // latency), env=OURS,
-        stdout=subprocess.PIPE) for kind in KINDS} for latency in bench.libraries if latency}
+    result = {0: {kind: summaries(bench.run("one-by-one", kind=kind, count=count))
+                  for kind in KINDS}}
+    # Those who mostly wait can wait together, several processes for each kind where waits are long.
+    running = {latency: {kind: [
+        bench.start("one-by-one", latency, kind=kind, count=count * 20 // latency)
+        for _ in range(latency // 20)] for kind in KINDS} for latency in bench.libraries if latency}
     for latency, kinds in running.items():
-        result[latency] = {kind: json.loads(process.communicate()[0])
-                           for kind, process in kinds.items()}
+        result[latency] = {kind: summaries(*[result_of(process) for process in processes])
+                           for kind, processes in kinds.items()}
     return result
 
 
 def scenes(bench, count):
     say("against hand-written QML")
-    return {kind: bench.run("scenes", kind=kind, count=count, qml=f"{ROOT}/benchmarks/qml")
+    return {kind: summaries(bench.run("scenes", kind=kind, count=count,
+                                      qml=f"{ROOT}/benchmarks/qml"))
             for kind in ("banner", "native")}
 
 
@@ -114,17 +145,26 @@ def at_once(bench, most, rounds):
     result = {}
     for kind in ("banner", "native"):
         say(f"at once: {kind}")
-        result[kind] = {n: bench.run("at-once", kind=kind, views=n, rounds=max(1, rounds // n))
-                        for n in VIEWS if n <= most}
+        result[kind] = {}
+        for n in VIEWS:
+            if n > most:
+                break
+            count = max(1, rounds // n)
+            before = bench.server_work()
+            run = bench.run("at-once", kind=kind, views=n, rounds=count)
+            threads = run.pop("threads")
+            result[kind][n] = summaries(run) | {
+                "threads": threads,
+                "serverPerAd": (bench.server_work() - before) / (2 * (count * n + 1))}
     return result
 
 
-def growth(points):
-    """The exponent of the power law nearest to (n, time) points."""
-    xs = [math.log(n) for n, _ in points]
-    ys = [math.log(value) for _, value in points]
-    x, y = statistics.fmean(xs), statistics.fmean(ys)
-    return sum((a - x) * (b - y) for a, b in zip(xs, ys)) / sum((a - x) ** 2 for a in xs)
+def growth(runs, who, what):
+    """The exponent of the power law nearest to what 10 and more ads at once take."""
+    points = [(math.log(n), math.log(run[who][what]["median"]))
+              for n, run in runs.items() if n >= 10]
+    slope, _ = statistics.linear_regression(*zip(*points))
+    return slope
 
 
 def memory(bench, most):
@@ -146,14 +186,20 @@ def host_cost(bench):
             begin = time.perf_counter()
             subprocess.run([program], check=True)
             took.append(time.perf_counter() - begin)
-    library = f"{bench.build}/lib/libvexmora_shared.so"
-    symbols = subprocess.run(["nm", library], check=True, capture_output=True, text=True).stdout
+    def initialisers(archive):
+        """What the loader is told to call; a function that nobody calls may be there besides."""
+        sections = subprocess.run(["readelf", "-SW", archive], check=True, capture_output=True,
+                                  text=True).stdout
+        sizes = re.findall(r" \.(?:init_array|ctors)\S* +\w+ +\w+ \w+ (\w+)", sections)
+        return sum(int(size, 16) for size in sizes) // 8
+
     return {
-        "library": stripped(library),
+        "library": stripped(f"{bench.build}/lib/libvexmora_shared.so"),
         "static": stripped(with_sdk) - stripped(without),
         "start": {"with": statistics.median(seconds[with_sdk]) * 1000,
                   "without": statistics.median(seconds[without]) * 1000},
-        "initialisers": symbols.count("_GLOBAL__sub_I_"),
+        "initialisers": initialisers(f"{bench.build}/lib/libVexmoraSDK.a"),
+        "initialisersInQml": initialisers(f"{bench.build}/lib/libVexmoraSDKQuick.a"),
     }
 
 
@@ -265,8 +311,8 @@ def from_process_start(bench, rounds):
     def sdk():
         begin = time.perf_counter()
         process = subprocess.Popen(
-            [f"{bench.build}/bin/vexmora-bench", "once", "--kind", "banner", "--library", library],
-            env=OURS, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+            [f"{bench.build}/bin/vexmora-host-with", library], env=OURS,
+            stdin=subprocess.PIPE, stdout=subprocess.PIPE)
         process.stdout.readline()
         samples["sdk"].append((time.perf_counter() - begin, proportional_bytes(process.pid)))
         process.communicate()
@@ -304,14 +350,14 @@ def machine():
 
 
 def everything(bench, quick):
-    once_at = at_once(bench, 100 if quick else 10000, 100 if quick else 1000)
+    once_at = at_once(bench, 1000 if quick else 10000, 200 if quick else 1000)
     result = {
+        "cores": os.cpu_count(),
         "timeToAd": time_to_ad(bench, 20 if quick else 1000),
         "scenes": scenes(bench, 20 if quick else 500),
         "atOnce": once_at,
-        "growth": {kind: growth([(n, r["sdk"]["passed"]["median"])
-                                 for n, r in runs.items() if n >= 10])
-                   for kind, runs in once_at.items()},
+        "growth": {kind: {who: {what: growth(runs, who, what) for what in ("passed", "process")}
+                          for who in ("sdk", "floor")} for kind, runs in once_at.items()},
         "memory": memory(bench, 100 if quick else 10000),
         "host": host_cost(bench),
         "fromStart": from_process_start(bench, 3 if quick else 15),
@@ -324,13 +370,15 @@ def everything(bench, quick):
 
 def check(bench, recorded):
     """Prints what differs from the record; false where instructions grew by more than 10 %."""
-    now = time_to_ad_ratios({0: {kind: bench.run("one-by-one", kind=kind, count=200)
+    now = time_to_ad_ratios({0: {kind: summaries(bench.run("one-by-one", kind=kind, count=200))
                                  for kind in KINDS}})
     before = time_to_ad_ratios(recorded["timeToAd"])
     for name, ratio in now.items():
         print(f"{name}: {ratio:.2f} × floor, recorded {before[name]:.2f} ×")
     good = True
     counts = instructions(bench)
+    for name in sorted(recorded["instructions"].keys() - counts.keys()):
+        print(f"{name}: recorded, and not there now")
     for name, count in sorted(counts.items()):
         known = recorded["instructions"].get(name)
         change = count / known - 1 if known else 0

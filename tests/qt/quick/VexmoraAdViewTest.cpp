@@ -174,11 +174,10 @@ TEST_F(VexmoraAdViewTest, AsksOnceForAllChangesOfATurn) {
 }
 
 TEST_F(VexmoraAdViewTest, HearsNothingMoreOfAFormerView) {
+    const auto sent = server_.requests().size();
     auto* slow = add("containerId: 'fault-slow'; adSize: '320x60'");
     auto* failing = add("containerId: 'fault-cut-short'; adSize: '320x60'");
     ASSERT_TRUE(App::waitFor([&] { return slow->view() && failing->view(); }));
-    const auto sent = server_.requests().size();
-    App::runQueuedBlocks();
     // No event is delivered before both are told to ask for something else.
     ASSERT_TRUE(server_.waitForRequests(sent + 2));
     slow->setAdSize(QStringLiteral("320x100"));
