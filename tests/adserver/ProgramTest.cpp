@@ -1,97 +1,19 @@
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <httplib.h>
-#include <poll.h>
-#include <spawn.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <chrono>
-#include <csignal>
 #include <fstream>
-#include <thread>
 
 #include "adserver/AdServer.h"
+#include "tests/Program.h"
 
 using VexmoraSDK::AdServer;
 using VexmoraSDK::Catalog;
+using VexmoraSDK::Program;
 
 namespace {
 
 namespace fs = std::filesystem;
-
-/// A program that runs, with what it prints.
-class Program {
- public:
-    explicit Program(std::vector<std::string> command) {
-        int ends[2];
-        EXPECT_EQ(pipe2(ends, O_CLOEXEC), 0);
-        std::vector<char*> arguments;
-        for (std::string& argument : command)
-            arguments.push_back(argument.data());
-        arguments.push_back(nullptr);
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-        posix_spawn_file_actions_adddup2(&actions, ends[1], STDERR_FILENO);
-        EXPECT_EQ(posix_spawnp(&id_, arguments[0], &actions, nullptr, arguments.data(), environ), 0)
-            << command[0];
-        posix_spawn_file_actions_destroy(&actions);
-        close(ends[1]);
-        output_ = ends[0];
-    }
-
-    ~Program() {
-        if (id_ > 0) end();
-        close(output_);
-    }
-
-    /// What comes up to the end of the line that contains `wanted`, or of all there is.
-    std::string readTo(const std::string& wanted) {
-        for (;;) {
-            const std::size_t found = said_.find(wanted);
-            const std::size_t end = found == std::string::npos ? found : said_.find('\n', found);
-            if (end != std::string::npos || !readMore()) {
-                std::string part = said_.substr(0, end);
-                said_.erase(0, end);
-                return part;
-            }
-        }
-    }
-
-    std::string readAll() {
-        while (readMore()) {
-        }
-        return std::exchange(said_, {});
-    }
-
-    /// Asks it to end; its exit status.
-    int end() {
-        kill(id_, SIGTERM);
-        return wait();
-    }
-
-    int wait() {
-        int status = 0;
-        waitpid(std::exchange(id_, 0), &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-
- private:
-    bool readMore() {
-        pollfd more{output_, POLLIN, 0};
-        if (poll(&more, 1, 60'000) != 1) return false;
-        char buffer[4096];
-        const ssize_t size = read(output_, buffer, sizeof buffer);
-        if (size > 0) said_.append(buffer, static_cast<std::size_t>(size));
-        return size > 0;
-    }
-
-    pid_t id_ = 0;
-    int output_ = -1;
-    std::string said_;
-};
 
 class ProgramTest : public testing::Test {
  protected:
@@ -141,8 +63,7 @@ TEST_F(ProgramTest, SaysWhatItIsAndWhatIsWrongWithItsOptions) {
 TEST_F(ProgramTest, LogsRequestsAndReadsAChangedCatalogueAgainIfItIsUsable) {
     offer("tea");
     Program program({VEXMORA_ADSERVER, "--catalog", file_});
-    const std::string greeting = program.readTo("Listening on ");
-    const std::string address = greeting.substr(greeting.find("http://"));
+    const std::string address = program.readLabelled("Listening on ");
     const auto ask = [&] { httplib::Client(address).Get("/ads?container=home&types=77"); };
 
     ask();

@@ -1,68 +1,32 @@
 #include "tests/faults/Hosts.h"
 
-#include <algorithm>
+#include <gtest/gtest.h>
+
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <mutex>
+#include <stdexcept>
 
-#include "VexmoraSDK/VexmoraSDK.h"
+#include "VexmoraSDK/views/VexmoraViewFactory.h"
+#include "adserver/AdServer.h"
+#include "tests/App.h"
 #include "tests/LibraryFolder.h"
 #include "tests/faults/CountedTasks.h"
-#include "tests/faults/Site.h"
-#include "tests/qt/AppTest.h"
+#include "tests/faults/Ear.h"
 
 namespace VexmoraSDK {
 namespace {
 
-/// What a host has heard. Errors of requests come on other threads.
-class Ear : public std::enable_shared_from_this<Ear> {
- public:
-    std::shared_ptr<VexmoraDelegate> delegate() {
-        auto delegate = std::make_shared<VexmoraDelegate>();
-        delegate->didReceiveAd = [self = shared_from_this()](VexmoraView&) { self->hear("drawn"); };
-        delegate->didHaveError = [self = shared_from_this()](VexmoraView&,
-                                                             const VexmoraError& error) {
-            self->hear(nameOf(errorCodeWithRawValue(error.code())));
-        };
-        return delegate;
+Catalog catalog() {
+    std::string error;
+    auto catalog = Catalog::load(Catalog::defaultFile(), error);
+    if (!catalog) throw std::runtime_error(error);
+    for (const auto& bomb : std::filesystem::directory_iterator(VEXMORA_BOMBS)) {
+        catalog->placements[bomb.path().stem()] = {
+            {Creative::native, "/landing/bomb", bomb.path(), "A bomb", "Boom.", "Acme"}};
     }
-
-    std::string heard() const {
-        const std::lock_guard lock(mutex_);
-        return heard_.empty() ? "nothing" : heard_;
-    }
-
- private:
-    void hear(const std::string& what) {
-        const std::lock_guard lock(mutex_);
-        heard_ += (heard_.empty() ? "" : ", ") + what;
-    }
-
-    static std::string nameOf(std::optional<VexmoraErrorCodes> code) {
-        if (code == VexmoraErrorCodes::UnknownError) return "UnknownError";
-        if (code == VexmoraErrorCodes::ParsingError) return "ParsingError";
-        if (code == VexmoraErrorCodes::RequestError) return "RequestError";
-        if (code == VexmoraErrorCodes::NoFill) return "NoFill";
-        if (code == VexmoraErrorCodes::ImageRequestError) return "ImageRequestError";
-        return "an error that there is not";
-    }
-
-    mutable std::mutex mutex_;
-    std::string heard_;
-};
-
-std::shared_ptr<VexmoraView> createView(const Host& host,
-                                        std::shared_ptr<VexmoraDelegate> delegate) {
-    switch (host.kind) {
-        case Kind::banner:
-            return VexmoraViewFactory::createView(host.container, "320x60", std::move(delegate));
-        case Kind::native:
-            return VexmoraViewFactory::createView(host.container, VexmoraViewType::native,
-                                                  std::move(delegate));
-        case Kind::interstitial: break;
-    }
-    return VexmoraViewFactory::createView(host.container, "300x250", std::move(delegate));
+    return *std::move(catalog);
 }
 
 /// A block of the main queue may start tasks, and a task may add a block.
@@ -76,31 +40,41 @@ void waitUntilNothingIsUnderWay() {
 
 }  // namespace
 
+std::string requestUrlFormat() {
+    constexpr auto kVariable = "VEXMORA_TEST_TEMPLATE";
+    if (const char* known = std::getenv(kVariable)) return known;
+    static const AdServer server(catalog());
+    setenv(kVariable, server.requestUrlFormat().c_str(), 1);
+    return server.requestUrlFormat();
+}
+
 std::vector<std::string> show(const std::vector<Host>& hosts) {
     [[maybe_unused]] static const App& app = *new App;
-    static const LibraryFolder folder(Site::requestUrlFormat());
+    static const LibraryFolder folder(requestUrlFormat());
 
     std::vector<std::shared_ptr<Ear>> ears;
     std::vector<std::shared_ptr<VexmoraView>> views;
     for (const Host& host : hosts) {
         ears.push_back(std::make_shared<Ear>());
-        views.push_back(createView(host, ears.back()->delegate()));
+        views.push_back(
+            VexmoraViewFactory::createView(host.container, host.kind, Ear::delegate(ears.back())));
     }
     waitUntilNothingIsUnderWay();
 
-    std::vector<std::string> heard(ears.size());
-    std::ranges::transform(ears, heard.begin(), [](const auto& ear) { return ear->heard(); });
+    std::vector<std::string> heard;
+    for (const auto& ear : ears)
+        heard.push_back(ear->heard());
     return heard;
 }
 
-void showAndTell(const Host& host) {
+void showAlone(const Host& host, const std::string& expected, long mostMemory) {
     const std::string heard = show({host}).front();
     std::string line;
     for (std::ifstream status("/proc/self/status"); !line.starts_with("VmHWM:");)
         std::getline(status, line);
-    const long kilobytes = std::stol(line.substr(sizeof "VmHWM:"));
-    std::cerr << "host: " << heard << ": " << kilobytes / 1024 << std::endl;
-    std::exit(0);
+    const long memory = std::stol(line.substr(sizeof "VmHWM:")) / 1024;
+    std::cerr << "heard " << heard << ", had " << memory << " MiB\n";
+    std::exit(heard == expected && memory <= mostMemory ? 0 : 1);
 }
 
 }  // namespace VexmoraSDK

@@ -3,23 +3,27 @@
 #include <string>
 #include <vector>
 
-namespace VexmoraSDK {
+#include "VexmoraSDK/types/VexmoraViewType.h"
 
-enum class Kind { banner, native, interstitial };
+namespace VexmoraSDK {
 
 /// Someone who asks for an ad.
 struct Host {
     std::string container;
-    Kind kind;
+    VexmoraViewType kind;
 };
 
+/// Of the mock ad server that the test program and those of its death tests share. It serves the
+/// ads that come with it and, in placements named after the files of `bombs`, such pictures.
+std::string requestUrlFormat();
+
 /// Has all hosts show their ads at once. Tells, when nothing is under way any more, what each has
-/// heard: the names of the errors, "drawn", or "nothing". Fails the test where a task of the
-/// session completes twice, or never.
+/// heard, in the words of `Ear`. Fails the test where a task of the session completes twice, or
+/// never.
 std::vector<std::string> show(const std::vector<Host>& hosts);
 
-/// The same for one, in the process of a death test. Says on the error output "host: ", what was
-/// heard, ": " and the most memory that the process ever had, in MiB; and exits.
-[[noreturn]] void showAndTell(const Host& host);
+/// The same for one, in a process of its own that exits with 0 if that is heard and the process
+/// never had more memory than so many MiB.
+[[noreturn]] void showAlone(const Host& host, const std::string& expected, long mostMemory);
 
 }  // namespace VexmoraSDK

@@ -1,25 +1,31 @@
 #pragma once
 
-#include <array>
-#include <optional>
-#include <span>
-#include <string_view>
+#include <string>
+#include <vector>
+
+#include "VexmoraSDK/types/VexmoraViewType.h"
 
 namespace VexmoraSDK {
 
-/// What comes of an ad in a banner, a native and an interstitial view: the names of the errors that
-/// the host hears, "drawn", "nothing", or "stop" where the process ends.
-using Outcomes = std::array<std::string_view, 3>;
-
-/// What is to come of a fault of the mock ad server.
+/// What docs/reliability.md promises of the ads of a container, for each kind of view: what comes
+/// of them, in the words of `Ear`, or "stop" where the process ends.
 struct Promise {
-    std::string_view fault;           ///< As in the container "fault-..."
-    Outcomes ads;                     ///< Of that container.
-    std::optional<Outcomes> picture;  ///< Of "fault-picture-...", where there is one.
-    bool isLate;                      ///< Whether it comes about by a limit of time.
+    std::string container;
+    std::string inBanner;
+    std::string inNative;
+    std::string inInterstitial;
+
+    const std::string& in(VexmoraViewType kind) const {
+        return kind == VexmoraViewType::banner   ? inBanner
+               : kind == VexmoraViewType::native ? inNative
+                                                 : inInterstitial;
+    }
 };
 
-/// Of every fault but those of sheer size.
-std::span<const Promise> promises();
+/// Of all faults of the mock ad server but those of sheer size.
+std::vector<Promise> promises();
+
+/// The cells of the page's tables of that name, row by row, without the headings.
+std::vector<std::vector<std::string>> rowsOf(const std::string& table);
 
 }  // namespace VexmoraSDK

@@ -17,11 +17,6 @@ constexpr auto kScreens = R"({"screens": [
 
 }  // namespace
 
-// What fontconfig has loaded it keeps.
-extern "C" const char* __lsan_default_suppressions() {
-    return "leak:libfontconfig";
-}
-
 int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
     // Death tests start in a process of their own, in which nothing has been used yet.

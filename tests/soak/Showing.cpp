@@ -1,62 +1,28 @@
 #include "tests/soak/Showing.h"
 
-#include <QtGui/QImage>
-#include <QtGui/QPainter>
-#include <array>
+#include <algorithm>
 #include <thread>
 #include <vector>
 
-#include "VexmoraSDK/platform/qt/ViewPainter.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
 #include "VexmoraSDK/views/VexmoraNativeView.h"
+#include "tests/faults/Outcomes.h"
 
 namespace VexmoraSDK {
 namespace {
 
-const std::vector<Container>& goodOnes() {
-    static const auto& containers = *new std::vector<Container>{
-        {"home-bottom", {"D", kStop, kStop}},
-        {"article-native", {kStop, "D", kStop}},
-        {"between-articles", {kStop, kStop, "D"}},
-        {"anywhere", {"D", "D", "D"}},
-    };
-    return containers;
+unsigned upTo(Random& random, unsigned most) {
+    return std::uniform_int_distribution<unsigned>(0, most)(random);
 }
 
-const std::vector<Container>& faultyOnes() {
-    static const auto& containers = *new std::vector(outcomesIn(VEXMORA_OUTCOMES));
-    return containers;
-}
-
-const Container& anyOf(const std::vector<Container>& containers, ViewKind kind, Random& random) {
+/// A fault that stops no process.
+const Promise& anyFault(VexmoraViewType kind, Random& random) {
+    static const auto& faults = *new auto(promises());
     while (true) {
-        const auto& container =
-            containers[upTo(random, static_cast<unsigned>(containers.size() - 1))];
-        if (container.outcomes[kind] != kStop) return container;
+        const auto& fault = faults.at(upTo(random, static_cast<unsigned>(faults.size() - 1)));
+        if (fault.in(kind) != "stop") return fault;
     }
-}
-
-/// Through one of the factory's doors that lead to a view of that kind.
-std::shared_ptr<VexmoraView> createView(const std::string& container, ViewKind kind,
-                                        std::shared_ptr<VexmoraDelegate> delegate, Random& random) {
-    constexpr std::array kTypes = {VexmoraViewType::banner, VexmoraViewType::native,
-                                   VexmoraViewType::interstitial};
-    static const std::array<std::vector<const char*>, 3> sizes = {
-        {{"320x60", "320x100", "468x60"}, {}, {"300x250", "728x90"}}};
-    const auto& choice = sizes[kind];
-    const unsigned chosen = upTo(random, static_cast<unsigned>(choice.size()));
-    if (chosen < choice.size())
-        return VexmoraViewFactory::createView(container, choice[chosen], std::move(delegate));
-    return VexmoraViewFactory::createView(container, kTypes[kind], std::move(delegate));
-}
-
-void paint(VexmoraView& view) {
-    const auto size = view.frame().size;
-    QImage picture(static_cast<int>(size.width) + 1, static_cast<int>(size.height) + 1,
-                   QImage::Format_RGB32);
-    QPainter painter(&picture);
-    platform::paintView(painter, view);
 }
 
 bool showsAPicture(const VexmoraView& view) {
@@ -74,27 +40,29 @@ bool nothingIsUnderWay(const VexmoraView& view) {
 
 }  // namespace
 
-std::shared_ptr<Showing> Showing::start(Random& random, unsigned faultyPercent) {
+std::shared_ptr<Showing> Showing::start(Random& random, unsigned faultyPercent,
+                                        const std::function<void(const std::string&)>& whenHeard) {
     std::shared_ptr<Showing> self(new Showing);
-    const auto kind = static_cast<ViewKind>(upTo(random, 2));
+    const auto kind = static_cast<VexmoraViewType>(1 + upTo(random, 2));
     self->faulty_ = upTo(random, 99) < faultyPercent;
-    const auto& container =
-        self->faulty_ ? anyOf(faultyOnes(), kind, random) : anyOf(goodOnes(), kind, random);
-    self->container_ = container.name;
-    self->expected_ = container.outcomes[kind];
+    const Promise good{"anywhere", "drawn", "drawn", "drawn"};
+    const Promise& promise = self->faulty_ ? anyFault(kind, random) : good;
+    self->container_ = promise.container;
+    self->expected_ = promise.in(kind);
     self->isKept_ = upTo(random, 3) != 0;
-    self->paints_ = upTo(random, 7) == 0;
 
-    const auto delegate = std::make_shared<VexmoraDelegate>();
-    delegate->didReceiveAd = [self](VexmoraView& view) {
-        self->hear(showsAPicture(view) ? 'D' : 'U');
-        if (self->paints_) paint(view);
+    const auto delegate = Ear::delegate(self->ear_);
+    delegate->didReceiveAd = [ear = self->ear_, whenHeard](VexmoraView& view) {
+        ear->hear(showsAPicture(view) ? "drawn" : "drawn without a picture");
+        whenHeard("drawn");
     };
-    delegate->didHaveError = [self](VexmoraView&, const VexmoraError& error) {
-        self->hear(static_cast<char>('0' + error.code()));
+    delegate->didHaveError = [hear = delegate->didHaveError, whenHeard](VexmoraView& view,
+                                                                        const VexmoraError& error) {
+        hear(view, error);
+        whenHeard("error " + std::to_string(error.code()));
     };
     self->delegate_ = delegate;
-    self->view_ = createView(container.name, kind, delegate, random);
+    self->view_ = VexmoraViewFactory::createView(self->container_, kind, delegate);
     if (!self->isKept_ && upTo(random, 2) == 0) self->letGo(random);
     return self;
 }
@@ -108,30 +76,20 @@ void Showing::maybeLetGo(Random& random) {
 bool Showing::isRight() const {
     const std::string outcome = heard();
     // The picture of a view that was let go is nobody's any more.
-    const bool waitedForPicture = expected_ == "D" || expected_ == "7";
-    return outcome == expected_ || (outcome.empty() && !wasSettled_ && waitedForPicture);
-}
-
-std::string Showing::heard() const {
-    const std::lock_guard lock(mutex_);
-    return heard_;
+    const bool waitedForPicture = expected_ == "drawn" || expected_ == "ImageRequestError";
+    return outcome == expected_ || (outcome == "nothing" && !wasSettled_ && waitedForPicture);
 }
 
 std::string Showing::description() const {
-    return container_ + ": expected \"" + expected_ + "\", heard \"" + heard() + "\", " +
-           (isOver() ? "gone"
-            : view_  ? "held"
-                     : "let go") +
+    return container_ + ": expected " + expected_ + ", heard " + heard() +
+           (isOver() ? ", gone"
+            : view_  ? ", held"
+                     : ", let go") +
            (wasSettled_ ? " after it was settled" : "");
 }
 
-void Showing::hear(char what) {
-    const std::lock_guard lock(mutex_);
-    heard_ += what;
-}
-
 bool Showing::isSettled() const {
-    if (!expected_.empty()) return heard().size() >= expected_.size();
+    if (expected_ != "nothing") return heard() == expected_;
     return nothingIsUnderWay<VexmoraBannerView, VexmoraNativeView, VexmoraInterstitialView>(*view_);
 }
 

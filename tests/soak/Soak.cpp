@@ -1,29 +1,25 @@
 #include <getopt.h>
 #include <malloc.h>
-#include <signal.h>
-#include <sys/prctl.h>
 
-#include <QtCore/QDeadlineTimer>
-#include <QtCore/QElapsedTimer>
-#include <QtCore/QProcess>
-#include <QtCore/QTimer>
-#include <QtGui/QGuiApplication>
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "VexmoraSDK/platform/common/UrlSessionLimits.h"
+#include "tests/App.h"
 #include "tests/LibraryFolder.h"
+#include "tests/Program.h"
 #include "tests/faults/CountedTasks.h"
+#include "tests/soak/Leaving.h"
 #include "tests/soak/Showing.h"
 
 namespace VexmoraSDK {
 namespace {
 
-constexpr auto kDeadline = std::chrono::minutes(2);
 constexpr unsigned kFaultyPercent = 5;
 constexpr std::size_t kAtOnce = 96;
 constexpr long kHeapMayGrow = 1 << 20;
@@ -32,53 +28,6 @@ constexpr long kHeapMayGrow = 1 << 20;
     std::fprintf(stderr, "soak: %s\n", why.c_str());
     std::exit(1);
 }
-
-/// Runs the event loop until `condition` holds; false when that takes too long.
-template <class Condition>
-bool waitFor(Condition condition) {
-    const QDeadlineTimer deadline(kDeadline);
-    QTimer look;
-    look.start(std::chrono::milliseconds(5));
-    while (!condition()) {
-        if (deadline.hasExpired()) return false;
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-    return true;
-}
-
-/// The mock ad server, in a process of its own.
-class Server {
- public:
-    Server() {
-        process_.setProgram(QCoreApplication::applicationDirPath() +
-                            QStringLiteral("/vexmora-adserver"));
-        process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
-        process_.start(QProcess::ReadOnly);
-    }
-
-    ~Server() {
-        process_.terminate();
-        process_.waitForFinished();
-    }
-
-    std::string requestUrlFormat() {
-        const QByteArray label = "Request template: ";
-        while (process_.waitForReadyRead()) {
-            while (process_.canReadLine()) {
-                const auto line = process_.readLine().trimmed();
-                if (!line.startsWith(label)) continue;
-                // Else what the server says of each request would be kept here.
-                process_.closeReadChannel(QProcess::StandardOutput);
-                return line.mid(label.size()).toStdString();
-            }
-        }
-        fail("no ad server");
-    }
-
- private:
-    QProcess process_;
-};
 
 /// What the process holds.
 struct Holdings {
@@ -110,137 +59,118 @@ struct Holdings {
     }
 };
 
-class Soak {
- public:
-    explicit Soak(unsigned seed) : random_(seed) {}
+struct Counts {
+    unsigned long shown = 0;
+    unsigned long faulty = 0;
+    unsigned long drawn = 0;
+    unsigned long errors = 0;
+    unsigned long silent = 0;
+    unsigned long cutShort = 0;
+    unsigned long wrong = 0;
 
-    /// Shows so many ads more, and returns when nothing of it is under way any more.
-    void show(std::size_t ads) {
-        for (std::size_t started = 0; started < ads || !showings_.empty();) {
-            for (; started < ads && showings_.size() < kAtOnce; ++started)
-                showings_.push_back(Showing::start(random_, kFaultyPercent));
-            const auto before = showings_.size();
-            if (!waitFor([&] { return look() < before; })) reportStuck();
-        }
-        if (!waitFor(CountedTasks::allAreThrough)) fail("a request never completed");
-        if (CountedTasks::completedTwice() > 0) fail("a request completed twice");
-    }
-
-    unsigned long shown() const { return shown_; }
-    unsigned long faulty() const { return faulty_; }
-    unsigned long drawn() const { return drawn_; }
-    unsigned long errors() const { return errors_; }
-    unsigned long silent() const { return silent_; }
-    unsigned long cutShort() const { return cutShort_; }
-    unsigned long wrong() const { return wrong_; }
-
- private:
-    /// How many views are left.
-    std::size_t look() {
-        for (const auto& showing : showings_)
-            showing->maybeLetGo(random_);
-        std::erase_if(showings_, [this](const auto& showing) {
-            if (showing->isOver()) count(*showing);
-            return showing->isOver();
-        });
-        return showings_.size();
-    }
-
-    void count(const Showing& showing) {
-        ++shown_;
-        faulty_ += showing.isFaulty();
-        const auto heard = showing.heard();
-        ++(showing.wasCutShort() ? cutShort_
-           : heard.empty()       ? silent_
-           : heard == "D"        ? drawn_
-                                 : errors_);
+    void add(const Showing& showing) {
+        ++shown;
+        faulty += showing.isFaulty();
+        ++(showing.wasCutShort()          ? cutShort
+           : showing.heard() == "nothing" ? silent
+           : showing.heard() == "drawn"   ? drawn
+                                          : errors);
         if (showing.isRight()) return;
-        ++wrong_;
+        ++wrong;
         std::fprintf(stderr, "soak: %s\n", showing.description().c_str());
     }
+};
 
-    [[noreturn]] void reportStuck() const {
-        for (const auto& showing : showings_)
+/// Shows so many ads, and returns when nothing of it is under way any more.
+void show(std::size_t ads, Random& random, Counts& counts) {
+    std::vector<std::shared_ptr<Showing>> showings;
+    const auto look = [&] {
+        for (; ads > 0 && showings.size() < kAtOnce; --ads)
+            showings.push_back(Showing::start(random, kFaultyPercent));
+        for (const auto& showing : showings)
+            showing->maybeLetGo(random);
+        return std::erase_if(showings, [&](const auto& showing) {
+            if (showing->isOver()) counts.add(*showing);
+            return showing->isOver();
+        });
+    };
+    while (ads > 0 || !showings.empty()) {
+        if (App::waitFor([&] { return look() > 0; })) continue;
+        for (const auto& showing : showings)
             std::fprintf(stderr, "soak: %s\n", showing->description().c_str());
         fail("no view has ended for too long");
     }
+    if (!App::waitFor(CountedTasks::allAreThrough)) fail("a request never completed");
+    if (CountedTasks::completedTwice() > 0) fail("a request completed twice");
+}
 
-    Random random_;
-    std::vector<std::shared_ptr<Showing>> showings_;
-    unsigned long shown_ = 0;
-    unsigned long faulty_ = 0;
-    unsigned long drawn_ = 0;
-    unsigned long errors_ = 0;
-    unsigned long silent_ = 0;
-    unsigned long cutShort_ = 0;
-    unsigned long wrong_ = 0;
-};
-
-int run(std::size_t ads, unsigned seed) {
+void soak(std::size_t ads, unsigned seed) {
     auto& limits = platform::UrlSessionLimits::shared();
     limits.total = std::chrono::seconds(5);
     limits.body = std::size_t{1} << 20;
 
-    Server server;
-    const LibraryFolder folder(server.requestUrlFormat());
-    QElapsedTimer time;
-    time.start();
+    Program server({VEXMORA_ADSERVER, "--catalog", VEXMORA_CATALOG});
+    const LibraryFolder folder(server.readLabelled("Request template: "));
+    server.stopReading();
+    const App app;
+    const auto start = std::chrono::steady_clock::now();
     std::printf("seed %u\n", seed);
     std::fflush(stdout);
 
-    Soak soak(seed);
+    Random random(seed);
+    Counts counts;
     const std::size_t warmUp =
         std::max<std::size_t>(ads / 10, std::min<std::size_t>(ads / 2, 1000));
-    soak.show(warmUp);
+    show(warmUp, random, counts);
     const auto before = Holdings::now();
-    soak.show(ads - warmUp);
-    const long connections = static_cast<long>(limits.transfers);
+    show(ads - warmUp, random, counts);
     Holdings after;
-    const bool holdsNoMore = waitFor([&] {
+    const bool holdsNoMore = App::waitFor([&] {
         after = Holdings::now();
-        return after.areNoMoreThan(before, connections);
+        return after.areNoMoreThan(before, static_cast<long>(limits.transfers));
     });
 
+    const std::chrono::duration<double, std::ratio<60>> minutes =
+        std::chrono::steady_clock::now() - start;
     std::printf(
-        "| %lu | %lu | %.1f | %lu | %lu | %lu | %lu | %lu | %+ld KiB | %ld → %ld | %ld → %ld | %ld "
-        "→ %ld "
-        "|\n",
-        soak.shown(), soak.faulty(), static_cast<double>(time.elapsed()) / 60'000, soak.drawn(),
-        soak.errors(), soak.silent(), soak.cutShort(), soak.wrong(),
-        (after.heap - before.heap) / 1024, before.sockets, after.sockets, before.otherDescriptors,
-        after.otherDescriptors, before.threads, after.threads);
-    if (soak.wrong() > 0) fail("wrong outcomes");
+        "| %lu | %lu | %.1f | %lu | %lu | %lu | %lu | %lu | %+ld KiB | %ld → %ld | %ld → %ld "
+        "| %ld → %ld |\n",
+        counts.shown, counts.faulty, minutes.count(), counts.drawn, counts.errors, counts.silent,
+        counts.cutShort, counts.wrong, (after.heap - before.heap) / 1024, before.sockets,
+        after.sockets, before.otherDescriptors, after.otherDescriptors, before.threads,
+        after.threads);
+    if (counts.wrong > 0) fail("wrong outcomes");
     if (!holdsNoMore) fail("the process holds more than before");
-    return 0;
 }
 
-unsigned long number(const char* text) {
+unsigned number(const char* text) {
     char* end = nullptr;
     const unsigned long value = std::strtoul(text, &end, 10);
-    if (end == text || *end != '\0' || value == 0) fail(std::string("not a number: ") + text);
-    return value;
+    if (end == text || *end != '\0') fail(std::string("not a number: ") + text);
+    return static_cast<unsigned>(value);
 }
 
 }  // namespace
 }  // namespace VexmoraSDK
 
-// What fontconfig has loaded it keeps.
-extern "C" const char* __lsan_default_suppressions() {
-    return "leak:libfontconfig";
-}
-
 int main(int argc, char** argv) {
-    const QGuiApplication app(argc, argv);
-    std::size_t ads = 2000;
+    using namespace VexmoraSDK;
+    if (argc == 5 && std::string_view(argv[1]) == "--leave")
+        return Leaving::leaveFrom(argv[2], static_cast<int>(number(argv[3])), argv[4]);
+    unsigned ads = 2000;
     unsigned seed = 1;
-    const option known[] = {
-        {"ads", required_argument, nullptr, 'a'}, {"seed", required_argument, nullptr, 's'}, {}};
+    const option known[] = {{"ads", required_argument, nullptr, 'a'},
+                            {"seed", required_argument, nullptr, 's'},
+                            {"exits", required_argument, nullptr, 'e'},
+                            {}};
     for (int found; (found = getopt_long(argc, argv, "", known, nullptr)) != -1;) {
         switch (found) {
-            case 'a': ads = VexmoraSDK::number(optarg); break;
-            case 's': seed = static_cast<unsigned>(VexmoraSDK::number(optarg)); break;
+            case 'a': ads = number(optarg); break;
+            case 's': seed = number(optarg); break;
+            case 'e': return Leaving::leave(static_cast<int>(number(optarg))) > 0;
             default: return 2;
         }
     }
-    return VexmoraSDK::run(ads, seed);
+    soak(ads, seed);
+    return 0;
 }

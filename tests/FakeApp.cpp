@@ -1,0 +1,22 @@
+#include <thread>
+
+#include "tests/App.h"
+#include "tests/fake_platform/FakeMainQueue.h"
+
+namespace VexmoraSDK {
+
+struct App::Impl {};
+
+App::App() {
+    platform::FakeMainQueue::start();
+}
+
+// The queue stays, as it does when a toolkit has ended, and runs no more blocks.
+App::~App() = default;
+
+void App::runForAMoment() {
+    platform::FakeMainQueue::drain();
+    std::this_thread::yield();
+}
+
+}  // namespace VexmoraSDK
