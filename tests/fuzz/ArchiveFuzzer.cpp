@@ -15,69 +15,54 @@ using platform::Date;
 using platform::Dictionary;
 using platform::Value;
 
-/// Makes values out of fuzz bytes.
-class Maker {
- public:
-    Maker(const std::uint8_t* bytes, std::size_t size) : bytes_(bytes, size) {}
+std::string text(FuzzedDataProvider& bytes) {
+    return bytes.ConsumeRandomLengthString(64);
+}
 
-    VexmoraError error() {
-        platform::Coder coder;
-        coder.encode("NSDomain", text());
-        coder.encode("NSCode", number<std::int64_t>());
-        if (bytes_.ConsumeBool()) coder.encode("NSUserInfo", dictionary());
-        return VexmoraError(coder);
-    }
+/// What is no number equals nothing, itself included.
+double finite(double number) {
+    return number == number ? number : std::numeric_limits<double>::infinity();
+}
 
- private:
-    std::string text() { return bytes_.ConsumeRandomLengthString(64); }
+Value value(FuzzedDataProvider& bytes);
 
-    template <class T>
-    T number() {
-        return bytes_.ConsumeIntegral<T>();
-    }
+Dictionary dictionary(FuzzedDataProvider& bytes) {
+    Dictionary dictionary;
+    while (bytes.ConsumeBool())
+        dictionary.insert_or_assign(text(bytes), value(bytes));
+    return dictionary;
+}
 
-    Dictionary dictionary() {
-        Dictionary dictionary;
-        while (bytes_.ConsumeBool())
-            dictionary.insert_or_assign(text(), value());
-        return dictionary;
-    }
-
-    Array array() {
-        Array array;
-        while (bytes_.ConsumeBool())
-            array.push_back(value());
-        return array;
-    }
-
-    Value value() {
-        switch (bytes_.ConsumeIntegralInRange(0, 8)) {
-            case 0: return bytes_.ConsumeBool();
-            case 1: return number<std::int64_t>();
-            case 2: return finite(std::bit_cast<double>(number<std::uint64_t>()));
-            case 3: return text();
-            case 4: return platform::dataOf(text());
-            case 5: return Date(Date::duration(number<Date::rep>()));
-            case 6: return array();
-            case 7: return dictionary();
-            default: return {};
+Value value(FuzzedDataProvider& bytes) {
+    switch (bytes.ConsumeIntegralInRange(0, 8)) {
+        case 0: return bytes.ConsumeBool();
+        case 1: return bytes.ConsumeIntegral<std::int64_t>();
+        case 2: return finite(std::bit_cast<double>(bytes.ConsumeIntegral<std::uint64_t>()));
+        case 3: return text(bytes);
+        case 4: return platform::dataOf(text(bytes));
+        case 5: return Date(Date::duration(bytes.ConsumeIntegral<Date::rep>()));
+        case 6: {
+            Array array;
+            while (bytes.ConsumeBool())
+                array.push_back(value(bytes));
+            return array;
         }
+        case 7: return dictionary(bytes);
+        default: return {};
     }
-
-    /// What is no number equals nothing, itself included.
-    static double finite(double number) {
-        return number == number ? number : std::numeric_limits<double>::infinity();
-    }
-
-    FuzzedDataProvider bytes_;
-};
+}
 
 }  // namespace
 }  // namespace VexmoraSDK
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace VexmoraSDK;
-    const auto error = Maker(bytes, size).error();
+    FuzzedDataProvider bytes(data, size);
+    platform::Coder made;
+    made.encode("NSDomain", text(bytes));
+    made.encode("NSCode", bytes.ConsumeIntegral<std::int64_t>());
+    if (bytes.ConsumeBool()) made.encode("NSUserInfo", dictionary(bytes));
+    const VexmoraError error(made);
     platform::Coder coder;
     error.encode(coder);
     const auto archive = platform::Coder::fromData(coder.data());

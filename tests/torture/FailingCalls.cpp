@@ -23,18 +23,13 @@ std::atomic<Record*> current = nullptr;
 long failing = 0;
 thread_local bool spared = false;
 
-bool fails(const char* call) {
+/// `reason` is for calls that say with `errno` what has gone wrong.
+bool fails(const char* call, int reason = 0) {
     Record* record = current;
     if (!record || spared || ++record->calls != failing) return false;
     record->failed = call;
+    if (reason != 0) errno = reason;
     return true;
-}
-
-/// The same for a call that says with `errno` what has gone wrong.
-bool fails(const char* call, int reason) {
-    const bool failed = fails(call);
-    if (failed) errno = reason;
-    return failed;
 }
 
 constexpr const char* kMemoryOfLibcurl = "memory of libcurl";
@@ -44,10 +39,6 @@ constexpr const char* kMemoryOfLibcurl = "memory of libcurl";
 void begin(long nth, Record& record) {
     failing = nth;
     current = &record;
-}
-
-void end() {
-    current = nullptr;
 }
 
 Spared::Spared() {
@@ -115,16 +106,13 @@ void operator delete[](void* memory, std::size_t) noexcept {
 /// Stands before the function of that name in a shared library, for the other libraries too.
 #define STANDS_BEFORE(function, name) \
     static const auto next = reinterpret_cast<decltype(&(function))>(dlsym(RTLD_NEXT, name))
-#define CAN_FAIL(failure, result, name, parameters, arguments) \
-    extern "C" result name parameters {                        \
-        STANDS_BEFORE(name, #name);                            \
-        return fails(#name) ? (failure) : next arguments;      \
-    }
 #define CAN_FAIL_FOR(reason, failure, result, name, parameters, arguments) \
     extern "C" result name parameters {                                    \
         STANDS_BEFORE(name, #name);                                        \
         return fails(#name, reason) ? (failure) : next arguments;          \
     }
+#define CAN_FAIL(failure, result, name, parameters, arguments) \
+    CAN_FAIL_FOR(0, failure, result, name, parameters, arguments)
 
 // What is set or asked for fits a register each time, whatever its type, so that these need not
 // take a variable number of arguments.

@@ -3,7 +3,7 @@
 #include <atomic>
 
 /// Calls of the process that can fail, of all its threads: memory, files, sockets, threads,
-/// libcurl, libplist and zlib. They are counted from `begin` to `end`, and one of them does fail.
+/// libcurl, libplist and zlib. They are counted from `begin` on, and one of them does fail.
 namespace VexmoraSDK::FailingCalls {
 
 /// In memory that a process shares with those it forks off.
@@ -14,7 +14,6 @@ struct Record {
 
 /// `nth` is from 1; none fails when it is 0.
 void begin(long nth, Record& record);
-void end();
 
 /// While this lives the calling thread is the host's: its calls neither count nor fail.
 class Spared {

@@ -1,16 +1,13 @@
 #include <gtest/gtest.h>
-#include <sys/prctl.h>
-#include <unistd.h>
 
 #include <array>
-#include <csignal>
 #include <semaphore>
 
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/platform/UrlSession.h"
 #include "VexmoraSDK/platform/common/UrlSessionLimits.h"
+#include "tests/Program.h"
 #include "tests/fake_platform/FakeMainQueue.h"
-#include "tests/session/RudeServer.h"
 #include "tests/torture/Torture.h"
 
 namespace VexmoraSDK {
@@ -26,45 +23,18 @@ using platform::UrlResponse;
 using platform::UrlSession;
 using platform::UrlSessionLimits;
 
-/// In a process of its own: a process that has threads cannot be forked well.
-class ServerProcess {
- public:
-    explicit ServerProcess(const std::string& answer) {
-        int place[2];
-        if (pipe(place) != 0) throw std::runtime_error("no pipe");
-        process_ = fork();
-        if (process_ == 0) {
-            prctl(PR_SET_PDEATHSIG, SIGKILL);
-            const RudeServer server(answer);
-            static_cast<void>(!write(place[1], server.port().data(), server.port().size()));
-            while (true)
-                pause();
-        }
-        char port[8] = {};
-        static_cast<void>(!read(place[0], port, sizeof port - 1));
-        address_ = std::string("http://localhost:") + port + "/";
-        close(place[0]);
-        close(place[1]);
-    }
-    ~ServerProcess() { kill(process_, SIGKILL); }
-
-    const std::string& address() const { return address_; }
-
- private:
-    pid_t process_;
-    std::string address_;
-};
-
 /// What became of one task.
 struct Ending {
     std::atomic<int> completions = 0;
     std::atomic<const char*> outcome = "no completion";
 };
 
-/// An answer, an error or, neither whole, a fault.
+/// An answer, an error or, neither whole, a fault. An answer without ads is one too: libcurl may
+/// ask without what stands behind the "?" when it has no memory for that.
 const char* outcomeOf(const std::optional<Data>& body, const std::optional<UrlResponse>& response,
                       const std::optional<Error>& error) {
-    if (body && response && !error && textOf(*body) == "abcdef") return "answered";
+    const bool whole = body && textOf(*body).starts_with("[") && textOf(*body).ends_with("]");
+    if (whole && response && !error) return "answered";
     if (!body && !response && error && error->userInfo()->size() == 2) return "failed";
     return "half an outcome";
 }
@@ -106,15 +76,12 @@ std::string fetchTwice(const std::string& address, const std::function<void()>& 
 }
 
 TEST(SessionTortureTest, CompletesEachTaskOnceOrStopsWhenACallFails) {
-    // "abcdef"
-    constexpr char kZipped[] =
-        "\x1f\x8b\x08\0\0\0\0\0\x02\x03\x4b\x4c\x4a\x4e\x49\x4d\x03\0\xef\x39\x8e\x4b\x06\0\0";
-    const ServerProcess server(
-        "HTTP/1.1 200 OK\r\nSet-Cookie: visitor=17\r\nTransfer-Encoding: chunked\r\n"
-        "Content-Encoding: gzip\r\n\r\n1a\r\n" +
-        std::string(kZipped, sizeof kZipped) + "\r\n0\r\n\r\n");
-    Torture::run("URL session",
-                 [&](const auto& begin) { return fetchTwice(server.address(), begin); },
+    // In a process of its own: one that has threads cannot be forked well.
+    Program server({VEXMORA_ADSERVER, "--catalog", VEXMORA_CATALOG});
+    const std::string place = server.readLabelled("Listening on http://127.0.0.1:");
+    server.stopReading();
+    const auto address = "http://localhost:" + place + "/ads?container=fault-gzip&types=77";
+    Torture::run("URL session", [&](const auto& begin) { return fetchTwice(address, begin); },
                  {{"answered, answered", ".*"},
                   {"failed, answered|answered, failed", ".*"},
                   {"failed, failed", "curl_global_init"},
