@@ -11,14 +11,25 @@
 namespace VexmoraSDK::platform {
 
 void SessionThreads::start(std::shared_ptr<Transfer> transfer) {
-    if (!loop_.add(transfer)) {
-        transfer->fail(CURLE_FAILED_INIT, curl_easy_strerror(CURLE_FAILED_INIT));
-        return complete(std::move(transfer));
-    }
-    const std::lock_guard lock(mutex_);
-    if (std::exchange(moves_, true)) return;
+    if (begin(transfer)) return;
+    transfer->fail(CURLE_FAILED_INIT, curl_easy_strerror(CURLE_FAILED_INIT));
+    complete(std::move(transfer));
+}
+
+bool SessionThreads::begin(const std::shared_ptr<Transfer>& transfer) {
+    std::unique_lock lock(mutex_);
+    const std::size_t waiting = loop_.add(transfer);
+    if (waiting == 0) return false;
+    moves_ = true;
     addThreads();
+    const bool led = hasLeader();
+    // Whoever is woken up takes the lock first.
+    lock.unlock();
+    // Where others wait already, somebody has been told, or looks again as soon as there is room.
+    if (waiting > 1) return true;
+    if (led) return loop_.wake() || !loop_.remove(transfer);
     changed_.notify_one();
+    return true;
 }
 
 void SessionThreads::complete(std::shared_ptr<Transfer> transfer) {
@@ -76,6 +87,7 @@ void SessionThreads::workOnce(std::unique_lock<std::mutex>& lock) {
         auto ended = loop_.turn();
         lock.lock();
         leader_ = {};
+        moves_ = loop_.isBusy();
         std::ranges::move(ended, std::back_inserter(ended_));
         addThreads();
     } else {

@@ -12,11 +12,11 @@
 namespace VexmoraSDK::platform {
 
 /// The threads of the session, as leader and followers. The leader moves the bytes of all
-/// transfers. When one has ended it completes that one itself, and a follower takes the lead: no
-/// completion waits for a thread to wake up, and no transfer for a completion that decodes a
-/// picture. As many complete at once as there are cores, at most four, and one more leads. None is
-/// started before there is work for it; where there is none to be had, those that run do the work,
-/// and a process that has none at all is stopped.
+/// transfers. When one has ended it completes that one itself, and a follower takes the lead if
+/// there are others: no completion waits for a thread to wake up, and no transfer for a completion
+/// that decodes a picture. As many complete at once as there are cores, at most four, and one more
+/// leads. None is started before there is work for it; where there is none to be had, those that
+/// run do the work, and a process that has none at all is stopped.
 class SessionThreads {
  public:
     /// Has the transfer made and completed. Any thread.
@@ -30,6 +30,8 @@ class SessionThreads {
     void stop();
 
  private:
+    /// False when that is not possible.
+    bool begin(const std::shared_ptr<Transfer>& transfer);
     void work();
     // The mutex is held in all of these.
     void workOnce(std::unique_lock<std::mutex>& lock);
@@ -46,7 +48,7 @@ class SessionThreads {
     std::vector<std::thread> threads_;
     std::size_t idle_ = 0;
     std::size_t completing_ = 0;
-    // From the first transfer on.
+    /// Whether there are transfers to move.
     bool moves_ = false;
     std::thread::id leader_;
     bool stopped_ = false;

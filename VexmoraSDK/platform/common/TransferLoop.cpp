@@ -32,19 +32,23 @@ CURLSH* makeCookieJar() {
 
 }  // namespace
 
-bool TransferLoop::add(const std::shared_ptr<Transfer>& transfer) {
-    std::unique_lock lock(mutex_);
+std::size_t TransferLoop::add(std::shared_ptr<Transfer> transfer) {
+    const std::lock_guard lock(mutex_);
     if (!cookies_) cookies_ = makeCookieJar();
     if (!multi_) multi_ = makeMulti();
-    if (!cookies_ || !multi_) return false;
-    waiting_.push_back(transfer);
-    // Where others wait already, a turn looks by itself as soon as there is room.
-    if (waiting_.size() > 1) return true;
-    // Whoever is woken up takes the lock first.
-    lock.unlock();
-    if (wake()) return true;
-    lock.lock();
-    return std::erase(waiting_, transfer) == 0;
+    if (!cookies_ || !multi_) return 0;
+    waiting_.push_back(std::move(transfer));
+    return waiting_.size();
+}
+
+bool TransferLoop::remove(const std::shared_ptr<Transfer>& transfer) {
+    const std::lock_guard lock(mutex_);
+    return std::erase(waiting_, transfer) > 0;
+}
+
+bool TransferLoop::isBusy() {
+    const std::lock_guard lock(mutex_);
+    return !waiting_.empty() || !exchanges_.empty();
 }
 
 bool TransferLoop::wake() {

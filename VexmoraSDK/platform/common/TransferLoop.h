@@ -16,9 +16,13 @@ namespace VexmoraSDK::platform {
 /// letting go of it would wait for names that are being resolved.
 class TransferLoop {
  public:
-    /// Has the transfer begin in a turn, as soon as fewer than the most are in flight. False, and
-    /// nothing done, when that is not possible. Any thread.
-    bool add(const std::shared_ptr<Transfer>& transfer);
+    /// Has the transfer begin in a later turn, as soon as fewer than the most are in flight.
+    /// Returns how many wait to begin; 0, and nothing done, when that is not possible. Any thread.
+    std::size_t add(std::shared_ptr<Transfer> transfer);
+    /// Undoes an `add`. False when the transfer has begun. Any thread.
+    bool remove(const std::shared_ptr<Transfer>& transfer);
+    /// Whether there are transfers to move. Between turns.
+    bool isBusy();
 
     /// Ends the wait of a turn, or else that of the next one. False when that is not possible. Any
     /// thread, after an `add`.
