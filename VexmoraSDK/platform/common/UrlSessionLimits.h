@@ -20,6 +20,8 @@ struct UrlSessionLimits {
     std::size_t body = std::size_t{32} << 20;
     /// At once. Further ones wait for their turn, and only then does their time begin.
     std::size_t transfers = 64;
+    /// Of the answers that are kept to be used again, in bytes; each takes at most an eighth.
+    std::size_t cache = std::size_t{4} << 20;
 
     /// Those of the shared session. Tests shrink them before they start a transfer.
     static UrlSessionLimits& shared() {

@@ -1,0 +1,193 @@
+#include "VexmoraSDK/platform/common/HttpCache.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace VexmoraSDK::platform {
+namespace {
+
+using std::chrono::seconds;
+
+constexpr HttpCache::Time kNoon{seconds(1'795'262'400)};
+constexpr auto kNoonText = "Sat, 21 Nov 2026 12:00:00 GMT";
+constexpr auto kMinuteLater = "Sat, 21 Nov 2026 12:01:00 GMT";
+constexpr auto kMinuteBefore = "Sat, 21 Nov 2026 11:59:00 GMT";
+
+const std::string kOne = "\"1\"";
+const std::string kAsksForOne = "If-None-Match: \"1\"";
+
+Url url(const std::string& text) {
+    return Url::fromString(text).value();
+}
+
+class HttpCacheTest : public testing::Test {
+ protected:
+    void keep(const std::string& at, const CacheTerms& terms, std::string_view body = "body") {
+        cache.keep(url(at), terms, dataOf(body), {kNoon, kNoon});
+    }
+
+    std::string found(const std::string& at, HttpCache::Time now = kNoon) {
+        const auto answer = cache.find(url(at), now);
+        return answer ? std::string(textOf(*answer->body)) : "nothing";
+    }
+
+    UrlSessionLimits limits;
+    HttpCache cache{limits};
+    const std::string address = "https://a.example/b.png?c";
+};
+
+TEST_F(HttpCacheTest, UsesAnAnswerForAsLongAsItSaysAndThenAsksAboutIt) {
+    struct Case {
+        CacheTerms terms;
+        long freshFor;
+        std::vector<std::string> conditions{};
+    };
+    const Case cases[] = {
+        {{.cacheControl = "max-age=60"}, 60},
+        {{.cacheControl = "public, Max-Age=60,, must-revalidate, x=\"no-store, \\\"\""}, 60},
+        {{.cacheControl = "s-maxage=600, max-age=60", .etag = kOne}, 60, {kAsksForOne}},
+        {{.cacheControl = "max-age=99999999999999999999"}, 1L << 31},
+        {{.cacheControl = "max-age=60", .age = "20"}, 40},
+        {{.cacheControl = "max-age=60", .date = kMinuteLater}, 60},
+        {{.cacheControl = "max-age=90", .date = kMinuteBefore}, 30},
+        {{.cacheControl = "max-age=90", .date = kMinuteBefore, .age = "70"}, 20},
+        {{.expires = kMinuteLater}, 60},
+        {{.date = kMinuteBefore, .expires = "Saturday, 21-Nov-26 12:01:00 GMT"}, 60},
+        {{.cacheControl = "max-age=10", .expires = kMinuteLater}, 10},
+        {{.cacheControl = "max-age=60", .vary = "Accept-Encoding, origin"}, 60},
+
+        {{.etag = kOne}, 0, {kAsksForOne}},
+        {{.lastModified = kNoonText}, 0, {std::string("If-Modified-Since: ") + kNoonText}},
+        {{.etag = "W/\"\"", .lastModified = kNoonText},
+         0,
+         {"If-None-Match: W/\"\"", std::string("If-Modified-Since: ") + kNoonText}},
+        {{.cacheControl = "no-cache, max-age=60", .etag = kOne}, 0, {kAsksForOne}},
+        {{.cacheControl = "max-age=60, no-cache=\"a\"", .etag = kOne}, 0, {kAsksForOne}},
+        {{.cacheControl = "max-age=0", .expires = kMinuteLater, .etag = kOne}, 0, {kAsksForOne}},
+
+        // What cannot be read is not relied on.
+        {{.cacheControl = "max-age=x", .expires = kMinuteLater, .etag = kOne}, 0, {kAsksForOne}},
+        {{.cacheControl = "max-age", .etag = kOne}, 0, {kAsksForOne}},
+        {{.cacheControl = "max-age=-60", .etag = kOne}, 0, {kAsksForOne}},
+        {{.cacheControl = "max-age=\"60\"", .etag = kOne}, 0, {kAsksForOne}},
+        {{.cacheControl = "max-age=60, max-age=60", .etag = kOne}, 0, {kAsksForOne}},
+        {{.cacheControl = "max-age=60", .age = "1, 2", .etag = kOne}, 0, {kAsksForOne}},
+        {{.cacheControl = "max-age=60", .date = "noon", .etag = kOne}, 0, {kAsksForOne}},
+        {{.expires = "0", .etag = kOne}, 0, {kAsksForOne}},
+        {{.date = kMinuteBefore,
+          .expires = std::string(kMinuteLater) + ", " + kMinuteLater,
+          .etag = kOne},
+         0,
+         {kAsksForOne}},
+        {{.cacheControl = "max-age=60", .etag = "1"}, 60},
+        {{.cacheControl = "max-age=60", .etag = "\"a\rX: b\"", .lastModified = "noon"}, 60},
+    };
+    for (const auto& [terms, freshFor, conditions] : cases) {
+        SCOPED_TRACE(terms.cacheControl + " | " + terms.expires + " | " + terms.age + " | " +
+                     terms.etag);
+        keep(address, terms);
+        const auto end = kNoon + seconds(freshFor);
+        if (freshFor > 0) {
+            const auto fresh = cache.find(url(address + "#d"), end - seconds(1));
+            ASSERT_TRUE(fresh);
+            EXPECT_TRUE(fresh->isFresh(end - seconds(1)));
+            EXPECT_FALSE(fresh->isFresh(kNoon - seconds(1))) << "the clock was set back";
+        }
+        const auto old = cache.find(url(address), end);
+        EXPECT_TRUE(!old || !old->isFresh(end));
+        EXPECT_EQ(old ? old->terms.conditions() : std::vector<std::string>(), conditions);
+    }
+
+    cache.keep(url(address), CacheTerms{.cacheControl = "max-age=60", .age = "5"}, {},
+               {kNoon, kNoon + seconds(10)});
+    EXPECT_TRUE(cache.find(url(address), kNoon + seconds(54)));
+    EXPECT_FALSE(cache.find(url(address), kNoon + seconds(55))) << "it was long on its way";
+}
+
+TEST_F(HttpCacheTest, KeepsNoAnswerThatMayNotBeKeptAndForgetsTheOneBefore) {
+    const CacheTerms cases[] = {
+        {.cacheControl = "no-store, max-age=60", .etag = kOne},
+        {.cacheControl = "max-age=60,NO-STORE", .etag = kOne},
+        {.cacheControl = "max-age=60; private", .etag = kOne},
+        {.cacheControl = "max-age = 60", .etag = kOne},
+        {.cacheControl = "max-age=60, private=\"a", .etag = kOne},
+        {.cacheControl = "max-age=60, =", .etag = kOne},
+        {.cacheControl = "max-age=60", .vary = "*"},
+        {.cacheControl = "max-age=60", .vary = "Accept, Cookie"},
+        {.cacheControl = "max-age=60", .vary = "Accept Encoding"},
+        {.cacheControl = "max-age=60", .setsCookie = true},
+        {.cacheControl = "max-age=60", .etag = '"' + std::string(3000, 'x') + '"'},
+        {.cacheControl = "max-age=0", .etag = "1"},
+        {},
+    };
+    for (const auto& terms : cases) {
+        SCOPED_TRACE(terms.cacheControl + " | " + terms.vary);
+        keep(address, {.cacheControl = "max-age=60"});
+        EXPECT_EQ(found(address), "body");
+        keep(address, terms);
+        EXPECT_EQ(found(address), "nothing");
+    }
+    keep(address, {.cacheControl = "max-age=60"});
+    cache.keep(url(address), std::nullopt, {}, {kNoon, kNoon});
+    EXPECT_EQ(found(address), "nothing");
+}
+
+TEST_F(HttpCacheTest, RenewsAnAnswerThatTheServerFindsRight) {
+    const auto later = kNoon + seconds(60);
+    const auto ask = [&] {
+        keep(address, {.cacheControl = "max-age=60", .age = "20", .etag = kOne});
+        return cache.find(url(address), later);
+    };
+    const auto renewWith = [&](const CacheTerms& terms) {
+        cache.renew(ask(), terms, {later, later});
+    };
+
+    renewWith({.date = kMinuteLater});
+    EXPECT_TRUE(cache.find(url(address), later)->isFresh(later + seconds(59)));
+    EXPECT_EQ(found(address, later), "body");
+    renewWith({.cacheControl = "max-age=10", .etag = kOne});
+    EXPECT_FALSE(cache.find(url(address), later)->isFresh(later + seconds(10)));
+
+    renewWith({.cacheControl = "no-store"});
+    EXPECT_EQ(found(address, later), "nothing");
+    renewWith({.setsCookie = true});
+    EXPECT_EQ(found(address, later), "nothing");
+    renewWith({.etag = "\"2\""});
+    EXPECT_EQ(found(address, later), "nothing") << "the server speaks of another";
+
+    const auto asked = ask();
+    keep(address, {.cacheControl = "max-age=90"}, "another");
+    cache.renew(asked, {}, {later, later});
+    EXPECT_EQ(found(address, later), "another") << "it has come meanwhile";
+}
+
+TEST_F(HttpCacheTest, HoldsNoMoreThanItsBoundAndWhatWasUsedLast) {
+    limits.cache = 80'000;
+    const CacheTerms terms{.cacheControl = "max-age=60"};
+    const auto place = [](int number) { return "https://a.example/" + std::to_string(number); };
+    const auto holds = [&](int number) { return cache.find(url(place(number)), kNoon) != nullptr; };
+    for (int number = 0; number < 10; ++number) {
+        keep(place(number), terms, std::string(8'000, 'x'));
+        EXPECT_TRUE(holds(0));
+    }
+    EXPECT_FALSE(holds(1));
+    for (int number = 2; number < 10; ++number)
+        EXPECT_TRUE(holds(number)) << number;
+
+    keep(place(99), terms, std::string(9'999, 'x'));
+    EXPECT_FALSE(holds(99)) << "with its address more than an eighth";
+    keep("https://a.example/" + std::string(9'999, 'x'), terms);
+    EXPECT_TRUE(holds(2));
+
+    for (int number = 0; number < 1'000; ++number)
+        keep(place(number), terms, "");
+    int held = 0;
+    for (int number = 0; number < 1'000; ++number)
+        held += holds(number);
+    EXPECT_LT(held, 80'000 / 256) << "addresses and terms take memory, too";
+}
+
+}  // namespace
+}  // namespace VexmoraSDK::platform
