@@ -21,6 +21,10 @@ class HttpCache {
  public:
     using Time = CacheTerms::Time;
 
+    static Time now() {
+        return std::chrono::floor<Time::duration>(std::chrono::system_clock::now());
+    }
+
     /// A whole answer of status 200, its body decoded.
     struct Answer {
         std::string address;  ///< Without a fragment.
@@ -40,6 +44,12 @@ class HttpCache {
     };
 
     explicit HttpCache(const UrlSessionLimits& limits) : limits_(limits) {}
+
+    /// That of the shared session; never destroyed.
+    static HttpCache& shared() {
+        static auto& cache = *new HttpCache(UrlSessionLimits::shared());
+        return cache;
+    }
 
     /// The answer to use for the address, or to ask the server about; null when there is none.
     std::shared_ptr<const Answer> find(const Url& url, Time now);

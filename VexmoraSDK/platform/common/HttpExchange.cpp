@@ -23,13 +23,23 @@ std::vector<std::string> values(CURL* easy, const char* header) {
     }
 }
 
+std::string joined(CURL* easy, const char* header) {
+    std::string joined;
+    for (const auto& value : values(easy, header))
+        joined.append(joined.empty() ? "" : ", ").append(value);
+    return joined;
+}
+
 }  // namespace
 
 HttpExchange::HttpExchange(std::shared_ptr<Transfer> transfer)
-    : transfer_(std::move(transfer)), easy_(curl_easy_init()) {}
+    : transfer_(std::move(transfer)), easy_(curl_easy_init()) {
+    transfer_->asked = HttpCache::now();
+}
 
 HttpExchange::~HttpExchange() {
     curl_easy_cleanup(easy_);
+    curl_slist_free_all(conditions_);
 }
 
 CURLcode HttpExchange::configure(CURLSH* cookies) {
@@ -65,7 +75,17 @@ CURLcode HttpExchange::configure(CURLSH* cookies) {
     set(CURLOPT_HEADERDATA, this);
     set(CURLOPT_WRITEFUNCTION, &HttpExchange::receiveBody);
     set(CURLOPT_WRITEDATA, this);
+    if (result == CURLE_OK && transfer_->earlier) result = setConditions();
     return result;
+}
+
+CURLcode HttpExchange::setConditions() {
+    for (const auto& header : transfer_->earlier->terms.conditions()) {
+        curl_slist* longer = curl_slist_append(conditions_, header.c_str());
+        if (!longer) return CURLE_OUT_OF_MEMORY;
+        conditions_ = longer;
+    }
+    return curl_easy_setopt(easy_, CURLOPT_HTTPHEADER, conditions_);
 }
 
 // The head of each answer, redirections included, goes from a status line to an empty line. A count
@@ -77,9 +97,13 @@ std::size_t HttpExchange::receiveHeader(const char* bytes, std::size_t, std::siz
     if (line.starts_with("HTTP/")) exchange.headIsComplete_ = false;
     if (line == "\r\n" || line == "\n") exchange.headIsComplete_ = true;
     exchange.headBytes_ += count;
-    const bool taken =
-        exchange.headBytes_ <= exchange.limits_.heads || exchange.refuse(CURLE_FILESIZE_EXCEEDED);
-    return taken ? count : 0;
+    if (exchange.headBytes_ > exchange.limits_.heads) {
+        exchange.refuse(CURLE_FILESIZE_EXCEEDED);
+    } else if (exchange.headIsComplete_ && exchange.conditions_) {
+        // They are for the address that was asked, and not for one that it redirects to.
+        exchange.refusal_ = curl_easy_setopt(exchange.easy_, CURLOPT_HTTPHEADER, nullptr);
+    }
+    return exchange.refusal_ == CURLE_OK ? count : 0;
 }
 
 std::size_t HttpExchange::receiveBody(const char* bytes, std::size_t, std::size_t count,
@@ -146,12 +170,45 @@ void HttpExchange::finish(CURLcode result) {
     if (result == CURLE_OK) {
         result = curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &transfer_->response.statusCode);
     }
-    if (result == CURLE_OK) return;
+    long redirects = 0;
+    if (result == CURLE_OK) result = curl_easy_getinfo(easy_, CURLINFO_REDIRECT_COUNT, &redirects);
+    if (result == CURLE_OK) {
+        // What a redirection led to is an answer for another address.
+        if (redirects == 0) readTerms();
+        return;
+    }
     // To libcurl what is not taken could not be written.
     const bool refused = refusal_ != CURLE_OK;
     if (refused) result = refusal_;
     const bool told = !refused && errorText_.front() != '\0';
     transfer_->fail(result, told ? errorText_.data() : curl_easy_strerror(result));
+}
+
+/// Whether the body ended where it was meant to, and not where the connection happened to.
+bool HttpExchange::endWasTold() const {
+    long version = 0;
+    return !values(easy_, "Content-Length").empty() ||
+           curl_strequal(joined(easy_, "Transfer-Encoding").c_str(), "chunked") ||
+           (curl_easy_getinfo(easy_, CURLINFO_HTTP_VERSION, &version) == CURLE_OK &&
+            version >= CURL_HTTP_VERSION_2_0);
+}
+
+void HttpExchange::readTerms() {
+    const long status = transfer_->response.statusCode;
+    transfer_->usesEarlier = status == 304 && conditions_;
+    try {
+        if (!transfer_->usesEarlier && (status != 200 || !endWasTold())) return;
+        transfer_->terms = {.cacheControl = joined(easy_, "Cache-Control"),
+                            .vary = joined(easy_, "Vary"),
+                            .date = joined(easy_, "Date"),
+                            .age = joined(easy_, "Age"),
+                            .expires = joined(easy_, "Expires"),
+                            .etag = joined(easy_, "ETag"),
+                            .lastModified = joined(easy_, "Last-Modified"),
+                            .setsCookie = !values(easy_, "Set-Cookie").empty()};
+    } catch (const std::bad_alloc&) {
+        // Then the answer is not kept.
+    }
 }
 
 }  // namespace VexmoraSDK::platform

@@ -32,6 +32,7 @@ class HttpExchange {
     const std::shared_ptr<Transfer>& transfer() const { return transfer_; }
 
  private:
+    CURLcode setConditions();
     static std::size_t receiveHeader(const char* bytes, std::size_t, std::size_t count,
                                      void* self) noexcept;
     static std::size_t receiveBody(const char* bytes, std::size_t, std::size_t count,
@@ -42,10 +43,13 @@ class HttpExchange {
     bool takeDecoded(const std::byte* bytes, std::size_t count);
     bool refuse(CURLcode reason);
     void append(const std::byte* bytes, std::size_t count);
+    bool endWasTold() const;
+    void readTerms();
 
     const std::shared_ptr<Transfer> transfer_;
     const UrlSessionLimits limits_ = UrlSessionLimits::shared();
     CURL* const easy_;
+    curl_slist* conditions_ = nullptr;
     bool headIsComplete_ = false;
     std::size_t headBytes_ = 0;
     bool bodyBegan_ = false;

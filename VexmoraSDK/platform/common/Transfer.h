@@ -1,10 +1,11 @@
 #pragma once
 
 #include <atomic>
+#include <memory>
 #include <optional>
-#include <utility>
 
 #include "VexmoraSDK/platform/UrlSession.h"
+#include "VexmoraSDK/platform/common/HttpCache.h"
 
 namespace VexmoraSDK::platform {
 
@@ -14,22 +15,14 @@ struct UrlSessionTask::Transfer {
         : url(std::move(address)), completion(std::move(callback)) {}
 
     /// Ends it as a failed one. `code` is libcurl's.
-    void fail(int code, const char* description) {
-        Dictionary userInfo;
-        userInfo.emplace(kLocalizedDescriptionKey, std::string(description));
-        userInfo.emplace(kFailingUrlStringKey, url.text());
-        error.emplace("VexmoraURLErrorDomain", code, std::move(userInfo));
-    }
+    void fail(int code, const char* description);
 
-    /// Runs the completion with the outcome, and lets go of what it holds.
-    void complete() {
-        const auto callback = std::exchange(completion, nullptr);
-        if (error) {
-            callback(std::nullopt, std::nullopt, std::move(error));
-        } else {
-            callback(std::move(body), response, std::nullopt);
-        }
-    }
+    /// Looks for an earlier answer. True when that will do, and nothing is to be asked.
+    bool isAnsweredByCache();
+
+    /// Lets the cache know of the answer, runs the completion with the outcome, and lets go of what
+    /// it holds.
+    void complete();
 
     const Url url;
     UrlSession::Completion completion;
@@ -38,6 +31,17 @@ struct UrlSessionTask::Transfer {
     Data body;
     UrlResponse response;
     std::optional<Error> error;
+
+    /// An earlier answer to use, or to ask the server about.
+    std::shared_ptr<const HttpCache::Answer> earlier;
+    /// Whether that one is the answer to this request, too.
+    bool usesEarlier = false;
+    /// Of an answer that came now; absent when it is not to be kept.
+    std::optional<CacheTerms> terms;
+    HttpCache::Time asked;
+
+ private:
+    void consultCache();
 };
 
 using Transfer = UrlSessionTask::Transfer;

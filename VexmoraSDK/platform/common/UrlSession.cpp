@@ -30,6 +30,8 @@ class Engine {
         } else if (libcurlSetUp_ != CURLE_OK) {
             transfer->fail(libcurlSetUp_, curl_easy_strerror(libcurlSetUp_));
             threads_.complete(std::move(transfer));
+        } else if (transfer->isAnsweredByCache()) {
+            threads_.complete(std::move(transfer));
         } else {
             threads_.start(std::move(transfer));
         }
