@@ -9,6 +9,7 @@
 #include <fstream>
 #include <iterator>
 #include <mutex>
+#include <sstream>
 
 #include "adserver/Faults.h"
 #include "adserver/HttpServer.h"
@@ -205,6 +206,7 @@ struct AdServer::Site {
         json::array ads;
         for (const Creative* creative : candidates)
             ads.push_back(record(*creative, fault));
+        response.set_header("Cache-Control", "no-store");
         Exchange exchange{request, response, doors, "application/json",
                           ads.empty() ? "[]" : fault.compose(ads)};
         fault.ads->send(exchange);
@@ -220,10 +222,25 @@ struct AdServer::Site {
         }
         const std::string container = request.get_param_value("container");
         const Fault fault = Fault::of(container);
-        note(request, fault.spoilsPicture() ? container : "picture " + picture->first);
         Exchange exchange{request, response, doors, contentType(picture->second),
                           contents(picture->second)};
-        fault.picture->send(exchange);
+        const bool isKnown = !fault.spoilsPicture() && sendValidators(exchange);
+        note(request, fault.spoilsPicture() ? container
+                      : isKnown             ? "picture " + picture->first + ", as before"
+                                            : "picture " + picture->first);
+        if (!isKnown) fault.picture->send(exchange);
+    }
+
+    /// Lets clients keep the picture for a minute, which is how late they see it change. True when
+    /// the client has asked whether it has, and it has not.
+    static bool sendValidators(Exchange& exchange) {
+        std::ostringstream tag;
+        tag << '"' << std::hex << std::hash<std::string>{}(exchange.body) << '"';
+        exchange.response.set_header("Cache-Control", "max-age=60");
+        exchange.response.set_header("ETag", tag.str());
+        if (exchange.request.get_header_value("If-None-Match") != tag.str()) return false;
+        exchange.response.status = 304;
+        return true;
     }
 
     /// Puts another candidate first each time that the same thing is asked for.

@@ -155,6 +155,11 @@ constexpr Delivery kBad[] = {
          e.response.set_header("Content-Encoding", "gzip");
          e.response.set_content(gzipped(e.body), e.contentType);
      }},
+    {"no-store",
+     [](Exchange& e) {
+         e.response.set_header("Cache-Control", "no-store");
+         whole(e);
+     }},
     {"redirect", redirect},
     {"redirect-chain", [](Exchange& e) { redirectTimes(e, 20); }},
     {"until-closed", [](Exchange& e) { finishWith(head(e, "") + e.body); }},

@@ -326,6 +326,7 @@ int main(int argc, char** argv) {
     Options options;
     for (int i = 2; i + 1 < argc; i += 2)
         options.emplace(std::string_view(argv[i]).substr(2), argv[i + 1]);
+    if (options.contains("container")) Kind::container = options.at("container");
     QGuiApplication app(argc, argv);
     VexmoraSDK::platform::Bundle::setLibraryFolder(options.at("library"));
     std::cout << boost::json::serialize(mode->second(options)) << std::endl;

@@ -24,7 +24,7 @@ const Kind& Kind::named(std::string_view name) {
 }
 
 std::shared_ptr<VexmoraView> Kind::createView(std::shared_ptr<VexmoraDelegate> delegate) const {
-    auto view = VexmoraViewFactory::createView("bench", adType, std::move(delegate));
+    auto view = VexmoraViewFactory::createView(container, adType, std::move(delegate));
     if (isInterstitial()) {
         const auto [width, height] = QSizeF(screenSize());
         view->setFrame({{0, 0}, {width, height}});
@@ -37,7 +37,7 @@ std::string Kind::address() const {
     const auto fill = [&](const std::string& value) {
         address.replace(address.find("%@"), 2, value);
     };
-    fill("bench");
+    fill(container);
     fill(std::to_string(static_cast<long>(adType)));
     return address;
 }

@@ -16,6 +16,10 @@ struct Kind {
     VexmoraViewType viewType;
     VexmoraAdType adType;
 
+    /// What all ads are asked for under: unless told otherwise, one whose pictures may not be kept,
+    /// so that whoever is compared fetches them each time.
+    inline static std::string container = "fault-picture-no-store";
+
     static const std::vector<Kind>& all();
     /// Ends the program when there is none of that name.
     static const Kind& named(std::string_view name);

@@ -91,6 +91,19 @@ TEST_F(AdServerTest, ServesThePictureAndTheLandingPageOfEveryAd) {
     EXPECT_EQ(formats.size(), beginnings.size());
 }
 
+TEST_F(AdServerTest, LetsClientsKeepPicturesAndNoAds) {
+    EXPECT_EQ(ask("home-bottom")->get_header_value("Cache-Control"), "no-store");
+    const auto path = picture(ads("home-bottom").at(0)).substr(server_->address().size());
+    const auto first = client_.Get(path);
+    EXPECT_EQ(first->get_header_value("Cache-Control"), "max-age=60");
+    const auto tag = first->get_header_value("ETag");
+    const auto again = client_.Get(path, {{"If-None-Match", tag}});
+    EXPECT_EQ(again->status, 304);
+    EXPECT_EQ(again->get_header_value("ETag"), tag);
+    EXPECT_EQ(again->body, "");
+    EXPECT_EQ(client_.Get(path, {{"If-None-Match", "\"other\""}})->body, first->body);
+}
+
 TEST_F(AdServerTest, KeepsAddressesByteForByte) {
     EXPECT_EQ(text(ads("home-bottom").at(0), "clickUrl"),
               server_->address() + "/landing/harbour-coffee?sig=%41%c3&from=home");

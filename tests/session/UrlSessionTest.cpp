@@ -7,6 +7,7 @@
 #include <csignal>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <semaphore>
 #include <set>
 #include <vector>
@@ -200,6 +201,96 @@ TEST_F(UrlSessionTest, BringsBackTheCookiesOfAHost) {
     host.serve();
     EXPECT_EQ(fetch(address).text(), "");
     EXPECT_EQ(fetch(address).text(), "visitor=17");
+}
+
+TEST_F(UrlSessionTest, FetchesAPictureOnceAndAnAdEachTime) {
+    const auto picture = server.address() + "/creatives/harbour-coffee-320x60.png";
+    const Outcome first = fetch(picture);
+    const Outcome second = fetch(picture + "#again");
+    EXPECT_GT(first.text().size(), 0u);
+    EXPECT_EQ(second.text(), first.text());
+    EXPECT_EQ(second.response.value().statusCode, 200);
+    EXPECT_NE(second.thread, std::this_thread::get_id());
+    EXPECT_EQ(server.requests().size(), 1u);
+
+    fetch(picture + "?container=fault-picture-no-store");
+    fetch(picture + "?container=fault-picture-no-store");
+    fetch(ads("home-bottom"));
+    fetch(ads("home-bottom"));
+    EXPECT_EQ(server.requests().size(), 5u);
+}
+
+TEST_F(UrlSessionTest, AsksAboutAnOldAnswerAndUsesItAgainWhereItIsStillRight) {
+    HttpServer host;
+    std::atomic<int> version = 1;
+    std::atomic<bool> hasMoved = false;
+    host.Get("/", [&](const httplib::Request& request, httplib::Response& response) {
+        const auto tag = '"' + std::to_string(version) + '"';
+        if (hasMoved) return response.set_redirect("/other");
+        response.set_header("ETag", tag);
+        if (request.get_header_value("If-None-Match") == tag) {
+            response.status = 304;
+        } else {
+            response.set_content("version " + tag, "text/plain");
+        }
+    });
+    host.Get("/other", [](const httplib::Request& request, httplib::Response& response) {
+        response.status = request.has_header("If-None-Match") ? 200 : 304;
+    });
+    const auto address = "http://127.0.0.1:" + std::to_string(host.bind(0)) + "/";
+    std::atomic<int> conditions = 0;
+    host.onRequest = [&](const auto& request) {
+        conditions += request.has_header("If-None-Match");
+    };
+    host.serve();
+    const auto expect = [&](const std::string& body, long status, int asked) {
+        const Outcome outcome = fetch(address);
+        EXPECT_EQ(outcome.text(), body);
+        EXPECT_EQ(outcome.response.value().statusCode, status);
+        EXPECT_EQ(conditions, asked);
+    };
+    expect("version \"1\"", 200, 0);
+    expect("version \"1\"", 200, 1);
+    version = 2;
+    expect("version \"2\"", 200, 2);
+    expect("version \"2\"", 200, 3);
+    hasMoved = true;
+    expect("", 304, 4);  // of the other address, which was asked without a condition
+    expect("", 304, 4);
+}
+
+TEST_F(UrlSessionTest, KeepsWholeAnswersOfTheAddressItselfAndNoOthers) {
+    HttpServer host;
+    std::atomic<int> turn = 0;
+    const auto answer = [&](const char* path, const std::string& status, const std::string& head) {
+        host.Get(path, [&turn, status, head](const httplib::Request&, httplib::Response&) {
+            HttpServer::connection().say("HTTP/1.1 " + status +
+                                         "\r\nCache-Control: max-age=60\r\n" + head + "\r\n" +
+                                         std::to_string(++turn % 10));
+            HttpServer::connection().hangUp();
+        });
+    };
+    const std::string length = "Content-Length: 1\r\n";
+    answer("/whole", "200 OK", length + "Vary: Accept\r\n");
+    answer("/until-closed", "200 OK", "");
+    answer("/cut-short", "200 OK", "Content-Length: 2\r\n");
+    answer("/missing", "404 Not Found", length);
+    answer("/moved", "302 Found", length + "Location: /whole?too\r\n");
+    answer("/varying", "200 OK", length + "Vary: Accept\r\nVary: Cookie\r\n");
+    answer("/with-cookie", "200 OK", length + "Set-Cookie: visitor=17\r\n");
+    answer("/aged", "200 OK", length + "Age: 60\r\n");
+    answer("/dated", "200 OK", length + "Date: Sun, 06 Nov 1994 08:49:37 GMT\r\n");
+    const auto address = "http://127.0.0.1:" + std::to_string(host.bind(0));
+    host.serve();
+    const std::map<std::string, int> askedFor = {
+        {"/whole", 1},   {"/until-closed", 2}, {"/cut-short", 2}, {"/missing", 2}, {"/moved", 4},
+        {"/varying", 2}, {"/with-cookie", 2},  {"/aged", 2},      {"/dated", 2}};
+    for (const auto& [path, times] : askedFor) {
+        turn = 0;
+        fetch(address + path);
+        fetch(address + path);
+        EXPECT_EQ(turn, times) << path;
+    }
 }
 
 TEST_F(UrlSessionTest, CompletesOnAThreadThatLeavesTheHostsSignalsAlone) {

@@ -45,7 +45,9 @@ std::shared_ptr<Showing> Showing::start(Random& random, unsigned faultyPercent,
     std::shared_ptr<Showing> self(new Showing);
     const auto kind = static_cast<VexmoraViewType>(1 + upTo(random, 2));
     self->faulty_ = upTo(random, 99) < faultyPercent;
-    const Promise good{"anywhere", "drawn", "drawn", "drawn"};
+    // Half of the pictures are fetched each time.
+    const auto* container = upTo(random, 1) == 0 ? "anywhere" : "fault-picture-no-store";
+    const Promise good{container, "drawn", "drawn", "drawn"};
     const Promise& promise = self->faulty_ ? anyFault(kind, random) : good;
     self->container_ = promise.container;
     self->expected_ = promise.in(kind);
