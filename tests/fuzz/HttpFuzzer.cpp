@@ -8,6 +8,7 @@
 #include <chrono>
 #include <future>
 #include <mutex>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -68,10 +69,10 @@ void shrinkLimits() {
 }
 
 /// A second completion of the task throws on a delivery thread, which ends the process.
-void fetch() {
+void fetch(const std::string& address) {
     auto done = std::make_shared<std::promise<void>>();
     auto future = done->get_future();
-    const auto url = platform::Url::fromString("http://10.0.0.1/ads?container=1&types=77");
+    const auto url = platform::Url::fromString(address);
     auto task = platform::UrlSession::shared().dataTask(
         url.value(), [done](auto body, auto response, auto error) {
             check(body.has_value() != error.has_value(), "neither a body nor an error, or both");
@@ -108,6 +109,10 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     using namespace VexmoraSDK;
     Network::shared().begin({reinterpret_cast<const char*>(bytes), size});
-    fetch();
+    // An address that was not asked before, and then again: what is known of it may be used.
+    static int turn = 0;
+    const auto address = "http://10.0.0.1/ads?container=1&types=77&turn=" + std::to_string(++turn);
+    fetch(address);
+    fetch(address);
     return 0;
 }
