@@ -9,7 +9,6 @@
 #include <fstream>
 #include <iterator>
 #include <mutex>
-#include <sstream>
 
 #include "adserver/Faults.h"
 #include "adserver/HttpServer.h"
@@ -206,9 +205,9 @@ struct AdServer::Site {
         json::array ads;
         for (const Creative* creative : candidates)
             ads.push_back(record(*creative, fault));
-        response.set_header("Cache-Control", "no-store");
-        Exchange exchange{request, response, doors, "application/json",
-                          ads.empty() ? "[]" : fault.compose(ads)};
+        Exchange exchange{
+            request,   response, doors, "application/json", ads.empty() ? "[]" : fault.compose(ads),
+            "no-store"};
         fault.ads->send(exchange);
     }
 
@@ -222,25 +221,15 @@ struct AdServer::Site {
         }
         const std::string container = request.get_param_value("container");
         const Fault fault = Fault::of(container);
-        Exchange exchange{request, response, doors, contentType(picture->second),
-                          contents(picture->second)};
-        const bool isKnown = !fault.spoilsPicture() && sendValidators(exchange);
-        note(request, fault.spoilsPicture() ? container
-                      : isKnown             ? "picture " + picture->first + ", as before"
-                                            : "picture " + picture->first);
-        if (!isKnown) fault.picture->send(exchange);
-    }
-
-    /// Lets clients keep the picture for a minute, which is how late they see it change. True when
-    /// the client has asked whether it has, and it has not.
-    static bool sendValidators(Exchange& exchange) {
-        std::ostringstream tag;
-        tag << '"' << std::hex << std::hash<std::string>{}(exchange.body) << '"';
-        exchange.response.set_header("Cache-Control", "max-age=60");
-        exchange.response.set_header("ETag", tag.str());
-        if (exchange.request.get_header_value("If-None-Match") != tag.str()) return false;
-        exchange.response.status = 304;
-        return true;
+        note(request, fault.spoilsPicture() ? container : "picture " + picture->first);
+        // For a minute, which is how late a client sees another picture of that name.
+        Exchange exchange{request,
+                          response,
+                          doors,
+                          contentType(picture->second),
+                          contents(picture->second),
+                          fault.spoilsPicture() ? "no-store" : "max-age=60"};
+        fault.picture->send(exchange);
     }
 
     /// Puts another candidate first each time that the same thing is asked for.

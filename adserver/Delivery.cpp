@@ -59,8 +59,16 @@ void goOnWith(const std::string& beginning, const std::string& more) {
     client().hangUp();
 }
 
+/// Whoever has it already, and asks whether it has changed, is told that it has not.
 void whole(Exchange& exchange) {
-    exchange.response.set_content(exchange.body, exchange.contentType);
+    httplib::Response& response = exchange.response;
+    response.set_header("Cache-Control", exchange.cacheControl);
+    if (exchange.cacheControl != "no-store") {
+        const auto tag = '"' + std::to_string(std::hash<std::string>{}(exchange.body)) + '"';
+        response.set_header("ETag", tag);
+        response.status = exchange.request.get_header_value("If-None-Match") == tag ? 304 : 200;
+    }
+    if (response.status != 304) response.set_content(exchange.body, exchange.contentType);
 }
 
 void inChunks(Exchange& exchange, const std::string& more) {
@@ -155,9 +163,10 @@ constexpr Delivery kBad[] = {
          e.response.set_header("Content-Encoding", "gzip");
          e.response.set_content(gzipped(e.body), e.contentType);
      }},
-    {"no-store",
+    {"no-store", whole},
+    {"no-cache",
      [](Exchange& e) {
-         e.response.set_header("Cache-Control", "no-store");
+         e.cacheControl = "no-cache";
          whole(e);
      }},
     {"redirect", redirect},

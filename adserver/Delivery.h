@@ -17,6 +17,7 @@ struct Exchange {
     ClosedDoors& doors;
     std::string contentType;
     std::string body;
+    std::string cacheControl;  ///< Whether clients may keep it.
 };
 
 /// How an answer travels. Where the response of an exchange is too polite, the bytes are written to

@@ -34,7 +34,7 @@ std::shared_ptr<const HttpCache::Answer> HttpCache::find(const Url& url, Time no
     const std::lock_guard lock(mutex_);
     const auto place = places_.find(addressOf(url));
     if (place == places_.end()) return nullptr;
-    const auto answer = *place->second;
+    auto answer = *place->second;
     if (!answer->isFresh(now) && answer->terms.conditions().empty()) return nullptr;
     answers_.splice(answers_.begin(), answers_, place->second);
     return answer;
