@@ -19,6 +19,9 @@ namespace {
 
 using Block = std::function<void()>;
 
+/// After that long what else the event loop has to do gets its turn: half a frame at 120 Hz.
+constexpr std::chrono::milliseconds kLongestTurn(4);
+
 // Never destroyed: threads may hand in blocks until the process is gone. What they hand in after
 // the application has ended stays here, so that nothing of the main thread is destroyed elsewhere.
 struct State {
@@ -26,6 +29,8 @@ struct State {
     std::deque<Block> blocks;
     /// Lives on the main thread while there is an application.
     QObject* receiver = nullptr;
+    /// Whether the receiver has an event to come that runs blocks.
+    bool scheduled = false;
     /// Of the latest application; only compared.
     const QThread* mainThread = nullptr;
     /// How many blocks the main thread is in, one inside the other.
@@ -41,9 +46,16 @@ State& state() {
 
 thread_local bool runningBlock = false;
 
-void runNextBlock() noexcept try {
-    std::unique_lock lock(state().mutex);
-    if (state().processEnds) return;
+void runBlocks() noexcept;
+
+// The mutex is held, so the receiver cannot go away meanwhile.
+void schedule() {
+    if (state().scheduled) return;
+    QMetaObject::invokeMethod(state().receiver, runBlocks, Qt::QueuedConnection);
+    state().scheduled = true;
+}
+
+void runNextBlock(std::unique_lock<std::mutex>& lock) {
     Block block = std::move(state().blocks.front());
     state().blocks.pop_front();
     ++state().running;
@@ -56,6 +68,17 @@ void runNextBlock() noexcept try {
     lock.lock();
     --state().running;
     state().ranBlock.notify_all();
+}
+
+void runBlocks() noexcept try {
+    const auto end = std::chrono::steady_clock::now() + kLongestTurn;
+    std::unique_lock lock(state().mutex);
+    // Blocks may run event loops of their own, in which others have to run.
+    state().scheduled = false;
+    while (state().receiver && !state().processEnds && !state().blocks.empty()) {
+        if (std::chrono::steady_clock::now() >= end) return schedule();
+        runNextBlock(lock);
+    }
 } catch (const std::bad_alloc&) {
     fatalNoMemory();
 }
@@ -76,15 +99,10 @@ void layOutText() {
     layout.endLayout();
 }
 
-// The mutex is held, so the receiver cannot go away meanwhile.
-void enqueue(Block block) {
-    state().blocks.push_back(std::move(block));
-    QMetaObject::invokeMethod(state().receiver, runNextBlock, Qt::QueuedConnection);
-}
-
 void applicationEnds() {
     std::unique_lock lock(state().mutex);
     const std::unique_ptr<QObject> receiver(std::exchange(state().receiver, nullptr));
+    state().scheduled = false;
     lock.unlock();
 }
 
@@ -97,8 +115,11 @@ void applicationStarts() {
     const std::lock_guard lock(state().mutex);
     state().mainThread = thread;
     state().receiver = receiver.release();
+    if (state().blocks.empty()) return;
     // What an earlier application has left is let go on the main thread.
-    if (!state().blocks.empty()) enqueue([left = std::exchange(state().blocks, {})] {});
+    auto left = std::exchange(state().blocks, {});
+    state().blocks.push_back([left = std::move(left)] {});
+    schedule();
 }
 
 }  // namespace
@@ -114,10 +135,8 @@ MainQueue* MainQueue::main() {
 
 void MainQueue::async(std::function<void()> block) {
     const std::lock_guard lock(state().mutex);
-    if (state().receiver)
-        enqueue(std::move(block));
-    else
-        state().blocks.push_back(std::move(block));
+    state().blocks.push_back(std::move(block));
+    if (state().receiver) schedule();
 }
 
 void MainQueue::endWithProcess() {

@@ -1,6 +1,7 @@
 #include "VexmoraSDK/platform/MainQueue.h"
 
 #include <QtCore/QEventLoop>
+#include <QtCore/QTimer>
 #include <atomic>
 #include <optional>
 #include <thread>
@@ -71,6 +72,17 @@ TEST_F(MainQueueTest, RunsBlocksLaterInOrderAndInNestedEventLoops) {
     EXPECT_TRUE(ran.empty());
     EXPECT_TRUE(App::waitFor([&] { return ran.size() == 3; }));
     EXPECT_THAT(ran, ElementsAre(1, 2, 3));
+}
+
+TEST_F(MainQueueTest, LeavesTheEventLoopItsTurnHoweverManyBlocksThereAre) {
+    bool over = false;
+    std::function<void()> again = [&] {
+        if (!over) MainQueue::main()->async(again);
+    };
+    MainQueue::main()->async(again);
+    QTimer::singleShot(0, [&] { over = true; });
+    EXPECT_TRUE(App::waitFor([&] { return over; }));
+    App::runQueuedBlocks();
 }
 
 TEST_F(MainQueueTest, KeepsTheOrderOfEachThread) {
