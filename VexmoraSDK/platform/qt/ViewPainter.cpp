@@ -46,8 +46,10 @@ void paintLines(QPainter& painter, const TextLayout& lines, Point origin, Color 
 }
 
 void paintText(QPainter& painter, TextView& view) {
+    painter.save();
     painter.setClipRect(bounds(view), Qt::IntersectClip);
     paintLines(painter, view.layout(), view.layoutOrigin(), view.textColor());
+    painter.restore();
 }
 
 void paintBackground(QPainter& painter, const View& view) {
@@ -69,7 +71,6 @@ void paintTitle(QPainter& painter, Button& button) {
 }
 
 void paintOwn(QPainter& painter, View& view) {
-    painter.save();
     paintBackground(painter, view);
     if (const auto* imageView = dynamic_cast<ImageView*>(&view)) {
         paintImage(painter, *imageView);
@@ -78,7 +79,6 @@ void paintOwn(QPainter& painter, View& view) {
     } else if (auto* button = dynamic_cast<Button*>(&view)) {
         paintTitle(painter, *button);
     }
-    painter.restore();
 }
 
 void paintTree(QPainter& painter, View& view) {
