@@ -1,6 +1,7 @@
 #include "VexmoraSDK/platform/qt/ViewPainter.h"
 
 #include <QtGui/QPainter>
+#include <utility>
 
 #include "VexmoraSDK/platform/Button.h"
 #include "VexmoraSDK/platform/ImageView.h"
@@ -26,18 +27,20 @@ QRectF bounds(const View& view) {
 
 // The picture with no more pixels than the painter will show of it: the painter alone would skip
 // the others instead of averaging them.
-QImage reduced(const QImage& image, QSize devicePixels) {
-    const QSize size = image.size().boundedTo(devicePixels);
-    return size == image.size() || size.isEmpty()
-               ? image
-               : image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+QImage reduced(const Image::Impl& picture, QSize devicePixels) {
+    const QSize size = picture.image.size().boundedTo(devicePixels);
+    if (size == picture.image.size() || size.isEmpty()) return picture.image;
+    if (size == picture.reduced.size()) return picture.reduced;
+    auto image = picture.image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    if (std::exchange(picture.reducedBefore, size) == size) picture.reduced = image;
+    return image;
 }
 
 void paintImage(QPainter& painter, const ImageView& view) {
     if (!view.image()) return;
     const QRectF rect = qtRect(view.imageRect());
     const QSize devicePixels = painter.deviceTransform().mapRect(rect).toAlignedRect().size();
-    painter.drawImage(rect, reduced(view.image()->impl().image, devicePixels));
+    painter.drawImage(rect, reduced(view.image()->impl(), devicePixels));
 }
 
 void paintLines(QPainter& painter, const TextLayout& lines, Point origin, Color color) {

@@ -128,6 +128,7 @@ TEST_F(ViewPainterTest, AveragesThePixelsOfReducedPictures) {
     EXPECT_NEAR(colorAt(50, 25).blue(), 255 / 8, 8);
     EXPECT_NEAR(colorAt(51, 25).blue(), 255 / 8, 8);
     EXPECT_NEAR(painted(2).pixelColor(100, 50).blue(), 255 / 4, 8);
+    EXPECT_NEAR(colorAt(50, 25).blue(), 255 / 8, 8);
 }
 
 TEST_F(ViewPainterTest, PaintsTextWhereItIsMeasured) {
