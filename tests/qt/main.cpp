@@ -24,7 +24,8 @@ int main(int argc, char** argv) {
 
     QTemporaryFile screens;
     if (!screens.open() || screens.write(kScreens) < 0 || !screens.flush()) return 1;
-    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + QFile::encodeName(screens.fileName()));
+    if (qgetenv("QT_QPA_PLATFORM") != "xcb")
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + QFile::encodeName(screens.fileName()));
     qputenv("QT_QUICK_BACKEND", "software");
     return RUN_ALL_TESTS();
 }

@@ -128,14 +128,6 @@ void expectInItsOwnProcess(void (*test)()) {
     EXPECT_EXIT(run(), testing::ExitedWithCode(0), "");
 }
 
-TEST(MainQueueDeathTest, IsAbsentUntilAnApplicationStarts) {
-    expectInItsOwnProcess([] {
-        EXPECT_FALSE(MainQueue::main());
-        const App app;
-        EXPECT_TRUE(MainQueue::main());
-    });
-}
-
 TEST(MainQueueDeathTest, DropsWhatComesAfterTheOnlyApplication) {
     expectInItsOwnProcess([] {
         { const App app; }
@@ -157,8 +149,9 @@ TEST(MainQueueDeathTest, IsFoundByAnotherThreadFirst) {
     });
 }
 
-TEST(MainQueueDeathTest, KeepsWhatIsLeftForTheMainThreadOfTheNextApplication) {
+TEST(MainQueueDeathTest, IsAbsentUntilAnApplicationStartsAndKeepsWhatIsLeftForTheNextOne) {
     expectInItsOwnProcess([] {
+        EXPECT_FALSE(MainQueue::main());
         Held queued;
         Held late;
         {

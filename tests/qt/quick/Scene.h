@@ -55,9 +55,6 @@ class Scene {
         EXPECT_TRUE(App::waitFor([&] { return rendered; }));
     }
 
-    void press(QPoint point) { QTest::mousePress(&window_, Qt::LeftButton, {}, point); }
-    void move(QPoint point) { QTest::mouseMove(&window_, point); }
-    void release(QPoint point) { QTest::mouseRelease(&window_, Qt::LeftButton, {}, point); }
     void click(QPoint point) { QTest::mouseClick(&window_, Qt::LeftButton, {}, point); }
 
     QQuickWindow& window() { return window_; }

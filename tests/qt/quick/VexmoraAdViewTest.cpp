@@ -2,11 +2,11 @@
 
 #include <QtCore/QPointer>
 #include <QtCore/QThread>
-#include <QtGui/QAccessible>
 
+#include "VexmoraSDK/quick/VexmoraScreen.h"
 #include "VexmoraSDK/views/VexmoraViewFactory.h"
+#include "tests/qt/LocalAds.h"
 #include "tests/qt/RecordingOpener.h"
-#include "tests/qt/quick/LocalAds.h"
 #include "tests/qt/quick/Scene.h"
 
 using testing::ElementsAre;
@@ -20,6 +20,7 @@ using VexmoraSDK::RecordingOpener;
 using VexmoraSDK::Scene;
 using VexmoraSDK::VexmoraAdView;
 using VexmoraSDK::VexmoraDelegate;
+using VexmoraSDK::VexmoraScreen;
 using VexmoraSDK::VexmoraView;
 using VexmoraSDK::VexmoraViewFactory;
 
@@ -80,31 +81,32 @@ class VexmoraAdViewTest : public AppTest {
 };
 
 TEST_F(VexmoraAdViewTest, ReservesTheSizeThatIsAskedForAndTakesTheSizeOfTheAdThatCame) {
-    const auto* ad = add("containerId: 'first'; adSize: '320x60'; x: 10; y: 20");
-    EXPECT_EQ(ad->size(), QSizeF(320, 60));
-    EXPECT_EQ(scene_.colorAt(12, 22), Qt::white);
-
+    const auto* banner = add("containerId: 'small'; adSize: '320x60'; y: 200");
+    EXPECT_EQ(banner->size(), QSizeF(320, 60));
     ASSERT_TRUE(waitToHear("received"));
-    EXPECT_EQ(ad->size(), QSizeF(320, 60));
-    EXPECT_EQ(scene_.colorAt(12, 22), Qt::red);
-    EXPECT_EQ(scene_.colorAt(328, 78), Qt::blue);
-    EXPECT_EQ(scene_.colorAt(332, 78), Qt::white);
-    EXPECT_THAT(requests("/ads?container=first&", 1), ElementsAre("/ads?container=first&types=77"));
+    EXPECT_EQ(banner->size(), QSizeF(300, 50));
 
     heard();
-    const auto* small = add("containerId: 'small'; adSize: '320x60'");
+    const auto* native = add("containerId: 'home'; viewType: Vexmora.ViewType.Native");
+    EXPECT_EQ(native->size(), QSizeF(0, 0));
     ASSERT_TRUE(waitToHear("received"));
-    EXPECT_EQ(small->size(), QSizeF(300, 50));
-}
-
-TEST_F(VexmoraAdViewTest, ShowsANativeAdWithItsTexts) {
-    const auto* ad = add("containerId: 'home'; viewType: Vexmora.ViewType.Native");
-    EXPECT_EQ(ad->size(), QSizeF(0, 0));
-    ASSERT_TRUE(waitToHear("received"));
-    EXPECT_GE(ad->width(), 132 + 10) << "the picture and a text beside it";
-    EXPECT_GE(ad->height(), 99);
+    EXPECT_GE(native->width(), 132 + 10) << "the picture and a text beside it";
+    EXPECT_GE(native->height(), 99);
     EXPECT_EQ(scene_.colorAt(10, 50), Qt::red);
     EXPECT_EQ(scene_.colorAt(125, 50), Qt::blue);
+}
+
+TEST_F(VexmoraAdViewTest, FillsAScreenWithAnInterstitialAdThatOutlivesIt) {
+    auto* screen = scene_.add<VexmoraScreen>("VexmoraScreen { width: 400; height: 300 }");
+    auto* ad = add("containerId: 'home'; adType: Vexmora.AdType.MediumRectangle");
+    ASSERT_TRUE(waitToHear("received"));
+    EXPECT_EQ(ad->size(), QSizeF(0, 0));
+    ASSERT_TRUE(screen->present(ad));
+    EXPECT_TRUE(App::waitFor([&] { return scene_.colorAt(60, 26) == Qt::red; }));
+    EXPECT_EQ(scene_.colorAt(340, 150), Qt::blue);
+    delete ad;
+    screen->close();
+    EXPECT_TRUE(App::waitFor([&] { return !screen->isPresenting(); }));
 }
 
 TEST_F(VexmoraAdViewTest, AsksForTheFirstOfSizeAdTypeAndViewType) {
@@ -138,22 +140,6 @@ TEST_F(VexmoraAdViewTest, TellsOfEveryKindOfError) {
     ASSERT_TRUE(waitToHear("error 4"));
     add("containerId: 'fault-picture-garbage'; adType: Vexmora.AdType.Native");
     ASSERT_TRUE(waitToHear("error 7"));
-}
-
-TEST_F(VexmoraAdViewTest, TellsWhereTheUserGoesAndOpensItWhenTappedOrPressedByAScreenReader) {
-    auto* ad = addDrawn();
-    const auto address = server_.address() + "/landing/red?sig=%41%c3";
-    scene_.click({160, 30});
-    ASSERT_TRUE(waitToHear("leaves for " + address));
-    EXPECT_THAT(opener_.opened(), ElementsAre(address));
-
-    heard();
-    auto* link = QAccessible::queryAccessibleInterface(ad);
-    ASSERT_TRUE(link);
-    EXPECT_EQ(link->role(), QAccessible::Link);
-    EXPECT_EQ(link->text(QAccessible::Name), QLatin1String("Advertisement"));
-    link->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    EXPECT_TRUE(waitToHear("leaves for " + address));
 }
 
 TEST_F(VexmoraAdViewTest, AsksOnceForAllChangesOfATurn) {
@@ -192,7 +178,8 @@ TEST_F(VexmoraAdViewTest, HearsNothingMoreOfAFormerView) {
     EXPECT_EQ(good->size(), QSizeF(320, 100));
 }
 
-TEST_F(VexmoraAdViewTest, MayBeDestroyedFromInsideOfItsSignals) {
+TEST_F(VexmoraAdViewTest, MayBeDestroyedBeforeItAsksAndFromInsideOfItsSignals) {
+    delete add("containerId: 'home'; adSize: '320x60'");
     for (const char* properties :
          {"containerId: 'home'; adSize: '320x60'", "containerId: 'nothing'; adSize: '320x60'",
           "containerId: 'fault-cut-short'; adSize: '320x60'", "containerId: 'home'; adType: 79"}) {
@@ -208,36 +195,9 @@ TEST_F(VexmoraAdViewTest, MayBeDestroyedFromInsideOfItsSignals) {
                      [tapped] { delete tapped.data(); });
     scene_.click({160, 30});
     EXPECT_TRUE(App::waitFor([&] { return !tapped; }));
-    EXPECT_EQ(opener_.opened().size(), 1u);
-}
-
-TEST_F(VexmoraAdViewTest, MayBeDestroyedWhileItsRequestsFly) {
-    delete add("containerId: 'home'; adSize: '320x60'");
-    for (const char* container :
-         {"fault-picture-no-store", "nothing", "fault-picture-slow", "fault-cut-short"}) {
-        const auto sent = server_.requests().size();
-        const auto* ad = add(QByteArray("adSize: '320x60'; containerId: '") + container + "'");
-        ASSERT_TRUE(App::waitFor([&] { return ad->view(); }));
-        // No event is delivered before the item is gone.
-        ASSERT_TRUE(server_.waitForRequests(sent + 1));
-        delete ad;
-    }
-    requests("/creatives/red-and-blue.png", 2);
-    EXPECT_THAT(heard(), IsEmpty());
-    addDrawn();
-}
-
-TEST_F(VexmoraAdViewTest, LivesInAListWhoseRowsComeAndGo) {
-    auto* list = scene_.add(R"(ListView {
-        width: 400; height: 300; model: 100; cacheBuffer: 0
-        delegate: VexmoraAdView { containerId: "home"; adSize: "320x60" }
-    })");
-    for (int y = 0; y < 5700; y += 450) {
-        list->setProperty("contentY", y);
-        const auto sent = server_.requests().size();
-        EXPECT_TRUE(App::waitFor([&] { return server_.requests().size() > sent; }));
-    }
-    EXPECT_TRUE(App::waitFor([&] { return scene_.colorAt(10, 150) == Qt::red; }));
+    const auto address = server_.address() + "/landing/red?sig=%41%c3";
+    EXPECT_THAT(heard(), ElementsAre("leaves for " + address));
+    EXPECT_THAT(opener_.opened(), ElementsAre(address));
 }
 
 TEST_F(VexmoraAdViewTest, ShowsAViewOfTheHostsUntilItIsToldOtherwise) {

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QtGui/QColor>
+#include <QtGui/QWindow>
+#include <memory>
+
+#include "VexmoraSDK/views/VexmoraView.h"
+
+namespace VexmoraSDK {
+
+/// A white window of 400 × 300 with a large button, which has the keyboard, and what presents ads
+/// in front of it. `Quick` and `Widgets` are the same to a user.
+class Presenters {
+ public:
+    using View = std::shared_ptr<VexmoraView>;
+
+    static std::unique_ptr<Presenters> ofQuick();
+    static std::unique_ptr<Presenters> ofWidgets();
+    virtual ~Presenters() = default;
+
+    /// An item or a widget that shows the view, its top left at (10, 20).
+    virtual QObject* addAd(View view) = 0;
+    virtual void setView(QObject* ad, View view) = 0;
+    virtual QSizeF sizeOf(QObject* ad) = 0;
+
+    /// The screen that interstitial ads are presented on; there is one at first.
+    virtual QObject* screen() = 0;
+    virtual void addScreen() = 0;
+    virtual bool present(View view) = 0;
+    virtual bool isPresenting() = 0;
+    virtual void close() = 0;
+    virtual void setInsets(int top, int right) = 0;
+
+    virtual QWindow* window() = 0;
+    virtual void resize(QSize size) = 0;
+    /// From now on so many pixels are a point.
+    virtual void setScale(int scale) = 0;
+    /// The colour that is seen at a point of the window.
+    virtual QColor colorAt(double x, double y) = 0;
+    virtual QObject* focused() = 0;
+
+    /// How often the button was clicked, and how often the host's shortcut for Escape was typed.
+    virtual int clicks() = 0;
+    virtual int escapes() = 0;
+};
+
+}  // namespace VexmoraSDK

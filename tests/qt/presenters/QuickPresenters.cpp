@@ -1,0 +1,68 @@
+#include <QtCore/QPointer>
+
+#include "VexmoraSDK/quick/VexmoraAdView.h"
+#include "VexmoraSDK/quick/VexmoraScreen.h"
+#include "tests/qt/presenters/Presenters.h"
+#include "tests/qt/quick/Scene.h"
+
+namespace VexmoraSDK {
+namespace {
+
+class QuickPresenters : public Presenters {
+ public:
+    QuickPresenters() {
+        scene_.window().requestActivate();
+        App::waitFor([&] { return scene_.window().isActive(); });
+        button_->forceActiveFocus();
+        addScreen();
+    }
+
+    QObject* addAd(View view) override {
+        auto* ad = scene_.add<VexmoraAdView>("VexmoraAdView { x: 10; y: 20 }");
+        ad->setView(std::move(view));
+        return ad;
+    }
+    void setView(QObject* ad, View view) override {
+        qobject_cast<VexmoraAdView*>(ad)->setView(std::move(view));
+    }
+    QSizeF sizeOf(QObject* ad) override { return qobject_cast<VexmoraAdView*>(ad)->size(); }
+
+    QObject* screen() override { return screen_; }
+    void addScreen() override {
+        screen_ = scene_.add<VexmoraScreen>("VexmoraScreen { width: 400; height: 300 }");
+    }
+    bool present(View view) override { return screen_->present(std::move(view)); }
+    bool isPresenting() override { return screen_->isPresenting(); }
+    void close() override { screen_->close(); }
+    void setInsets(int top, int right) override {
+        screen_->setTopInset(top);
+        screen_->setRightInset(right);
+    }
+
+    QWindow* window() override { return &scene_.window(); }
+    void resize(QSize size) override { screen_->setSize(size); }
+    void setScale(int scale) override { scene_.show(QGuiApplication::screens().at(scale - 1)); }
+    QColor colorAt(double x, double y) override { return scene_.colorAt(x, y); }
+    QObject* focused() override { return scene_.window().activeFocusItem(); }
+
+    int clicks() override { return button_->property("clicks").toInt(); }
+    int escapes() override { return button_->property("escapes").toInt(); }
+
+ private:
+    Scene scene_;
+    QQuickItem* const button_ = scene_.add(R"(MouseArea {
+        id: button; property int clicks; property int escapes
+        width: 400; height: 300
+        onClicked: ++clicks
+        Shortcut { sequence: "Escape"; onActivated: ++button.escapes }
+    })");
+    QPointer<VexmoraScreen> screen_;
+};
+
+}  // namespace
+
+std::unique_ptr<Presenters> Presenters::ofQuick() {
+    return std::make_unique<QuickPresenters>();
+}
+
+}  // namespace VexmoraSDK

@@ -1,0 +1,128 @@
+#include <QtCore/QPointer>
+#include <QtGui/QAccessible>
+
+#include "tests/qt/presenters/PresenterTest.h"
+
+using testing::ElementsAre;
+using namespace VexmoraSDK;
+
+namespace {
+
+/// An interstitial ad to be presented over the window.
+class ScreenPresenterTest : public PresenterTest {
+ protected:
+    ScreenPresenterTest() {
+        ad_->setFrame({{0, 0}, {400, 300}});
+        EXPECT_TRUE(waitToHear("received"));
+        heard();
+    }
+
+    /// Presents the ad and waits until it has moved in.
+    void present() {
+        EXPECT_TRUE(app_->present(ad_));
+        // The picture's top, 250 points high in the 300 of the window.
+        EXPECT_TRUE(App::waitFor([&] { return colorAt(60, 26) == Qt::red; }));
+        EXPECT_EQ(colorAt(340, 270), Qt::blue);
+    }
+
+    static constexpr QPoint kClose{400 - 12 - 18, 12 + 18};
+
+    const std::shared_ptr<VexmoraView> ad_ = createView("home", "300x250");
+};
+
+INSTANTIATE_PRESENTERS(ScreenPresenterTest);
+
+TEST_P(ScreenPresenterTest, PresentsTheAdInItsMiddleAndTakesItAwayWhenItIsClosed) {
+    EXPECT_FALSE(app_->present(nullptr));
+    EXPECT_FALSE(app_->present(VexmoraViewFactory::createView("home", "320x60", nullptr)));
+    present();
+    EXPECT_TRUE(app_->isPresenting());
+    EXPECT_FALSE(app_->present(ad_));
+
+    click(kClose);
+    ASSERT_TRUE(waitToHear("did dismiss"));
+    EXPECT_THAT(heard(), ElementsAre("will dismiss", "did dismiss"));
+    EXPECT_FALSE(app_->isPresenting());
+    EXPECT_NE(colorAt(60, 150), Qt::red);
+    click(kClose);
+    EXPECT_EQ(app_->clicks(), 1);
+    present();
+}
+
+TEST_P(ScreenPresenterTest, ClosesOnceHoweverOftenItIsToldTo) {
+    const QPointer<QObject> focused = app_->focused();
+    present();
+    // Two taps at once, before anything comes of the first.
+    click(kClose);
+    click(kClose);
+    app_->close();
+    for (int i = 0; i < 2; ++i) {
+        for (const auto key : {Qt::Key_Escape, Qt::Key_Tab, Qt::Key_Space})
+            type(key);
+        EXPECT_TRUE(waitToHear("will dismiss"));
+        click(kClose);
+    }
+    ASSERT_TRUE(waitToHear("did dismiss"));
+    EXPECT_THAT(heard(), ElementsAre("will dismiss", "did dismiss"));
+    EXPECT_EQ(app_->escapes(), 0);
+    EXPECT_EQ(app_->clicks(), 0);
+    EXPECT_EQ(app_->focused(), focused);
+    type(Qt::Key_Escape);
+    EXPECT_EQ(app_->escapes(), 1);
+
+    present();
+    type(Qt::Key_Escape);
+    EXPECT_TRUE(waitToHear("did dismiss"));
+}
+
+TEST_P(ScreenPresenterTest, GivesTheKeyboardAndScreenReadersACloseButtonThatStaysInSight) {
+    app_->setInsets(40, 10);
+    present();
+    app_->resize({350, 280});
+    type(Qt::Key_Tab);
+    type(Qt::Key_Tab);
+    auto* const button = QAccessible::queryAccessibleInterface(app_->focused());
+    ASSERT_TRUE(button);
+    EXPECT_EQ(button->role(), QAccessible::Button);
+    EXPECT_EQ(button->text(QAccessible::Name), QLatin1String("Close advertisement"));
+    const QRect seen(app_->window()->mapToGlobal(QPoint(350 - 10 - 12 - 36, 40 + 12)),
+                     QSize(36, 36));
+    EXPECT_TRUE(App::waitFor([&] { return button->rect() == seen; }));
+    type(Qt::Key_Return);
+    ASSERT_TRUE(waitToHear("did dismiss"));
+    EXPECT_THAT(heard(), ElementsAre("will dismiss", "did dismiss"));
+
+    app_->resize({400, 300});
+    present();
+    type(Qt::Key_Tab);
+    QAccessible::queryAccessibleInterface(app_->focused())
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(waitToHear("did dismiss"));
+}
+
+TEST_P(ScreenPresenterTest, FinishesTheDismissalWhenItIsDestroyedMeanwhile) {
+    present();
+    click(kClose);
+    ASSERT_TRUE(waitToHear("will dismiss"));
+    delete app_->screen();
+    ASSERT_TRUE(waitToHear("did dismiss"));
+    EXPECT_THAT(heard(), ElementsAre("will dismiss", "did dismiss"));
+}
+
+TEST_P(ScreenPresenterTest, MayBeDestroyedFromInsideOfTheOperationsOfTheDelegate) {
+    present();
+    click(kClose);
+    ASSERT_TRUE(waitToHear("will dismiss"));
+    whenHeard_ = [this] { delete app_->screen(); };
+    ASSERT_TRUE(waitToHear("did dismiss"));
+
+    app_->addScreen();
+    present();
+    whenHeard_ = [this] { delete app_->screen(); };
+    click(kClose);
+    ASSERT_TRUE(App::waitFor([&] { return !app_->screen(); }));
+    EXPECT_FALSE(ad_->window());
+}
+
+}  // namespace
