@@ -35,7 +35,7 @@ class AdPresenterTest : public PresenterTest {
     RecordingOpener opener_;
 };
 
-INSTANTIATE_PRESENTERS(AdPresenterTest);
+INSTANTIATE_TEST_SUITE_P(Of, AdPresenterTest, kToolkits, nameOf);
 
 std::shared_ptr<VexmoraView> plain(Rect frame, Color color) {
     auto view = VexmoraBannerView::create(frame);

@@ -52,8 +52,10 @@ class PresenterTest : public AppTest,
     std::unique_ptr<Presenters> app_ = GetParam()();
 };
 
-#define INSTANTIATE_PRESENTERS(Test)                                              \
-    INSTANTIATE_TEST_SUITE_P(Quick, Test, testing::Values(&Presenters::ofQuick)); \
-    INSTANTIATE_TEST_SUITE_P(Widgets, Test, testing::Values(&Presenters::ofWidgets))
+inline const auto kToolkits = testing::Values(&Presenters::ofQuick, &Presenters::ofWidgets);
+
+inline std::string nameOf(const testing::TestParamInfo<PresenterTest::ParamType>& toolkit) {
+    return toolkit.index == 0 ? "Quick" : "Widgets";
+}
 
 }  // namespace VexmoraSDK

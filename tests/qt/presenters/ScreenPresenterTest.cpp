@@ -30,7 +30,7 @@ class ScreenPresenterTest : public PresenterTest {
     const std::shared_ptr<VexmoraView> ad_ = createView("home", "300x250");
 };
 
-INSTANTIATE_PRESENTERS(ScreenPresenterTest);
+INSTANTIATE_TEST_SUITE_P(Of, ScreenPresenterTest, kToolkits, nameOf);
 
 TEST_P(ScreenPresenterTest, PresentsTheAdInItsMiddleAndTakesItAwayWhenItIsClosed) {
     EXPECT_FALSE(app_->present(nullptr));
