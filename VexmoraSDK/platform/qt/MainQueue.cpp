@@ -73,12 +73,14 @@ void runNextBlock(std::unique_lock<std::mutex>& lock) {
 void runBlocks() noexcept try {
     const auto end = std::chrono::steady_clock::now() + kLongestTurn;
     std::unique_lock lock(state().mutex);
-    // Blocks may run event loops of their own, in which others have to run.
     state().scheduled = false;
     while (state().receiver && !state().processEnds && !state().blocks.empty()) {
-        if (std::chrono::steady_clock::now() >= end) return schedule();
+        // A block may run an event loop of its own, in which the others have to run.
+        if (state().blocks.size() > 1) schedule();
         runNextBlock(lock);
+        if (std::chrono::steady_clock::now() >= end) break;
     }
+    if (state().receiver && !state().blocks.empty()) schedule();
 } catch (const std::bad_alloc&) {
     fatalNoMemory();
 }

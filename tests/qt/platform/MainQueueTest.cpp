@@ -58,20 +58,24 @@ TEST_F(MainQueueTest, KnowsItsThreadAndItsBlocks) {
 
 TEST_F(MainQueueTest, RunsBlocksLaterInOrderAndInNestedEventLoops) {
     std::vector<int> ran;
+    QEventLoop dialog;
     MainQueue::main()->async([&] {
-        QEventLoop dialog;
-        MainQueue::main()->async([&] {
-            ran.push_back(2);
-            dialog.quit();
-        });
         ran.push_back(1);
         dialog.exec();
         EXPECT_TRUE(MainQueue::main()->isRunningBlock());
-        ran.push_back(3);
+        ran.push_back(4);
+    });
+    // This one waits already when the other begins its event loop.
+    MainQueue::main()->async([&] {
+        ran.push_back(2);
+        MainQueue::main()->async([&] {
+            ran.push_back(3);
+            dialog.quit();
+        });
     });
     EXPECT_TRUE(ran.empty());
-    EXPECT_TRUE(App::waitFor([&] { return ran.size() == 3; }));
-    EXPECT_THAT(ran, ElementsAre(1, 2, 3));
+    EXPECT_TRUE(App::waitFor([&] { return ran.size() == 4; }));
+    EXPECT_THAT(ran, ElementsAre(1, 2, 3, 4));
 }
 
 TEST_F(MainQueueTest, LeavesTheEventLoopItsTurnHoweverManyBlocksThereAre) {
