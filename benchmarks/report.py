@@ -274,6 +274,8 @@ def tables(measured):
             ["load-time initialisers", str(host["initialisers"])],
             ["load-time initialisers of the QML module, which Qt's tools generate",
              str(host["initialisersInQml"])]]
+    rows.append(["the first `createView` of a process, main thread",
+                 f"{start['sdk']['firstCall']:.1f} ms"])
     rows += [[f"from process start to the first banner, {name}",
               f"{start[who]['milliseconds']:.0f} ms, {start[who]['bytes'] / MIB:.0f} MiB"]
              for who, name in (("sdk", "this library"), ("chromium", "Chromium")) if who in start]
