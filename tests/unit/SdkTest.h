@@ -36,14 +36,6 @@ class SdkTest : public testing::Test {
         log_.push_back(onMain ? what : "background: " + what);
     }
 
-    ErrorCallback hearErrors() {
-        return [this](const VexmoraError& error) {
-            const auto& info = error.userInfo();
-            hear("error " + std::to_string(error.code()) +
-                 (info ? ": " + *info->at("NSLocalizedDescription").as<std::string>() : ""));
-        };
-    }
-
     /// What was heard since the last call.
     std::vector<std::string> heard() { return std::exchange(log_, {}); }
 

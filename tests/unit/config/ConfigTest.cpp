@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <cstdio>
-#include <thread>
 
 #include "VexmoraSDK/views/AdViewHandler.h"
 #include "tests/unit/FatalReports.h"
@@ -21,14 +20,6 @@ TEST(ConfigTest, GivesASettingOnlyAsWhatItIs) {
     EXPECT_EQ(config.settingForKey<bool>("enabled"), true);
     EXPECT_EQ(config.settingForKey<std::int64_t>("enabled"), std::nullopt);
     EXPECT_EQ(config.settingForKey<std::string>("missing"), std::nullopt);
-}
-
-TEST(ConfigTest, IsTheSameForThreadsThatMeetAtItsFirstUse) {
-    const Config* seenElsewhere = nullptr;
-    std::thread elsewhere([&] { seenElsewhere = &Config::instance(); });
-    const Config* seenHere = &Config::instance();
-    elsewhere.join();
-    EXPECT_EQ(seenHere, seenElsewhere);
 }
 
 void readSettingsIn(std::string_view folder) {

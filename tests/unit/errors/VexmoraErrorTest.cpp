@@ -17,7 +17,7 @@ VexmoraError archivedAndRestored(const platform::Error& error) {
 
 TEST(VexmoraErrorTest, KeepsAllItHoldsThroughAnArchive) {
     const Dictionary everything = {
-        {"description", std::string("no connection & <nothing> else, déjà")},
+        {"description", std::string("no connection & <nothing> else, déjà, %41")},
         {"attempts", std::int64_t{-3}},
         {"seconds", 0.1},
         {"retry", true},

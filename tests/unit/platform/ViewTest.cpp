@@ -14,7 +14,6 @@ using testing::ElementsAre;
 class ViewTest : public testing::Test {
  protected:
     ViewTest() { FakeMainQueue::start(); }
-    ~ViewTest() override { FakeMainQueue::stop(); }
 
     static std::shared_ptr<View> addView(View& superview, Rect frame) {
         auto view = View::create(frame);

@@ -66,6 +66,7 @@ using AdViewHandlerDeathTest = AdViewHandlerTest;
 TEST_F(AdViewHandlerDeathTest, StopsAtAnIdentifierThatMakesNoAddress) {
     for (const auto& id : std::vector<std::optional<std::string>>{"two words", "100%", {}})
         EXPECT_DEATH(view_->setContainerId(id), kFoundNil) << id.value_or("absent");
+    EXPECT_DEATH(filled("https://a.test/%@%@%@"), kFoundNil);
 }
 
 }  // namespace

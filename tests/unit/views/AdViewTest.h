@@ -22,7 +22,10 @@ class AdViewTest : public SdkTest {
             .didReceiveAd = on("didReceiveAd"),
             .didHaveError =
                 [this, reaction](VexmoraView&, const VexmoraError& error) {
-                    hear("didHaveError " + std::to_string(error.code()));
+                    const auto& info = error.userInfo();
+                    hear(
+                        "didHaveError " + std::to_string(error.code()) +
+                        (info ? ": " + *info->at("NSLocalizedDescription").as<std::string>() : ""));
                     reaction();
                 },
             .willShowScreen = on("willShowScreen"),

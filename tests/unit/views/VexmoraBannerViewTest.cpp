@@ -11,6 +11,8 @@ namespace {
 using platform::Rect;
 using platform::Size;
 using platform::FakeMainQueue::drain;
+using platform::FakeUrlSession::answer;
+using platform::FakeUrlSession::answerWithoutBody;
 using platform::FakeUrlSession::fail;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -82,21 +84,16 @@ class VexmoraBannerViewTest : public AdViewTest {
         VexmoraBannerView::create(Rect{{10, 20}, {320, 100}});
 };
 
-TEST_F(VexmoraBannerViewTest, IsEmptyAndAsksForNothingUntilItHasAnIdentifier) {
-    EXPECT_EQ(view_->ad(), nullptr);
+TEST_F(VexmoraBannerViewTest, TakesTheSizeOfItsPictureAndKeepsItsPlaceBeforeItsHostHears) {
     EXPECT_FALSE(tapView());
     drain();
     EXPECT_THAT(requests(), IsEmpty());
-    EXPECT_THAT(heard(), IsEmpty());
-}
 
-TEST_F(VexmoraBannerViewTest, TakesTheSizeOfItsPictureAndKeepsItsPlaceBeforeItsHostHears) {
     Rect frameThen;
     view_->setDelegate(host([&] { frameThen = view_->frame(); }));
     ask("home");
     EXPECT_EQ(view_->containerId(), "home");
     serveAd("home", "a");
-    EXPECT_TRUE(view_->ad());
     EXPECT_TRUE(view_->subviews().empty());
     EXPECT_THAT(heard(), IsEmpty());
 
@@ -108,53 +105,72 @@ TEST_F(VexmoraBannerViewTest, TakesTheSizeOfItsPictureAndKeepsItsPlaceBeforeItsH
     EXPECT_THAT(requests(), ElementsAre(placementUrl("home"), "https://cdn.test/a"));
 }
 
-TEST_F(VexmoraBannerViewTest, ReportsWhatFailsAndCanAskAgain) {
+TEST_F(VexmoraBannerViewTest, TellsWhatFailsButForItsPictureAndCanAskAgain) {
+    ask("home");
+    fail(placementUrl("home"), {{{"NSLocalizedDescription", std::string("no such host")}}});
     ask("home");
     fail(placementUrl("home"));
-    EXPECT_THAT(heard(), ElementsAre("background: didHaveError 3"));
+    drain();
+    EXPECT_THAT(heard(), ElementsAre("background: didHaveError 3: no such host",
+                                     "background: didHaveError 3"));
+    for (const auto* unreadable : {"", "<html></html>", "7"}) {
+        ask("home");
+        serve(placementUrl("home"), unreadable);
+        EXPECT_THAT(heard(),
+                    ElementsAre("didHaveError 2: The data is not valid JSON.", "didHaveError 5"))
+            << unreadable;
+    }
     ask("home");
     serve(placementUrl("home"), "[]");
     EXPECT_THAT(heard(), ElementsAre("didHaveError 2", "didHaveError 5"));
     EXPECT_EQ(view_->ad(), nullptr);
+
+    ask("home");
+    serveAd("home", "b");
+    fail("https://cdn.test/b");
+    drain();
+    EXPECT_THAT(heard(), IsEmpty());
     EXPECT_EQ(view_->frame(), (Rect{{10, 20}, {320, 100}}));
     showAd();
     EXPECT_THAT(heard(), ElementsAre("didReceiveAd"));
 }
 
-TEST_F(VexmoraBannerViewTest, ShowsALaterAdInFrontAndTellsOfATapBeforeItOpensTheAddress) {
-    showAd();
-    ask("more");
-    serveAd("more", "b");
-    servePicture("b", "468x60");
-    EXPECT_THAT(heard(), ElementsAre("didReceiveAd", "didReceiveAd"));
-    ASSERT_EQ(view_->subviews().size(), 2U);
-    EXPECT_EQ(view_->subviews()[1]->frame().size, (Size{468, 60}));
-    EXPECT_EQ(view_->frame(), (Rect{{10, 20}, {468, 60}}));
-    EXPECT_TRUE(tapView());
-    EXPECT_THAT(heard(), ElementsAre("willLeaveApplication", "opens https://shop.test/b"));
-}
-
-TEST_F(VexmoraBannerViewTest, RequestsAnewAtEveryAssignmentAndKeepsTheAdThatArrivesLast) {
+TEST_F(VexmoraBannerViewTest, KeepsTheFirstAdOfTheAnswerThatComesLastAndLoadsThePicturesOfAll) {
     ask("home");
     ask("home");
     ask("more");
     EXPECT_THAT(requests(),
                 ElementsAre(placementUrl("home"), placementUrl("home"), placementUrl("more")));
     serveAd("more", "b");
-    serveAd("home", "a");
+    answer(placementUrl("home"), "[" + bannerAd("a") + "," + bannerAd("c", 14) + "]");
+    EXPECT_EQ(view_->ad()->bannerUrl(), url("https://cdn.test/b"));
+    drain();
     serve(placementUrl("home"), "[]");
     EXPECT_EQ(view_->ad()->bannerUrl(), url("https://cdn.test/a"));
+    const auto all = requests();
+    EXPECT_THAT(std::vector(all.begin() + 3, all.end()),
+                ElementsAre("https://cdn.test/b", "https://cdn.test/a", "https://cdn.test/c"));
 }
 
-TEST_F(VexmoraBannerViewTest, DrawsTheAdThatItHoldsWhicheverOfItsAdsIsReady) {
-    ask("home");
-    serveAd("home", "a");
+TEST_F(VexmoraBannerViewTest, DrawsTheAdThatItHoldsInFrontOfFormerOnesAndOpensItsAddress) {
+    showAd();
     ask("more");
     serveAd("more", "b");
     servePicture("b", "468x60");
-    servePicture("a", "320x50");
-    EXPECT_THAT(heard(), ElementsAre("didReceiveAd", "didReceiveAd"));
-    EXPECT_EQ(view_->frame().size, (Size{468, 60}));
+    ASSERT_EQ(view_->subviews().size(), 2U);
+    EXPECT_EQ(view_->subviews()[1]->frame().size, (Size{468, 60}));
+    EXPECT_EQ(view_->frame(), (Rect{{10, 20}, {468, 60}}));
+
+    ask("home");
+    serveAd("home", "c");
+    ask("more");
+    serveAd("more", "d");
+    servePicture("d", "320x60");
+    servePicture("c", "300x50");
+    EXPECT_EQ(heard(), std::vector<std::string>(4, "didReceiveAd"));
+    EXPECT_EQ(view_->frame().size, (Size{320, 60}));
+    EXPECT_TRUE(tapView());
+    EXPECT_THAT(heard(), ElementsAre("willLeaveApplication", "opens https://shop.test/d"));
 }
 
 TEST_F(VexmoraBannerViewTest, HearsOfNoOtherViewsAd) {
@@ -207,6 +223,13 @@ TEST_F(VexmoraBannerViewTest, MayBeReleasedFromInsideEveryOperation) {
 }
 
 TEST_F(VexmoraBannerViewTest, DiesOnTheMainThreadLikeItsHostWhenABackgroundThreadHeldItLast) {
+    view_->setDelegate(mortalHost([this] { view_->setDelegate(nullptr); }));
+    ask("home");
+    fail(placementUrl("home"));
+    EXPECT_THAT(heard(), ElementsAre("background: didHaveError 3"));
+    drain();
+    EXPECT_THAT(heard(), ElementsAre("host dies"));
+
     view_->setDelegate(mortalHost([this] { view_.reset(); }));
     view_->setDisplayCallback([held = witness("view dies")] {});
     ask("home");
@@ -214,14 +237,6 @@ TEST_F(VexmoraBannerViewTest, DiesOnTheMainThreadLikeItsHostWhenABackgroundThrea
     EXPECT_THAT(heard(), ElementsAre("background: didHaveError 3"));
     drain();
     EXPECT_THAT(heard(), UnorderedElementsAre("view dies", "host dies"));
-}
-
-TEST_F(VexmoraBannerViewTest, LetsGoOfAHostThatLeftInTheBackgroundOnTheMainThread) {
-    view_->setDelegate(mortalHost([this] { view_->setDelegate(nullptr); }));
-    ask("home");
-    fail(placementUrl("home"));
-    drain();
-    EXPECT_THAT(heard(), ElementsAre("background: didHaveError 3", "host dies"));
 }
 
 TEST_F(VexmoraBannerViewTest, LetsTheHostChangeWhileARequestFails) {
@@ -237,14 +252,15 @@ TEST_F(VexmoraBannerViewTest, LetsTheHostChangeWhileARequestFails) {
 
 using VexmoraBannerViewDeathTest = VexmoraBannerViewTest;
 
-TEST_F(VexmoraBannerViewDeathTest, StopsWhenItDrawsAnAdWithoutAPicture) {
+TEST_F(VexmoraBannerViewDeathTest, StopsAtWhatMakesNoAdAndAtATapWithoutOne) {
+    EXPECT_DEATH(view_->perform("handleTap:", nullptr), kFoundNil);
     ask("home");
+    EXPECT_DEATH(serve(placementUrl("home"), "[" + bannerAd("a") + ",{}]"), kFoundNil);
     serveAd("home", "a");
     EXPECT_DEATH(serve("https://cdn.test/a", "<html>not found</html>"), kFoundNil);
-}
-
-TEST_F(VexmoraBannerViewDeathTest, StopsAtATapWithoutAnAd) {
-    EXPECT_DEATH(view_->perform("handleTap:", nullptr), kFoundNil);
+    ask("home");
+    answerWithoutBody(placementUrl("home"));
+    EXPECT_DEATH(drain(), kFoundNil);
 }
 
 }  // namespace
