@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -12,7 +13,6 @@
 #include "adserver/AdServer.h"
 #include "tests/App.h"
 #include "tests/LibraryFolder.h"
-#include "tests/faults/CountedTasks.h"
 #include "tests/faults/Ear.h"
 
 namespace VexmoraSDK {
@@ -27,15 +27,6 @@ Catalog catalog() {
             {Creative::native, "/landing/bomb", bomb.path(), "A bomb", "Boom.", "Acme"}};
     }
     return *std::move(catalog);
-}
-
-/// A block of the main queue may start tasks, and a task may add a block.
-void waitUntilNothingIsUnderWay() {
-    do {
-        ASSERT_TRUE(App::waitFor(CountedTasks::allAreThrough, std::chrono::seconds(100)));
-        App::runQueuedBlocks();
-    } while (!CountedTasks::allAreThrough());
-    EXPECT_EQ(CountedTasks::completedTwice(), 0);
 }
 
 }  // namespace
@@ -59,7 +50,7 @@ std::vector<std::string> show(const std::vector<Host>& hosts) {
         views.push_back(
             VexmoraViewFactory::createView(host.container, host.kind, Ear::delegate(ears.back())));
     }
-    waitUntilNothingIsUnderWay();
+    EXPECT_TRUE(App::waitFor([&] { return std::ranges::all_of(views, isSettled); }));
 
     std::vector<std::string> heard;
     for (const auto& ear : ears)

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <stdlib.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 
-#include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -17,15 +19,13 @@ class RecordingOpener {
     RecordingOpener() {
         // What the library starts and leaves alone becomes a child of the test's.
         EXPECT_EQ(prctl(PR_SET_CHILD_SUBREAPER, 1), 0);
-        QFile script(folder_.filePath(QStringLiteral("xdg-open")));
-        EXPECT_TRUE(script.open(QFile::WriteOnly));
-        script.write("#!/bin/sh\nprintf '%s\\n' \"$@\" >> '" +
-                     QFile::encodeName(record_.fileName()) + "'\n");
-        script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-        qputenv("PATH", QFile::encodeName(folder_.path()) + ':' + path_);
+        std::ofstream(script_) << "#!/bin/sh\nprintf '%s\\n' \"$@\" >> '" << record_.native()
+                               << "'\n";
+        std::filesystem::permissions(script_, std::filesystem::perms::owner_all);
+        setenv("PATH", (script_.parent_path().string() + ':' + path_).c_str(), 1);
     }
 
-    ~RecordingOpener() { qputenv("PATH", path_); }
+    ~RecordingOpener() { setenv("PATH", path_.c_str(), 1); }
 
     RecordingOpener(const RecordingOpener&) = delete;
     RecordingOpener& operator=(const RecordingOpener&) = delete;
@@ -35,19 +35,19 @@ class RecordingOpener {
         while (wait(nullptr) > 0) {
         }
         std::vector<std::string> addresses;
-        if (record_.open(QFile::ReadOnly)) {
-            while (!record_.atEnd())
-                addresses.push_back(record_.readLine().chopped(1).toStdString());
-            record_.close();
-            record_.remove();
-        }
+        std::ifstream record(record_);
+        for (std::string address; std::getline(record, address);)
+            addresses.push_back(address);
+        std::filesystem::remove(record_);
         return addresses;
     }
 
  private:
-    QTemporaryDir folder_;
-    QFile record_{folder_.filePath(QStringLiteral("opened"))};
-    const QByteArray path_ = qgetenv("PATH");
+    const QTemporaryDir folder_;
+    const std::filesystem::path script_ =
+        folder_.filePath(QStringLiteral("xdg-open")).toStdString();
+    const std::filesystem::path record_ = folder_.filePath(QStringLiteral("opened")).toStdString();
+    const std::string path_ = getenv("PATH");
 };
 
 }  // namespace VexmoraSDK

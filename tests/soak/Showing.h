@@ -40,7 +40,6 @@ class Showing {
  private:
     Showing() = default;
 
-    bool isSettled() const;
     void letGo(Random& random);
 
     std::string container_;

@@ -2,6 +2,7 @@
 
 #include <QtCore/QPointer>
 #include <QtCore/QThread>
+#include <QtGui/QPointingDevice>
 
 #include "VexmoraSDK/quick/VexmoraScreen.h"
 #include "VexmoraSDK/views/VexmoraViewFactory.h"
@@ -60,6 +61,12 @@ class VexmoraAdViewTest : public AppTest {
         });
     }
 
+    /// Whether something was heard since the last call, once the taps under way have arrived.
+    bool wasTapped() {
+        App::runQueuedBlocks();
+        return !heard().empty();
+    }
+
     /// What the server was asked since the test began that starts like this, once that is so much.
     std::vector<std::string> requests(const std::string& start, std::size_t count) {
         std::vector<std::string> targets;
@@ -81,8 +88,8 @@ class VexmoraAdViewTest : public AppTest {
 };
 
 TEST_F(VexmoraAdViewTest, ReservesTheSizeThatIsAskedForAndTakesTheSizeOfTheAdThatCame) {
-    const auto* banner = add("containerId: 'small'; adSize: '320x60'; y: 200");
-    EXPECT_EQ(banner->size(), QSizeF(320, 60));
+    const auto* banner = add("containerId: 'small'; adSize: '468x60'; y: 200");
+    EXPECT_EQ(banner->size(), QSizeF(468, 60));
     ASSERT_TRUE(waitToHear("received"));
     EXPECT_EQ(banner->size(), QSizeF(300, 50));
 
@@ -222,6 +229,65 @@ TEST_F(VexmoraAdViewTest, ShowsAViewOfTheHostsUntilItIsToldOtherwise) {
     ASSERT_TRUE(waitToHear("received"));
     EXPECT_NE(ad->view(), view);
     EXPECT_EQ(ad->size(), QSizeF(320, 100));
+}
+
+TEST_F(VexmoraAdViewTest, IsTappedWhereItIsSeenHoweverTheSceneTurnsAndScalesIt) {
+    auto* ad = addDrawn();
+    ad->setTransformOrigin(QQuickItem::TopLeft);
+    ad->setPosition({200, 100});
+    ad->setRotation(90);
+    ad->setScale(0.5);
+    // 30 points wide to the left of the place, and 160 high.
+    EXPECT_EQ(scene_.colorAt(196, 104), Qt::red);
+    EXPECT_EQ(scene_.colorAt(174, 256), Qt::blue);
+    EXPECT_EQ(scene_.colorAt(204, 104), Qt::white);
+    EXPECT_EQ(scene_.colorAt(166, 104), Qt::white);
+    scene_.click({204, 104});
+    EXPECT_FALSE(wasTapped());
+    scene_.click({174, 256});
+    EXPECT_TRUE(wasTapped());
+}
+
+TEST_F(VexmoraAdViewTest, PaintsAViewLargerThanAnyTexture) {
+    auto* ad = addDrawn();
+    ad->view()->setBackgroundColor(VexmoraSDK::platform::Color{1, 0, 0, 1});
+    ad->view()->setFrame({{0, 0}, {30'000, 60}});
+    EXPECT_EQ(ad->size(), QSizeF(30'000, 60));
+    EXPECT_EQ(scene_.colorAt(395, 35), Qt::red);
+}
+
+TEST_F(VexmoraAdViewTest, LeavesClicksBesideTheAdToWhatIsBehind) {
+    auto* behind = scene_.add(
+        "MouseArea { anchors.fill: parent; z: -1; property int clicks: 0; "
+        "onClicked: clicks += 1; onDoubleClicked: clicks += 10 }");
+    addDrawn()->setSize({400, 300});
+    scene_.click({300, 200});
+    EXPECT_EQ(behind->property("clicks"), 1);
+    scene_.click({25, 35});
+    QTest::mouseDClick(&scene_.window(), Qt::LeftButton, {}, {25, 35});
+    EXPECT_EQ(behind->property("clicks"), 1);
+}
+
+TEST_F(VexmoraAdViewTest, LetsAListBeFlickedAndTapped) {
+    auto* list = scene_.add("Flickable { width: 400; height: 300; contentHeight: 3000 }");
+    addDrawn()->setParentItem(list->property("contentItem").value<QQuickItem*>());
+    const std::unique_ptr<QPointingDevice> finger(QTest::createTouchDevice());
+    const auto touch = [&] { return QTest::touchEvent(&scene_.window(), finger.get()); };
+
+    touch().press(0, {50, 50});
+    for (int y = 45; y > 5; y -= 5) {
+        touch().move(0, {50, y});
+        scene_.renderFrame();
+    }
+    touch().release(0, {50, 5});
+    EXPECT_FALSE(wasTapped());
+    EXPECT_GT(list->property("contentY").toDouble(), 0);
+
+    ASSERT_TRUE(App::waitFor([&] { return !list->property("moving").toBool(); }));
+    list->setProperty("contentY", 0);
+    touch().press(0, {100, 50});
+    touch().release(0, {100, 50});
+    EXPECT_TRUE(wasTapped());
 }
 
 TEST_F(VexmoraAdViewTest, NamesTheNumbersOfTheLibrary) {
