@@ -117,17 +117,6 @@ TEST_F(AdServerTest, KeepsAddressesByteForByte) {
     EXPECT_EQ(requests[1].clientPort, requests[0].clientPort) << "connections are kept";
 }
 
-TEST_F(AdServerTest, AnswersAsTheFaultSays) {
-    EXPECT_EQ(ask("fault-status-404")->status, 404);
-    EXPECT_EQ(ask("fault-empty-array")->body, "[]");
-    EXPECT_TRUE(json::parse(ask("fault-object")->body).is_object());
-    EXPECT_FALSE(ads("fault-missing-click").at(0).as_object().contains("clickUrl"));
-    EXPECT_EQ(ads("fault-bad-type").at(0).at("adTypeId"), 2);
-    EXPECT_FALSE(text(ads("fault-native", "83").at(0), "title").empty());
-    EXPECT_EQ(fetch(picture(ads("fault-picture-status-404").at(0)))->status, 404);
-    EXPECT_FALSE(ask("fault-cut-short"));
-}
-
 TEST_F(AdServerTest, ServesOthersBesideStalledRequestsAndEndsWithoutWaitingForThem) {
     std::vector<std::future<httplib::Result>> stalled;
     for (const char* container : {"fault-stall", "fault-stall-body"}) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+
 namespace VexmoraSDK {
 
 /// While one lives, the name `kName` is not resolved; afterwards it does not exist.
@@ -7,11 +9,17 @@ class StalledResolver {
  public:
     static constexpr auto kName = "stalled.invalid";
 
-    StalledResolver();
-    ~StalledResolver();
+    StalledResolver() { stalled_ = true; }
+    ~StalledResolver() {
+        stalled_ = false;
+        stalled_.notify_all();
+    }
 
-    /// Returns when somebody waits for the name; false when that takes too long.
-    static bool waitForQuery();
+    /// Returns when none lives.
+    static void wait() { stalled_.wait(true); }
+
+ private:
+    static inline std::atomic<bool> stalled_ = false;
 };
 
 }  // namespace VexmoraSDK

@@ -89,26 +89,6 @@ TEST_F(MainQueueTest, LeavesTheEventLoopItsTurnHoweverManyBlocksThereAre) {
     App::runQueuedBlocks();
 }
 
-TEST_F(MainQueueTest, KeepsTheOrderOfEachThread) {
-    constexpr int kThreads = 4;
-    constexpr int kBlocks = 500;
-    std::vector<std::vector<int>> ran(kThreads);
-    std::vector<std::thread> threads;
-    for (auto& log : ran) {
-        threads.emplace_back([&log] {
-            for (int i = 0; i < kBlocks; ++i) {
-                MainQueue::main()->async([&log, i] { log.push_back(i); });
-            }
-        });
-    }
-    const auto isDone = [](const std::vector<int>& log) { return log.size() == kBlocks; };
-    EXPECT_TRUE(App::waitFor([&] { return std::ranges::all_of(ran, isDone); }));
-    for (auto& thread : threads)
-        thread.join();
-    for (const auto& log : ran)
-        EXPECT_TRUE(std::ranges::is_sorted(log));
-}
-
 TEST_F(MainQueueTest, GivesUpReferencesOnItsThread) {
     Held here;
     MainQueue::release(std::make_shared<std::function<void()>>(here.block()));
