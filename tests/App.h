@@ -14,6 +14,9 @@ class App {
     App();
     ~App();
 
+    /// Starts one that is never taken down.
+    static void startForGood() { forGood_ = new App; }
+
     /// Runs what comes up on the main thread until `condition` holds; false when that takes too
     /// long.
     template <class Condition>
@@ -36,6 +39,7 @@ class App {
 
  private:
     static void runForAMoment();
+    static inline App* forGood_ = nullptr;
 
     struct Impl;
     std::unique_ptr<Impl> impl_;

@@ -5,9 +5,7 @@
 #include <mutex>
 #include <string>
 
-#include "VexmoraSDK/views/VexmoraBannerView.h"
-#include "VexmoraSDK/views/VexmoraInterstitialView.h"
-#include "VexmoraSDK/views/VexmoraNativeView.h"
+#include "VexmoraSDK/views/VexmoraDelegate.h"
 
 namespace VexmoraSDK {
 
@@ -42,17 +40,5 @@ class Ear {
     mutable std::mutex mutex_;
     std::string heard_;
 };
-
-/// Whether nothing more will be heard of a view that only the host holds: a request holds its view,
-/// and the request for the picture the ad.
-inline bool isSettled(const std::shared_ptr<VexmoraView>& view) {
-    const auto isLoading = [&]<class View>(const View* known) {
-        return known && known->ad().use_count() > 1;
-    };
-    return view.use_count() == 1 &&
-           !isLoading(dynamic_cast<const VexmoraBannerView*>(view.get())) &&
-           !isLoading(dynamic_cast<const VexmoraNativeView*>(view.get())) &&
-           !isLoading(dynamic_cast<const VexmoraInterstitialView*>(view.get()));
-}
 
 }  // namespace VexmoraSDK

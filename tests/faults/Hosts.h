@@ -18,7 +18,8 @@ struct Host {
 std::string requestUrlFormat();
 
 /// Has all hosts show their ads at once. Tells, when nothing is under way any more, what each has
-/// heard, in the words of `Ear`. Fails the test where a request never completes.
+/// heard, in the words of `Ear`. Fails the test where a task of the session completes twice, or
+/// never.
 std::vector<std::string> show(const std::vector<Host>& hosts);
 
 /// The same for one, in a process of its own that exits with 0 if that is heard and the process

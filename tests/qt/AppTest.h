@@ -17,7 +17,7 @@ namespace VexmoraSDK {
 class AppTest : public testing::Test {
  protected:
     AppTest() {
-        if (!QCoreApplication::instance()) new App;
+        if (!QCoreApplication::instance()) App::startForGood();
     }
 
     void hear(const std::string& what) { heard_.push_back(what); }

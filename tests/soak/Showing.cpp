@@ -4,6 +4,9 @@
 #include <thread>
 #include <vector>
 
+#include "VexmoraSDK/views/VexmoraBannerView.h"
+#include "VexmoraSDK/views/VexmoraInterstitialView.h"
+#include "VexmoraSDK/views/VexmoraNativeView.h"
 #include "tests/faults/Outcomes.h"
 
 namespace VexmoraSDK {
@@ -26,6 +29,13 @@ bool showsAPicture(const VexmoraView& view) {
     return std::ranges::any_of(view.subviews(), [](const auto& subview) {
         return dynamic_cast<const platform::ImageView*>(subview.get()) != nullptr;
     });
+}
+
+/// Whether the view has its ad, and nobody else has: the request for the picture is over.
+template <class... Views>
+bool nothingIsUnderWay(const VexmoraView& view) {
+    const auto isAlone = [](const auto* known) { return known && known->ad().use_count() == 1; };
+    return (isAlone(dynamic_cast<const Views*>(&view)) || ...);
 }
 
 }  // namespace
@@ -61,7 +71,7 @@ std::shared_ptr<Showing> Showing::start(Random& random, unsigned faultyPercent,
 
 void Showing::maybeLetGo(Random& random) {
     if (!view_) return;
-    wasSettled_ = wasSettled_ || isSettled(view_);
+    wasSettled_ = wasSettled_ || isSettled();
     if ((wasSettled_ || !isKept_) && upTo(random, 3) == 0) letGo(random);
 }
 
@@ -78,6 +88,11 @@ std::string Showing::description() const {
             : view_  ? ", held"
                      : ", let go") +
            (wasSettled_ ? " after it was settled" : "");
+}
+
+bool Showing::isSettled() const {
+    if (expected_ != "nothing") return heard() == expected_;
+    return nothingIsUnderWay<VexmoraBannerView, VexmoraNativeView, VexmoraInterstitialView>(*view_);
 }
 
 void Showing::letGo(Random& random) {

@@ -40,6 +40,7 @@ class Showing {
  private:
     Showing() = default;
 
+    bool isSettled() const;
     void letGo(Random& random);
 
     std::string container_;

@@ -13,6 +13,7 @@
 #include "tests/App.h"
 #include "tests/LibraryFolder.h"
 #include "tests/Program.h"
+#include "tests/faults/CountedTasks.h"
 #include "tests/soak/Leaving.h"
 #include "tests/soak/Showing.h"
 
@@ -99,6 +100,8 @@ void show(std::size_t ads, Random& random, Counts& counts) {
             std::fprintf(stderr, "soak: %s\n", showing->description().c_str());
         fail("no view has ended for too long");
     }
+    if (!App::waitFor(CountedTasks::allAreThrough)) fail("a request never completed");
+    if (CountedTasks::completedTwice() > 0) fail("a request completed twice");
 }
 
 void soak(std::size_t ads, unsigned seed) {
