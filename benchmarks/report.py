@@ -22,7 +22,7 @@ class Drawing:
         for color, name in legend:
             self.box(x, 45, 11, 11, color)
             self.text(x + 17, 55, name, color="faint")
-            x += 36 + 7 * len(name)
+            x += 44 + 7 * len(name)
 
     def text(self, x, y, text, color="ink", size=13, anchor="start", weight=400):
         self.parts.append(f'<text x="{x:.1f}" y="{y:.1f}" fill="{self.colors[color]}" '
@@ -113,9 +113,10 @@ def plots(results, theme):
          for kind, run in times.items()])
     yield "qml", bars(
         theme, "In a Qt Quick scene, from the item to the ad, median",
-        [("sdk", "VexmoraAdView"), ("other", "page written by hand in QML")],
-        [(f"{kind}, {name}", [milliseconds("sdk", run["sdk"][key]["median"]),
-                              milliseconds("other", run["qml"][key]["median"])])
+        [("sdk", "VexmoraAdView"), ("other", "page written by hand in QML"),
+         ("floor", "the floor, without a scene")],
+        [(f"{kind}, {name}", [milliseconds(color, run[who][key]["median"]) for who, color in (
+            ("sdk", "sdk"), ("qml", "other"), ("floor", "floor"))])
          for kind, run in scenes.items() for key, name in (("received", "time"),
                                                            ("main", "main thread"))])
     yield "at-once", lines(

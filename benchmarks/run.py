@@ -186,9 +186,9 @@ def host_cost(bench):
             begin = time.perf_counter()
             subprocess.run([program], check=True)
             took.append(time.perf_counter() - begin)
-    def initialisers(archive):
+    def initialisers(*files):
         """What the loader is told to call; a function that nobody calls may be there besides."""
-        sections = subprocess.run(["readelf", "-SW", archive], check=True, capture_output=True,
+        sections = subprocess.run(["readelf", "-SW", *files], check=True, capture_output=True,
                                   text=True).stdout
         sizes = re.findall(r" \.(?:init_array|ctors)\S* +\w+ +\w+ \w+ (\w+)", sections)
         return sum(int(size, 16) for size in sizes) // 8
@@ -199,7 +199,8 @@ def host_cost(bench):
         "start": {"with": statistics.median(seconds[with_sdk]) * 1000,
                   "without": statistics.median(seconds[without]) * 1000},
         "initialisers": initialisers(f"{bench.build}/lib/libVexmoraSDK.a"),
-        "initialisersInQml": initialisers(f"{bench.build}/lib/libVexmoraSDKQuick.a"),
+        "initialisersInQml": initialisers(*glob.glob(f"{bench.build}/VexmoraSDK/quick/**/*.o",
+                                                     recursive=True)),
     }
 
 
