@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Builds and runs all tests. First what can be seen without building and the fuzzers for a moment;
-# then the tests under AddressSanitizer with UndefinedBehaviorSanitizer, under ThreadSanitizer, and
-# as they are; then the demo, and apps of hosts, built with what was installed and packaged; last
-# what the documents say.
+# then the tests under AddressSanitizer with UndefinedBehaviorSanitizer and under ThreadSanitizer;
+# then the demo, apps of hosts, built with what was installed and packaged, and what the documents
+# say; last the tests as they are.
 set -euo pipefail
 CDPATH='' cd "$(dirname "$0")/.."
 scripts/lint.sh --quick
@@ -25,7 +25,6 @@ done
 echo "== dev"
 cmake --preset dev
 cmake --build --preset dev
-ctest --preset dev
 
 echo "== demo"
 scripts/demo.sh --headless --out build/pictures
@@ -36,3 +35,6 @@ tests/package/run.sh build/dev build/package/packages
 
 echo "== documents"
 scripts/check-docs.py
+
+echo "== tests"
+ctest --preset dev
