@@ -250,6 +250,7 @@ class Page(http.server.BaseHTTPRequestHandler):
     """A page that fetches an ad and its picture, and what it fetches."""
 
     protocol_version = "HTTP/1.1"
+    disable_nagle_algorithm = True  # a body must not wait until its head was acknowledged
     html = """<!doctype html><body><script>
         const show = async () => {
             const [ad] = await (await fetch('/ads')).json();
