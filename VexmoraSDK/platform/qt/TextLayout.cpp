@@ -61,7 +61,11 @@ TextLayout::Impl::Impl(const std::string& text, const Font& font, double width)
     // line, may need more than the lines measure.
     double fitted = size.width;
     double laidOut = lineWidth;
-    while (fitted < lineWidth && breakLines(laidOut = fitted) != lines)
+    const auto isSameIn = [&](double narrower) {
+        laidOut = narrower;
+        return lines.size() == 1 ? isOneLineIn(narrower) : breakLines(narrower) == lines;
+    };
+    while (fitted < lineWidth && !isSameIn(fitted))
         ++fitted;
     // Lines that begin at the left lie in the fitted width as in all of it.
     if (laidOut != fitted || rightToLeft) breakLines(lineWidth);
@@ -81,6 +85,13 @@ std::vector<int> TextLayout::Impl::breakLines(double width) {
     }
     layout.endLayout();
     return lines;
+}
+
+/// Of a text that was one line before: its letters are not shaped again.
+bool TextLayout::Impl::isOneLineIn(double width) {
+    auto line = layout.lineAt(0);
+    line.setLineWidth(width);
+    return line.textLength() == layout.text().size();
 }
 
 TextLayout::TextLayout(const std::string& text, const Font& font, double width)

@@ -18,6 +18,7 @@ struct TextLayout::Impl {
  private:
     /// Lays the lines out in that width and tells where they begin.
     std::vector<int> breakLines(double width);
+    bool isOneLineIn(double width);
 };
 
 }  // namespace VexmoraSDK::platform
