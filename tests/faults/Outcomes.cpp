@@ -35,8 +35,8 @@ std::vector<Promise> promises() {
     std::vector<Promise> promises;
     for (const auto& row : rowsOf("outcomes")) {
         promises.push_back({"fault-" + row.at(0), row.at(1), row.at(2), row.at(3)});
-        if (row.size() > 4)
-            promises.push_back({"fault-picture-" + row[0], row[4], row.at(5), row.at(6)});
+        if (row.size() == 4) continue;
+        promises.push_back({"fault-picture-" + row[0], row.at(4), row.at(5), row.at(6)});
     }
     return promises;
 }

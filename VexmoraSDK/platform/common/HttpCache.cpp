@@ -85,8 +85,7 @@ void HttpCache::renew(const std::shared_ptr<const Answer>& answer, const CacheTe
 
 void HttpCache::put(std::shared_ptr<const Answer> answer) {
     Answers added{std::move(answer)};
-    const auto& address = added.front()->address;
-    places_.emplace(address, added.begin());
+    places_.emplace(added.front()->address, added.begin());
     answers_.splice(answers_.begin(), added);
     bytes_ += sizeOf(*answers_.front(), answers_.front()->body->size());
     while (bytes_ > limits_.cache)

@@ -8,7 +8,7 @@
 namespace VexmoraSDK {
 namespace {
 
-class QuickPresenters : public Presenters {
+class QuickPresenters final : public Presenters {
  public:
     QuickPresenters() {
         scene_.window().requestActivate();
@@ -27,7 +27,7 @@ class QuickPresenters : public Presenters {
     }
     QSizeF sizeOf(QObject* ad) override { return qobject_cast<VexmoraAdView*>(ad)->size(); }
 
-    QObject* screen() override { return screen_; }
+    QObject* screen() override { return screen_.data(); }
     void addScreen() override {
         screen_ = scene_.add<VexmoraScreen>("VexmoraScreen { width: 400; height: 300 }");
     }

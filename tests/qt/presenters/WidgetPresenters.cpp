@@ -11,7 +11,7 @@
 namespace VexmoraSDK {
 namespace {
 
-class WidgetPresenters : public Presenters {
+class WidgetPresenters final : public Presenters {
  public:
     WidgetPresenters() {
         window_.setPalette(Qt::white);
@@ -39,7 +39,7 @@ class WidgetPresenters : public Presenters {
     }
     QSizeF sizeOf(QObject* ad) override { return qobject_cast<VexmoraWidget*>(ad)->sizeHint(); }
 
-    QObject* screen() override { return screen_; }
+    QObject* screen() override { return screen_.data(); }
     void addScreen() override { screen_ = new VexmoraWidgetScreen(button_); }
     bool present(View view) override { return screen_->present(std::move(view)); }
     bool isPresenting() override { return screen_->isPresenting(); }
