@@ -11,7 +11,10 @@ packages=${2:+$(realpath "$2")}
 work=$(mktemp -d)
 servers=()
 clean_up() {
-    [ ${#servers[@]} -eq 0 ] || kill "${servers[@]}"
+    if [ ${#servers[@]} -gt 0 ]; then
+        kill "${servers[@]}"
+        wait "${servers[@]}" || true # they watch the folder that goes now
+    fi
     rm -rf "$work"
 }
 trap clean_up EXIT
