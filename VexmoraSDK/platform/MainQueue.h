@@ -22,9 +22,7 @@ class VEXMORA_EXPORT MainQueue {
 
     /// Has the queue end when the process exits, in whatever thread: from then on no block begins,
     /// and one that the main thread is in the midst of is waited for before what it uses is taken
-    /// down, though no longer than a second, for it may be waiting itself. Of what is built for the
-    /// life of the process that holds only for what is there by now: call it again when blocks
-    /// begin to use more. Any thread.
+    /// down, though no longer than a second, for it may be waiting itself. Any thread, once.
     void endWithProcess();
 
     /// Whether the caller runs on the main thread.

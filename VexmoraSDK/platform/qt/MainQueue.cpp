@@ -3,13 +3,14 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QScopedValueRollback>
 #include <QtCore/QThread>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QTextLayout>
 #include <chrono>
 #include <condition_variable>
 #include <cstdlib>
 #include <deque>
 #include <mutex>
 #include <new>
-#include <utility>
 
 #include "VexmoraSDK/platform/Fatal.h"
 
@@ -87,8 +88,17 @@ void runBlocks() noexcept try {
 void processEnds() {
     const bool onMainThread = MainQueue::main()->isMainThread();
     std::unique_lock lock(state().mutex);
-    if (std::exchange(state().processEnds, true) || onMainThread) return;
+    state().processEnds = true;
+    if (onMainThread) return;
     state().ranBlock.wait_for(lock, std::chrono::seconds(1), [] { return state().running == 0; });
+}
+
+/// Has Qt build what it needs to lay out any text.
+void layOutText() {
+    QTextLayout layout(QStringLiteral("x"));
+    layout.beginLayout();
+    layout.createLine().setLineWidth(100);
+    layout.endLayout();
 }
 
 void applicationEnds() {
@@ -134,6 +144,7 @@ void MainQueue::async(std::function<void()> block) {
 void MainQueue::endWithProcess() {
     // Exit handlers run in the reverse order of their registration, destructors of what functions
     // have built for good among them.
+    if (qGuiApp) layOutText();
     if (std::atexit(processEnds) != 0) fatalNoMemory();
 }
 

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <iterator>
 
-#include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/platform/qt/FontImpl.h"
 #include "VexmoraSDK/platform/qt/QuietScope.h"
 #include "VexmoraSDK/platform/qt/TextLayoutImpl.h"
@@ -95,13 +94,7 @@ bool TextLayout::Impl::isOneLineIn(double width) {
 }
 
 TextLayout::TextLayout(const std::string& text, const Font& font, double width)
-    : impl_(std::make_unique<const Impl>(text, font, width)) {
-    // The first one has Qt build what it needs for texts.
-    [[maybe_unused]] static const bool kept = [] {
-        if (auto* queue = MainQueue::main()) queue->endWithProcess();
-        return true;
-    }();
-}
+    : impl_(std::make_unique<const Impl>(text, font, width)) {}
 
 TextLayout::~TextLayout() = default;
 
