@@ -44,12 +44,15 @@ class Bytes : public QIODevice {
     bool gaveNothing_ = false;
 };
 
-// Memory is taken for the screen of a GIF, and its reader tells of the first picture on it.
-bool isScreenTooLarge(const Data& gif) {
+// Memory is taken for the screen of a GIF, and its reader tells of the first picture on it. That
+// one decides how large a screen is that has no width or height.
+bool hasAcceptedScreen(const Data& gif) {
     const auto number = [&](std::size_t at) {
         return std::to_integer<qint64>(gif[at]) + 256 * std::to_integer<qint64>(gif[at + 1]);
     };
-    return gif.size() >= 10 && number(6) * number(8) > kMaxPixels;
+    if (gif.size() < 10) return false;
+    const qint64 pixels = number(6) * number(8);
+    return pixels > 0 && pixels <= kMaxPixels;
 }
 
 bool hasAcceptedSize(const QImageReader& reader) {
@@ -75,7 +78,7 @@ QImage read(const Data& data) {
         reader.setAutoDetectImageFormat(false);
         reader.setAutoTransform(true);
         if (!hasAcceptedSize(reader)) return QImage();
-        if (format == "gif" && isScreenTooLarge(data)) return QImage();
+        if (format == "gif" && !hasAcceptedScreen(data)) return QImage();
         bytes.forgetReads();
         auto image = reader.read();
         // BMP is read row by row. The others are read in chunks, and the last chunk of a whole

@@ -129,6 +129,10 @@ TEST(ImageTest, TakesSixteenMillionPixelsAndNoMore) {
     EXPECT_FALSE(decoded(encoded(picture, "png")));
     EXPECT_FALSE(decoded(encoded(picture, "bmp")));
 
+    // A screen of 41,017 pixels' width and no height; with the picture on it, 539.
+    EXPECT_FALSE(
+        decoded(QByteArray::fromHex("47494638396139a000000000002c0047190006000202440100")));
+
     EXPECT_TRUE(decoded(encoded(picture.copy(0, 0, 4000, 4000), "png")));
 }
 
