@@ -11,7 +11,7 @@
 #include <map>
 #include <optional>
 
-#include "VexmoraSDK/platform/Bundle.h"
+#include "VexmoraSDK/platform/foundation/Bundle.h"
 #include "VexmoraSDK/platform/qt/ViewPainter.h"
 #include "benchmarks/Floor.h"
 #include "benchmarks/FloorView.h"

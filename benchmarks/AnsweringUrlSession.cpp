@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "VexmoraSDK/platform/MainQueue.h"
-#include "VexmoraSDK/platform/UrlSession.h"
+#include "VexmoraSDK/platform/http/UrlSession.h"
 
 namespace VexmoraSDK::platform {
 

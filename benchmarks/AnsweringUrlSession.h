@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "VexmoraSDK/platform/Data.h"
+#include "VexmoraSDK/platform/foundation/Data.h"
 
 namespace VexmoraSDK::benchmarks {
 

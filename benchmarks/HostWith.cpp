@@ -8,7 +8,7 @@
 #include <cstdio>
 
 #include "VexmoraSDK/VexmoraSDK.h"
-#include "VexmoraSDK/platform/Bundle.h"
+#include "VexmoraSDK/platform/foundation/Bundle.h"
 #include "VexmoraSDK/platform/qt/ViewPainter.h"
 
 namespace {

@@ -9,11 +9,11 @@
 #include <optional>
 
 #include "VexmoraSDK/ads/AdFactory.h"
-#include "VexmoraSDK/platform/Bundle.h"
 #include "VexmoraSDK/platform/Font.h"
-#include "VexmoraSDK/platform/Json.h"
-#include "VexmoraSDK/platform/NotificationCenter.h"
 #include "VexmoraSDK/platform/TextLayout.h"
+#include "VexmoraSDK/platform/foundation/Bundle.h"
+#include "VexmoraSDK/platform/foundation/Json.h"
+#include "VexmoraSDK/platform/foundation/NotificationCenter.h"
 #include "VexmoraSDK/platform/qt/ViewPainter.h"
 #include "VexmoraSDK/views/VexmoraNativeView.h"
 #include "benchmarks/AnsweringUrlSession.h"

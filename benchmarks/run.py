@@ -79,7 +79,7 @@ class Bench:
 
     def library(self, request_url):
         library = tempfile.mkdtemp(dir=self.folder)
-        shutil.copytree(f"{ROOT}/VexmoraSDK/resources", library, dirs_exist_ok=True)
+        shutil.copytree(f"{self.build}/share/VexmoraSDK", library, dirs_exist_ok=True)
         with open(f"{library}/VexmoraSettings.plist", "wb") as file:
             plistlib.dump({"requestUrlFormat": request_url}, file)
         return library

@@ -5,8 +5,8 @@
 #include <string>
 #include <utility>
 
-#include "VexmoraSDK/platform/Bundle.h"
-#include "VexmoraSDK/platform/PropertyList.h"
+#include "VexmoraSDK/platform/foundation/Bundle.h"
+#include "VexmoraSDK/platform/foundation/PropertyList.h"
 
 using VexmoraSDK::AdServer;
 using VexmoraSDK::Catalog;

@@ -7,8 +7,8 @@
 #include <stdexcept>
 #include <string>
 
-#include "VexmoraSDK/platform/Bundle.h"
-#include "VexmoraSDK/platform/PropertyList.h"
+#include "VexmoraSDK/platform/foundation/Bundle.h"
+#include "VexmoraSDK/platform/foundation/PropertyList.h"
 
 namespace VexmoraSDK {
 

@@ -7,7 +7,7 @@
 #include "VexmoraSDK/ads/Banner.h"
 #include "VexmoraSDK/ads/Native.h"
 #include "VexmoraSDK/errors/VexmoraError.h"
-#include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/utils/Utils.h"
 
 namespace VexmoraSDK {

@@ -1,8 +1,8 @@
 #include "VexmoraSDK/ads/AdHandler.h"
 
 #include "VexmoraSDK/ads/ImageAd.h"
-#include "VexmoraSDK/platform/Fatal.h"
-#include "VexmoraSDK/platform/NotificationCenter.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/platform/foundation/NotificationCenter.h"
 #include "VexmoraSDK/utils/Utils.h"
 
 namespace VexmoraSDK {

@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "VexmoraSDK/Export.h"
-#include "VexmoraSDK/platform/Image.h"
-#include "VexmoraSDK/platform/Url.h"
+#include "VexmoraSDK/platform/foundation/Url.h"
+#include "VexmoraSDK/platform/images/Image.h"
 
 namespace VexmoraSDK {
 

@@ -1,6 +1,6 @@
 #include "VexmoraSDK/ads/Banner.h"
 
-#include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/views/InternalAdView.h"
 
 namespace VexmoraSDK {

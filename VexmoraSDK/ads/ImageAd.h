@@ -4,8 +4,8 @@
 #include "VexmoraSDK/ads/AdHandler.h"
 #include "VexmoraSDK/ads/AdImageProtocol.h"
 #include "VexmoraSDK/ads/AdProtocol.h"
-#include "VexmoraSDK/platform/Object.h"
-#include "VexmoraSDK/utils/Guarded.h"
+#include "VexmoraSDK/platform/foundation/Guarded.h"
+#include "VexmoraSDK/platform/foundation/Object.h"
 
 namespace VexmoraSDK {
 
@@ -27,7 +27,7 @@ class VEXMORA_EXPORT ImageAd : public platform::Object, public AdProtocol, publi
 
  private:
     std::shared_ptr<AdHandler> delegate_ = std::make_shared<AdHandler>();
-    Guarded<const platform::Image> image_;
+    platform::Guarded<const platform::Image> image_;
     platform::Url clickUrl_;
 };
 

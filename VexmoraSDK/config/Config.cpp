@@ -1,8 +1,8 @@
 #include "VexmoraSDK/config/Config.h"
 
-#include "VexmoraSDK/platform/Bundle.h"
-#include "VexmoraSDK/platform/Fatal.h"
-#include "VexmoraSDK/platform/PropertyList.h"
+#include "VexmoraSDK/platform/foundation/Bundle.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/platform/foundation/PropertyList.h"
 
 namespace VexmoraSDK {
 

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string_view>
 
-#include "VexmoraSDK/platform/Value.h"
+#include "VexmoraSDK/platform/foundation/Value.h"
 
 namespace VexmoraSDK {
 

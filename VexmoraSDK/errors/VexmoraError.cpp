@@ -1,6 +1,6 @@
 #include "VexmoraSDK/errors/VexmoraError.h"
 
-#include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
 
 namespace VexmoraSDK {
 

@@ -7,7 +7,7 @@
 
 #include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/errors/VexmoraErrorCodes.h"
-#include "VexmoraSDK/platform/Error.h"
+#include "VexmoraSDK/platform/foundation/Error.h"
 
 namespace VexmoraSDK {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "VexmoraSDK/Export.h"
-#include "VexmoraSDK/platform/Url.h"
+#include "VexmoraSDK/platform/foundation/Url.h"
 
 namespace VexmoraSDK::platform::Application {
 

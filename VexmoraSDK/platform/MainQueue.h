@@ -4,7 +4,7 @@
 #include <memory>
 #include <new>
 
-#include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
 
 #include "VexmoraSDK/Export.h"
 

@@ -5,7 +5,7 @@
 
 #include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/Font.h"
-#include "VexmoraSDK/platform/Geometry.h"
+#include "VexmoraSDK/platform/foundation/Geometry.h"
 
 namespace VexmoraSDK::platform {
 

@@ -1,7 +1,7 @@
 import QtQuick
 import VexmoraSDK
 
-/// An ad, as VexmoraAdView.h describes it, that screen readers know.
+/// An ad, as VexmoraAdItem.h describes it, that screen readers know.
 VexmoraAdItem {
     id: root
 

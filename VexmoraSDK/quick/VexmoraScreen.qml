@@ -1,7 +1,7 @@
 import QtQuick
 import VexmoraSDK
 
-/// The screen for interstitial ads, as VexmoraScreen.h describes it, with a close button that the
+/// The screen for interstitial ads, as VexmoraScreenItem.h describes it, with a close button that the
 /// keyboard and screen readers know.
 VexmoraScreenItem {
     id: root

@@ -1,7 +1,9 @@
 #include "VexmoraSDK/quick/ViewItem.h"
 
 #include <QtCore/QPointer>
+#include <QtGui/QGuiApplication>
 #include <QtGui/QPainter>
+#include <QtGui/QStyleHints>
 #include <QtQuick/QQuickWindow>
 #include <QtQuick/QSGImageNode>
 #include <algorithm>
@@ -121,14 +123,15 @@ void ViewItem::itemChange(ItemChange change, const ItemChangeData& data) {
 void ViewItem::mousePressEvent(QMouseEvent* event) {
     const QPointF position = event->position();
     if (view_ && takesTaps(view_->hitTest({position.x(), position.y()}))) {
-        taps_.press(event->scenePosition());
+        taps_.press({event->scenePosition().x(), event->scenePosition().y()});
     } else {
         event->ignore();
     }
 }
 
 void ViewItem::mouseMoveEvent(QMouseEvent* event) {
-    taps_.move(event->scenePosition());
+    taps_.move({event->scenePosition().x(), event->scenePosition().y()},
+               QGuiApplication::styleHints()->startDragDistance());
 }
 
 void ViewItem::mouseReleaseEvent(QMouseEvent* event) {

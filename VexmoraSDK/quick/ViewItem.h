@@ -9,8 +9,8 @@
 #include <memory>
 
 #include "VexmoraSDK/Export.h"
-#include "VexmoraSDK/platform/View.h"
-#include "VexmoraSDK/platform/qt/TapTracker.h"
+#include "VexmoraSDK/platform/ui/View.h"
+#include "VexmoraSDK/presenting/TapTracker.h"
 
 namespace VexmoraSDK {
 
@@ -54,7 +54,7 @@ class VEXMORA_EXPORT ViewItem : public QQuickItem {
     QImage picture_;
     QSizeF pictureSize_;
     bool pictureIsNew_ = false;
-    platform::TapTracker taps_;
+    TapTracker taps_;
 };
 
 }  // namespace VexmoraSDK

@@ -5,9 +5,9 @@
 // Reading an answer and building its models need each other: the only place where this folder looks
 // up to `ads/`.
 #include "VexmoraSDK/ads/AdFactory.h"
-#include "VexmoraSDK/platform/Fatal.h"
-#include "VexmoraSDK/platform/Json.h"
-#include "VexmoraSDK/platform/UrlSession.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/platform/foundation/Json.h"
+#include "VexmoraSDK/platform/http/UrlSession.h"
 
 namespace VexmoraSDK {
 namespace {

@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "VexmoraSDK/errors/VexmoraError.h"
-#include "VexmoraSDK/platform/Color.h"
-#include "VexmoraSDK/platform/Data.h"
-#include "VexmoraSDK/platform/Url.h"
+#include "VexmoraSDK/platform/foundation/Color.h"
+#include "VexmoraSDK/platform/foundation/Data.h"
+#include "VexmoraSDK/platform/foundation/Url.h"
 
 namespace VexmoraSDK {
 

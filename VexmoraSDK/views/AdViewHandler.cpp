@@ -4,9 +4,9 @@
 
 #include "VexmoraSDK/config/Config.h"
 #include "VexmoraSDK/platform/Application.h"
-#include "VexmoraSDK/platform/Fatal.h"
-#include "VexmoraSDK/platform/NotificationCenter.h"
-#include "VexmoraSDK/platform/TapGestureRecognizer.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/platform/foundation/NotificationCenter.h"
+#include "VexmoraSDK/platform/ui/TapGestureRecognizer.h"
 #include "VexmoraSDK/views/InternalAdView.h"
 
 namespace VexmoraSDK {

@@ -6,10 +6,10 @@
 
 #include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/ads/AdProtocol.h"
-#include "VexmoraSDK/platform/Geometry.h"
-#include "VexmoraSDK/platform/ImageView.h"
-#include "VexmoraSDK/platform/TextView.h"
-#include "VexmoraSDK/platform/Url.h"
+#include "VexmoraSDK/platform/foundation/Geometry.h"
+#include "VexmoraSDK/platform/foundation/Url.h"
+#include "VexmoraSDK/platform/ui/ImageView.h"
+#include "VexmoraSDK/platform/ui/TextView.h"
 #include "VexmoraSDK/utils/Utils.h"
 
 namespace VexmoraSDK {

@@ -2,7 +2,7 @@
 
 #include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/ads/AdFactory.h"
-#include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/views/AdView.h"
 
 namespace VexmoraSDK {

@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
 
 namespace VexmoraSDK {
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "VexmoraSDK/Export.h"
+#include "VexmoraSDK/platform/foundation/Guarded.h"
 #include "VexmoraSDK/types/VexmoraAdType.h"
-#include "VexmoraSDK/utils/Guarded.h"
 #include "VexmoraSDK/views/AdViewHandler.h"
 #include "VexmoraSDK/views/VexmoraView.h"
 
@@ -64,7 +64,7 @@ class VEXMORA_EXPORT InternalAdView : public VexmoraView {
     const VexmoraViewType viewType_;
     const std::vector<VexmoraAdType>& allowedAdTypes_;
     std::vector<std::intptr_t> adTypes_;
-    Guarded<VexmoraDelegate> delegate_;
+    platform::Guarded<VexmoraDelegate> delegate_;
     const std::shared_ptr<AdViewHandler> vexmoraDelegate_ = std::make_shared<AdViewHandler>();
     std::optional<std::string> containerId_;
 };

@@ -1,8 +1,8 @@
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
 
 #include "VexmoraSDK/ads/AdFactory.h"
-#include "VexmoraSDK/platform/Fatal.h"
-#include "VexmoraSDK/platform/Window.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/platform/ui/Window.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 
 namespace VexmoraSDK {

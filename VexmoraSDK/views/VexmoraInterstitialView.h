@@ -1,7 +1,7 @@
 #pragma once
 
 #include "VexmoraSDK/Export.h"
-#include "VexmoraSDK/platform/Button.h"
+#include "VexmoraSDK/platform/ui/Button.h"
 #include "VexmoraSDK/views/AdView.h"
 
 namespace VexmoraSDK {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "VexmoraSDK/Export.h"
-#include "VexmoraSDK/platform/View.h"
+#include "VexmoraSDK/platform/ui/View.h"
 #include "VexmoraSDK/types/VexmoraViewType.h"
 #include "VexmoraSDK/views/VexmoraDelegate.h"
 

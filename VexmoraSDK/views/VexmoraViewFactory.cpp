@@ -2,9 +2,9 @@
 
 #include <new>
 
-#include "VexmoraSDK/platform/Bundle.h"
-#include "VexmoraSDK/platform/Fatal.h"
-#include "VexmoraSDK/platform/Nib.h"
+#include "VexmoraSDK/platform/foundation/Bundle.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/platform/ui/Nib.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
 #include "VexmoraSDK/views/VexmoraNativeView.h"

@@ -1,8 +1,10 @@
 #include "VexmoraSDK/widgets/VexmoraWidget.h"
 
 #include <QtCore/QPointer>
+#include <QtGui/QGuiApplication>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
+#include <QtGui/QStyleHints>
 #include <QtWidgets/QAccessibleWidget>
 #include <utility>
 
@@ -75,13 +77,14 @@ void VexmoraWidget::paintEvent(QPaintEvent*) {
 void VexmoraWidget::mousePressEvent(QMouseEvent* event) {
     const QPointF position = event->position();
     if (event->button() == Qt::LeftButton && view_ && view_->hitTest({position.x(), position.y()}))
-        taps_.press(event->globalPosition());
+        taps_.press({event->globalPosition().x(), event->globalPosition().y()});
     else
         event->ignore();
 }
 
 void VexmoraWidget::mouseMoveEvent(QMouseEvent* event) {
-    taps_.move(event->globalPosition());
+    taps_.move({event->globalPosition().x(), event->globalPosition().y()},
+               QGuiApplication::styleHints()->startDragDistance());
 }
 
 void VexmoraWidget::mouseReleaseEvent(QMouseEvent* event) {

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "VexmoraSDK/Export.h"
-#include "VexmoraSDK/platform/qt/TapTracker.h"
+#include "VexmoraSDK/presenting/TapTracker.h"
 #include "VexmoraSDK/views/VexmoraView.h"
 
 namespace VexmoraSDK {
@@ -45,7 +45,7 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
     void tap(QPointF position);
 
     std::shared_ptr<VexmoraView> view_;
-    platform::TapTracker taps_;
+    TapTracker taps_;
 };
 
 }  // namespace VexmoraSDK

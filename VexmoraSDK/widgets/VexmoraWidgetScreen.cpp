@@ -5,9 +5,9 @@
 #include <QtGui/QPainter>
 #include <utility>
 
-#include "VexmoraSDK/platform/Button.h"
 #include "VexmoraSDK/platform/MainQueue.h"
-#include "VexmoraSDK/platform/common/Presentation.h"
+#include "VexmoraSDK/platform/ui/Button.h"
+#include "VexmoraSDK/presenting/Presentation.h"
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
 
 namespace VexmoraSDK {
@@ -48,8 +48,7 @@ platform::EdgeInsets insetsOf(QMargins margins) {
 
 VexmoraWidgetScreen::VexmoraWidgetScreen(QWidget* window)
     : QWidget(window),
-      presentation_(
-          std::make_unique<platform::Presentation>([this](bool animated) { leave(animated); })),
+      presentation_(std::make_unique<Presentation>([this](bool animated) { leave(animated); })),
       closeKey_(new CloseKey(&stage_)) {
     setAttribute(Qt::WA_NoMousePropagation);
     setFocusPolicy(Qt::ClickFocus);

@@ -12,9 +12,10 @@
 
 namespace VexmoraSDK {
 
+class Presentation;
+
 namespace platform {
 class Button;
-class Presentation;
 }  // namespace platform
 
 /// Where interstitial ads are presented, one at a time, over a window: an ad moves in from below
@@ -61,7 +62,7 @@ class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
     void leave(bool animated);
     void leftScreen();
 
-    const std::unique_ptr<platform::Presentation> presentation_;
+    const std::unique_ptr<Presentation> presentation_;
     /// The widget that moves.
     VexmoraWidget stage_{this};
     QPropertyAnimation movement_{&stage_, "pos"};

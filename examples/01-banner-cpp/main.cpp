@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "VexmoraSDK/VexmoraSDK.h"
-#include "VexmoraSDK/quick/VexmoraAdView.h"
+#include "VexmoraSDK/quick/VexmoraAdItem.h"
 
 using namespace VexmoraSDK;
 
@@ -21,7 +21,7 @@ int main(int argc, char** argv) {
         std::printf("didHaveError, code %td\n", error.code());
     };
 
-    VexmoraAdView banner(window.contentItem());
+    VexmoraAdItem banner(window.contentItem());
     banner.setY(420);
     banner.setView(VexmoraViewFactory::createView("home-bottom", "320x60", delegate));
 

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "VexmoraSDK/platform/Url.h"
+#include "VexmoraSDK/platform/foundation/Url.h"
 
 namespace VexmoraSDK::platform::FakeApplication {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "VexmoraSDK/platform/Font.h"
-#include "VexmoraSDK/platform/Geometry.h"
+#include "VexmoraSDK/platform/foundation/Geometry.h"
 
 namespace VexmoraSDK::platform::FakeTextLayout {
 

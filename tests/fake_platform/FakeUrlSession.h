@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "VexmoraSDK/platform/Value.h"
+#include "VexmoraSDK/platform/foundation/Value.h"
 
 /// The network of the tests: it records what was asked and answers when it is told to. An answer
 /// is delivered on a thread made for it, which has ended when the call returns. Any thread.

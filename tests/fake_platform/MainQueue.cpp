@@ -6,7 +6,7 @@
 #include <optional>
 #include <thread>
 
-#include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "tests/fake_platform/FakeMainQueue.h"
 
 namespace VexmoraSDK::platform {

@@ -1,4 +1,4 @@
-#include "VexmoraSDK/platform/UrlSession.h"
+#include "VexmoraSDK/platform/http/UrlSession.h"
 
 #include <algorithm>
 #include <mutex>
@@ -6,8 +6,8 @@
 #include <stdexcept>
 #include <thread>
 
-#include "VexmoraSDK/platform/Fatal.h"
 #include "VexmoraSDK/platform/MainQueue.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "tests/fake_platform/FakeUrlSession.h"
 
 namespace VexmoraSDK::platform {

@@ -3,7 +3,7 @@
 #include <atomic>
 #include <memory>
 
-#include "VexmoraSDK/platform/UrlSession.h"
+#include "VexmoraSDK/platform/http/UrlSession.h"
 
 namespace VexmoraSDK {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "VexmoraSDK/platform/common/UrlSessionLimits.h"
+#include "VexmoraSDK/platform/http/UrlSessionLimits.h"
 #include "adserver/AdServer.h"
 #include "tests/faults/Hosts.h"
 #include "tests/faults/Outcomes.h"

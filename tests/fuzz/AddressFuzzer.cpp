@@ -3,7 +3,7 @@
 #include <cctype>
 #include <string_view>
 
-#include "VexmoraSDK/platform/Url.h"
+#include "VexmoraSDK/platform/foundation/Url.h"
 #include "tests/fuzz/Fuzzing.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // Fatal stops that the fuzzers outlive, linked in the place of the platform's own.
-#include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
 
 #include <cstdlib>
 

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "VexmoraSDK/platform/Data.h"
+#include "VexmoraSDK/platform/foundation/Data.h"
 
 namespace VexmoraSDK {
 

@@ -13,8 +13,8 @@
 #include <utility>
 #include <vector>
 
-#include "VexmoraSDK/platform/UrlSession.h"
-#include "VexmoraSDK/platform/common/UrlSessionLimits.h"
+#include "VexmoraSDK/platform/http/UrlSession.h"
+#include "VexmoraSDK/platform/http/UrlSessionLimits.h"
 #include "tests/fuzz/Fuzzing.h"
 
 namespace VexmoraSDK {

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "VexmoraSDK/platform/Nib.h"
+#include "VexmoraSDK/platform/ui/Nib.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
 #include "VexmoraSDK/views/VexmoraNativeView.h"

@@ -3,8 +3,8 @@
 #include <QtGui/QImage>
 #include <QtGui/QPainter>
 
-#include "VexmoraSDK/platform/ImageView.h"
 #include "VexmoraSDK/platform/qt/ViewPainter.h"
+#include "VexmoraSDK/platform/ui/ImageView.h"
 #include "tests/fuzz/Fuzzing.h"
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {

@@ -1,6 +1,6 @@
 // Property lists. What was read is written and read again without a change.
-#include "VexmoraSDK/platform/Coder.h"
-#include "VexmoraSDK/platform/PropertyList.h"
+#include "VexmoraSDK/platform/foundation/Coder.h"
+#include "VexmoraSDK/platform/foundation/PropertyList.h"
 #include "tests/fuzz/Fuzzing.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {

@@ -2,7 +2,7 @@
 // line.
 #include <sstream>
 
-#include "VexmoraSDK/platform/Bundle.h"
+#include "VexmoraSDK/platform/foundation/Bundle.h"
 #include "VexmoraSDK/views/InternalAdView.h"
 #include "tests/fuzz/Fuzzing.h"
 

@@ -1,6 +1,6 @@
 #include <QtCore/QProcess>
 
-#include "VexmoraSDK/quick/VexmoraScreen.h"
+#include "VexmoraSDK/quick/VexmoraScreenItem.h"
 #include "tests/qt/LocalAds.h"
 #include "tests/qt/RecordingOpener.h"
 #include "tests/qt/quick/Scene.h"
@@ -11,20 +11,20 @@ using VexmoraSDK::AppTest;
 using VexmoraSDK::LocalAds;
 using VexmoraSDK::RecordingOpener;
 using VexmoraSDK::Scene;
-using VexmoraSDK::VexmoraAdView;
-using VexmoraSDK::VexmoraScreen;
+using VexmoraSDK::VexmoraAdItem;
+using VexmoraSDK::VexmoraScreenItem;
 
 namespace {
 
 /// A window on a real display, with a mouse that somebody else moves.
 class WindowTest : public AppTest {
  protected:
-    VexmoraAdView* addDrawn(const QByteArray& properties) {
+    VexmoraAdItem* addDrawn(const QByteArray& properties) {
         auto* ad =
-            scene_.add<VexmoraAdView>("VexmoraAdView { containerId: 'home'; " + properties + "}");
-        QObject::connect(ad, &VexmoraAdView::didReceiveAd, ad, [this] { hear("received"); });
-        QObject::connect(ad, &VexmoraAdView::didDismissScreen, ad, [this] { hear("gone"); });
-        QObject::connect(ad, &VexmoraAdView::willLeaveApplication, ad,
+            scene_.add<VexmoraAdItem>("VexmoraAdView { containerId: 'home'; " + properties + "}");
+        QObject::connect(ad, &VexmoraAdItem::didReceiveAd, ad, [this] { hear("received"); });
+        QObject::connect(ad, &VexmoraAdItem::didDismissScreen, ad, [this] { hear("gone"); });
+        QObject::connect(ad, &VexmoraAdItem::willLeaveApplication, ad,
                          [this](const QString& url) { hear(url.toStdString()); });
         EXPECT_TRUE(waitToHear("received"));
         return ad;
@@ -57,7 +57,7 @@ TEST_F(WindowTest, OpensTheAddressOfANativeAdThatIsClicked) {
 }
 
 TEST_F(WindowTest, TakesTheInterstitialAdAwayWhenItsCloseButtonIsClicked) {
-    auto* screen = scene_.add<VexmoraScreen>("VexmoraScreen { width: 400; height: 300 }");
+    auto* screen = scene_.add<VexmoraScreenItem>("VexmoraScreen { width: 400; height: 300 }");
     auto* ad = addDrawn("adType: Vexmora.AdType.MediumRectangle");
     ASSERT_TRUE(screen->present(ad));
     ASSERT_TRUE(waitForColor({60, 26}, Qt::red));

@@ -1,4 +1,4 @@
-#include "VexmoraSDK/platform/common/HttpCache.h"
+#include "VexmoraSDK/platform/http/HttpCache.h"
 
 #include <gtest/gtest.h>
 

@@ -12,8 +12,8 @@
 #include <thread>
 #include <utility>
 
-#include "VexmoraSDK/platform/UrlSession.h"
-#include "VexmoraSDK/platform/common/UrlSessionLimits.h"
+#include "VexmoraSDK/platform/http/UrlSession.h"
+#include "VexmoraSDK/platform/http/UrlSessionLimits.h"
 #include "adserver/AdServer.h"
 
 namespace VexmoraSDK::platform {

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "VexmoraSDK/platform/common/UrlSessionLimits.h"
+#include "VexmoraSDK/platform/http/UrlSessionLimits.h"
 #include "tests/App.h"
 #include "tests/LibraryFolder.h"
 #include "tests/Program.h"

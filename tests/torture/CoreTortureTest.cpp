@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "VexmoraSDK/platform/Bundle.h"
-#include "VexmoraSDK/platform/Coder.h"
+#include "VexmoraSDK/platform/foundation/Bundle.h"
+#include "VexmoraSDK/platform/foundation/Coder.h"
 #include "VexmoraSDK/views/VexmoraViewFactory.h"
 #include "tests/fake_platform/FakeApplication.h"
 #include "tests/fake_platform/FakeMainQueue.h"

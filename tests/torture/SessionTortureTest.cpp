@@ -4,8 +4,8 @@
 #include <semaphore>
 
 #include "VexmoraSDK/platform/MainQueue.h"
-#include "VexmoraSDK/platform/UrlSession.h"
-#include "VexmoraSDK/platform/common/UrlSessionLimits.h"
+#include "VexmoraSDK/platform/http/UrlSession.h"
+#include "VexmoraSDK/platform/http/UrlSessionLimits.h"
 #include "tests/Program.h"
 #include "tests/fake_platform/FakeMainQueue.h"
 #include "tests/torture/Torture.h"

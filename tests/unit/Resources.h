@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string_view>
 
-#include "VexmoraSDK/platform/Bundle.h"
+#include "VexmoraSDK/platform/foundation/Bundle.h"
 
 namespace VexmoraSDK {
 

@@ -5,7 +5,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QStandardPaths>
 
-#include "VexmoraSDK/platform/Bundle.h"
+#include "VexmoraSDK/platform/foundation/Bundle.h"
 
 namespace VexmoraSDK::platform {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <QtGui/QImage>
 
-#include "VexmoraSDK/platform/Image.h"
+#include "VexmoraSDK/platform/images/Image.h"
 
 namespace VexmoraSDK::platform {
 

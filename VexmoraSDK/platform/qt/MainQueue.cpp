@@ -12,7 +12,7 @@
 #include <mutex>
 #include <new>
 
-#include "VexmoraSDK/platform/Fatal.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
 
 namespace VexmoraSDK::platform {
 namespace {

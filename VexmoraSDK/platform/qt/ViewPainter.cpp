@@ -3,11 +3,11 @@
 #include <QtGui/QPainter>
 #include <utility>
 
-#include "VexmoraSDK/platform/Button.h"
-#include "VexmoraSDK/platform/ImageView.h"
-#include "VexmoraSDK/platform/TextView.h"
 #include "VexmoraSDK/platform/qt/ImageImpl.h"
 #include "VexmoraSDK/platform/qt/TextLayoutImpl.h"
+#include "VexmoraSDK/platform/ui/Button.h"
+#include "VexmoraSDK/platform/ui/ImageView.h"
+#include "VexmoraSDK/platform/ui/TextView.h"
 
 namespace VexmoraSDK::platform {
 namespace {

@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "VexmoraSDK/VexmoraSDK.h"
-#include "VexmoraSDK/quick/VexmoraAdView.h"
+#include "VexmoraSDK/quick/VexmoraAdItem.h"
 
 using namespace VexmoraSDK;
 
@@ -20,7 +20,7 @@ int main(int argc, char** argv) {
         std::printf("error %td\n", error.code());
         std::_Exit(1);
     };
-    VexmoraAdView banner(window.contentItem());
+    VexmoraAdItem banner(window.contentItem());
     banner.setView(VexmoraViewFactory::createView("home-bottom", "320x60", delegate));
     window.show();
     return QGuiApplication::exec();

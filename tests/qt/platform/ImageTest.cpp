@@ -1,4 +1,4 @@
-#include "VexmoraSDK/platform/Image.h"
+#include "VexmoraSDK/platform/images/Image.h"
 
 #include <gmock/gmock.h>
 

@@ -2,10 +2,10 @@
 
 #include <QtGui/QPainter>
 
-#include "VexmoraSDK/platform/Button.h"
-#include "VexmoraSDK/platform/ImageView.h"
-#include "VexmoraSDK/platform/TextView.h"
 #include "VexmoraSDK/platform/qt/ImageImpl.h"
+#include "VexmoraSDK/platform/ui/Button.h"
+#include "VexmoraSDK/platform/ui/ImageView.h"
+#include "VexmoraSDK/platform/ui/TextView.h"
 #include "tests/qt/AppTest.h"
 
 using VexmoraSDK::AppTest;

@@ -1,7 +1,7 @@
 #include <QtCore/QPointer>
 
-#include "VexmoraSDK/quick/VexmoraAdView.h"
-#include "VexmoraSDK/quick/VexmoraScreen.h"
+#include "VexmoraSDK/quick/VexmoraAdItem.h"
+#include "VexmoraSDK/quick/VexmoraScreenItem.h"
 #include "tests/qt/presenters/Presenters.h"
 #include "tests/qt/quick/Scene.h"
 
@@ -18,18 +18,18 @@ class QuickPresenters final : public Presenters {
     }
 
     QObject* addAd(View view) override {
-        auto* ad = scene_.add<VexmoraAdView>("VexmoraAdView { x: 10; y: 20 }");
+        auto* ad = scene_.add<VexmoraAdItem>("VexmoraAdView { x: 10; y: 20 }");
         ad->setView(std::move(view));
         return ad;
     }
     void setView(QObject* ad, View view) override {
-        qobject_cast<VexmoraAdView*>(ad)->setView(std::move(view));
+        qobject_cast<VexmoraAdItem*>(ad)->setView(std::move(view));
     }
-    QSizeF sizeOf(QObject* ad) override { return qobject_cast<VexmoraAdView*>(ad)->size(); }
+    QSizeF sizeOf(QObject* ad) override { return qobject_cast<VexmoraAdItem*>(ad)->size(); }
 
     QObject* screen() override { return screen_.data(); }
     void addScreen() override {
-        screen_ = scene_.add<VexmoraScreen>("VexmoraScreen { width: 400; height: 300 }");
+        screen_ = scene_.add<VexmoraScreenItem>("VexmoraScreen { width: 400; height: 300 }");
     }
     bool present(View view) override { return screen_->present(std::move(view)); }
     bool isPresenting() override { return screen_->isPresenting(); }
@@ -56,7 +56,7 @@ class QuickPresenters final : public Presenters {
         onClicked: ++clicks
         Shortcut { sequence: "Escape"; onActivated: ++button.escapes }
     })");
-    QPointer<VexmoraScreen> screen_;
+    QPointer<VexmoraScreenItem> screen_;
 };
 
 }  // namespace

@@ -4,10 +4,10 @@
 
 #include "VexmoraSDK/ads/Banner.h"
 #include "VexmoraSDK/ads/Native.h"
-#include "VexmoraSDK/platform/NotificationCenter.h"
+#include "VexmoraSDK/platform/foundation/NotificationCenter.h"
 #include "tests/unit/FatalReports.h"
 #include "tests/unit/SdkTest.h"
-#include "tests/unit/platform/Listener.h"
+#include "tests/unit/foundation/Listener.h"
 
 namespace VexmoraSDK {
 namespace {

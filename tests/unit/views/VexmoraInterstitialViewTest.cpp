@@ -1,7 +1,7 @@
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
 
 #include "VexmoraSDK/ads/Banner.h"
-#include "VexmoraSDK/platform/Window.h"
+#include "VexmoraSDK/platform/ui/Window.h"
 #include "VexmoraSDK/views/VexmoraViewFactory.h"
 #include "tests/unit/FatalReports.h"
 #include "tests/unit/views/AdViewTest.h"

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <variant>
+
+#include "VexmoraSDK/platform/foundation/Error.h"
+#include "VexmoraSDK/platform/foundation/Value.h"
+
+namespace VexmoraSDK::platform::Json {
+
+/// Reads a JSON text (RFC 8259, a leading UTF-8 byte order mark accepted, nesting to 512) whose top
+/// level is an array or an object. The last of duplicate members wins. Never throws; anything else
+/// is an error whose user information describes it and names the byte offset.
+std::variant<Value, Error> read(const Data& data);
+
+}  // namespace VexmoraSDK::platform::Json

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "VexmoraSDK/platform/foundation/Notification.h"
+
+namespace VexmoraSDK::platform {
+
+/// Delivers notifications to the observers that asked for their name and sender. Observers and
+/// senders are held weakly; what is gone is forgotten. Any thread.
+class NotificationCenter {
+ public:
+    /// The process-wide centre; never destroyed.
+    static NotificationCenter& defaultCenter();
+
+    /// From now on `observer` is sent `selector`, with the `Notification`, for each notification of
+    /// this name from `sender`, or from anybody when `sender` is absent. Each call subscribes once
+    /// more.
+    void addObserver(const std::shared_ptr<Object>& observer, std::string selector,
+                     std::string name, const std::shared_ptr<Object>& sender);
+
+    /// Sends the selectors on the calling thread, in the order of subscription, before it returns.
+    /// No lock is held meanwhile.
+    void post(std::string name, const std::shared_ptr<Object>& sender);
+
+ private:
+    struct Subscription {
+        std::size_t order;
+        std::weak_ptr<Object> observer;
+        std::string selector;
+        std::string name;
+    };
+    using Sender = std::weak_ptr<Object>;
+
+    void forgetTheGone();
+
+    std::mutex mutex_;
+    /// By sender, compared by ownership: the address of one that is gone is soon another's. The
+    /// empty sender stands for anybody.
+    std::map<Sender, std::vector<Subscription>, std::owner_less<Sender>> subscriptions_;
+    std::size_t nextOrder_ = 0;
+    std::size_t count_ = 0;
+    std::size_t sweepAt_ = 64;
+};
+
+}  // namespace VexmoraSDK::platform

@@ -1,0 +1,27 @@
+#include "VexmoraSDK/platform/foundation/Object.h"
+
+#include <string>
+
+#include "VexmoraSDK/platform/foundation/Fatal.h"
+
+namespace VexmoraSDK::platform {
+
+void Object::perform(std::string_view selector, Object* argument) {
+    const Method answer = method(selector);
+    if (!answer) {
+        fatalError("unrecognized selector '" + std::string(selector) + "' sent to instance of '" +
+                   std::string(className()) + "'");
+    }
+    answer(*this, argument);
+}
+
+void Object::setOutlet(std::string_view outlet, const std::shared_ptr<Object>&) {
+    fatalError("class '" + std::string(className()) + "' has no outlet '" + std::string(outlet) +
+               "'");
+}
+
+Object::Method Object::method(std::string_view) const {
+    return nullptr;
+}
+
+}  // namespace VexmoraSDK::platform

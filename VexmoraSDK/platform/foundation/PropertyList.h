@@ -1,0 +1,27 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+#include "VexmoraSDK/Export.h"
+#include "VexmoraSDK/platform/foundation/Value.h"
+
+namespace VexmoraSDK::platform::PropertyList {
+
+/// How deep arrays and dictionaries are nested, the outermost included.
+inline constexpr int kMostLevels = 512;
+
+/// The dictionary at the top of a property list, XML or binary; absent when the bytes are none or
+/// hold more than 10,000 objects. What is nested deeper than `kMostLevels` is empty. The bytes are
+/// those of the library or of its host: a binary list made to harm takes what time it likes.
+VEXMORA_EXPORT std::optional<Dictionary> dictionary(const Data& data);
+
+/// The same from a file; absent also when the file cannot be read.
+VEXMORA_EXPORT std::optional<Dictionary> dictionaryWithContentsOfFile(
+    const std::filesystem::path& file);
+
+/// The dictionary as a binary property list. Nulls, which property lists do not have, are left out;
+/// texts are UTF-8 without a zero, and dates are within 68 years of 2001.
+VEXMORA_EXPORT Data binary(const Dictionary& dictionary);
+
+}  // namespace VexmoraSDK::platform::PropertyList

@@ -1,0 +1,48 @@
+#include "VexmoraSDK/platform/http/WorkerThread.h"
+
+#include <pthread.h>
+
+#include <csignal>
+#include <new>
+#include <system_error>
+#include <utility>
+
+#include "VexmoraSDK/platform/foundation/Fatal.h"
+
+namespace VexmoraSDK::platform {
+
+std::thread startWorkerThread(const std::string& name, std::function<void()> work) {
+    // The new thread inherits the mask.
+    sigset_t blocked;
+    sigset_t before;
+    sigfillset(&blocked);
+    for (const int fault : {SIGILL, SIGTRAP, SIGBUS, SIGFPE, SIGSEGV, SIGSYS})
+        sigdelset(&blocked, fault);
+    pthread_sigmask(SIG_SETMASK, &blocked, &before);
+    std::thread thread;
+    try {
+        thread = std::thread([work = std::move(work)]() noexcept {
+            try {
+                work();
+            } catch (const std::bad_alloc&) {
+                fatalNoMemory();
+            }
+        });
+        pthread_setname_np(thread.native_handle(), name.c_str());
+    } catch (const std::system_error&) {
+        // `thread` stays as it is.
+    }
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    return thread;
+}
+
+void finishWorkerThread(std::thread& thread) {
+    if (!thread.joinable()) return;
+    if (thread.get_id() == std::this_thread::get_id()) {
+        thread.detach();
+    } else {
+        thread.join();
+    }
+}
+
+}  // namespace VexmoraSDK::platform

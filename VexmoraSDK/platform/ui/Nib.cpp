@@ -1,0 +1,100 @@
+#include "VexmoraSDK/platform/ui/Nib.h"
+
+#include <utility>
+
+#include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/platform/foundation/PropertyList.h"
+#include "VexmoraSDK/platform/ui/Button.h"
+#include "VexmoraSDK/platform/ui/TextView.h"
+
+namespace VexmoraSDK::platform {
+namespace {
+
+Coder contentsOf(std::string_view name, const Bundle& bundle) {
+    std::optional<Dictionary> contents;
+    if (const auto file = bundle.pathForResource("views/" + std::string(name), "nib")) {
+        contents = PropertyList::dictionaryWithContentsOfFile(*file);
+    }
+    if (!contents) fatalError("could not load the interface file '" + std::string(name) + "'");
+    return Coder(std::move(*contents));
+}
+
+/// Makes the views of one file: first all of them, then what connects them.
+class Loader {
+ public:
+    explicit Loader(const Nib::Creators& creators) : creators_(creators) {}
+
+    std::vector<std::shared_ptr<View>> viewsIn(const Coder& coder, std::string_view key) {
+        std::vector<std::shared_ptr<View>> views;
+        if (const auto* descriptions = coder.decode<Array>(key)) {
+            for (const Value& description : *descriptions) {
+                views.push_back(viewFrom(Coder(unwrap(description.as<Dictionary>()))));
+            }
+        }
+        return views;
+    }
+
+    void connect() {
+        for (const auto& [view, coder] : made_) {
+            if (const auto* outlets = coder.decode<Dictionary>("outlets")) {
+                for (const auto& [outlet, id] : *outlets) {
+                    view->setOutlet(outlet, named(unwrap(id.as<std::string>())));
+                }
+            }
+            if (const auto* actions = coder.decode<Array>("actions")) {
+                for (const Value& action : *actions) {
+                    addAction(Coder(unwrap(action.as<Dictionary>())), view);
+                }
+            }
+        }
+    }
+
+ private:
+    std::shared_ptr<View> viewFrom(Coder coder) {
+        auto view = create(unwrap(coder.decode<std::string>("class")), coder);
+        if (const auto* id = coder.decode<std::string>("id")) byId_[*id] = view;
+        for (const auto& subview : viewsIn(coder, "subviews"))
+            view->addSubview(subview);
+        made_.emplace_back(view, std::move(coder));
+        return view;
+    }
+
+    std::shared_ptr<View> create(const std::string& className, const Coder& coder) const {
+        if (const auto found = creators_.find(className); found != creators_.end()) {
+            return found->second(coder);
+        }
+        if (className == View::kClassName) return makeSharedOnMain<View>(coder);
+        if (className == Button::kClassName) return makeSharedOnMain<Button>(coder);
+        if (className == TextView::kClassName) return makeSharedOnMain<TextView>(coder);
+        fatalError("an interface file names the unknown class '" + className + "'");
+    }
+
+    void addAction(const Coder& action, const std::shared_ptr<View>& target) const {
+        const auto& tapped = named(unwrap(action.decode<std::string>("view")));
+        tapped->addGestureRecognizer(std::make_shared<TapGestureRecognizer>(
+            target, unwrap(action.decode<std::string>("selector"))));
+    }
+
+    const std::shared_ptr<View>& named(const std::string& id) const {
+        const auto found = byId_.find(id);
+        if (found == byId_.end()) fatalNil();
+        return found->second;
+    }
+
+    const Nib::Creators& creators_;
+    std::map<std::string, std::shared_ptr<View>> byId_;
+    std::vector<std::pair<std::shared_ptr<View>, Coder>> made_;
+};
+
+}  // namespace
+
+Nib::Nib(std::string_view name, const Bundle& bundle) : file_(contentsOf(name, bundle)) {}
+
+std::vector<std::shared_ptr<View>> Nib::instantiate(const Creators& creators) const {
+    Loader loader(creators);
+    auto views = loader.viewsIn(file_, "objects");
+    loader.connect();
+    return views;
+}
+
+}  // namespace VexmoraSDK::platform

@@ -1,0 +1,194 @@
+#include "VexmoraSDK/quick/VexmoraScreenItem.h"
+
+#include <QtQuick/QQuickWindow>
+#include <utility>
+
+#include "VexmoraSDK/platform/MainQueue.h"
+#include "VexmoraSDK/platform/ui/Button.h"
+#include "VexmoraSDK/presenting/Presentation.h"
+#include "VexmoraSDK/views/VexmoraInterstitialView.h"
+
+namespace VexmoraSDK {
+namespace {
+
+constexpr int kMilliseconds = 250;
+
+bool closes(const QKeyEvent* event) {
+    return event->key() == Qt::Key_Escape || event->key() == Qt::Key_Back;
+}
+
+}  // namespace
+
+class VexmoraScreenItem::Stage : public ViewItem {
+ public:
+    explicit Stage(QQuickItem* parent) : ViewItem(parent) {}
+    using ViewItem::show;
+};
+
+VexmoraScreenItem::VexmoraScreenItem(QQuickItem* parent)
+    : QQuickItem(parent),
+      presentation_(std::make_unique<Presentation>([this](bool animated) { leave(animated); })),
+      stage_(new Stage(this)),
+      movement_(stage_, "y") {
+    setFlag(ItemIsFocusScope);
+    setClip(true);
+    movement_.setDuration(kMilliseconds);
+    movement_.setEasingCurve(QEasingCurve::OutCubic);
+    connect(&movement_, &QPropertyAnimation::finished, this, [this] {
+        if (presentation_->isLeaving()) leftScreen();
+    });
+    // Later, so that a host may destroy the screen from inside.
+    connect(&movement_, &QPropertyAnimation::stateChanged, this, &VexmoraScreenItem::movingChanged,
+            Qt::QueuedConnection);
+}
+
+VexmoraScreenItem::~VexmoraScreenItem() = default;
+
+bool VexmoraScreenItem::present(VexmoraAdItem* adView) {
+    return adView && present(adView->view());
+}
+
+bool VexmoraScreenItem::present(std::shared_ptr<VexmoraView> view) {
+    if (isPresenting() || !view || view->viewType() != VexmoraViewType::interstitial) return false;
+    view->setSafeAreaInsets(insets_);
+    presentation_->begin(view);
+    stage_->setSize({view->frame().size.width, view->frame().size.height});
+    stage_->show(std::move(view));
+    stage_->setEnabled(true);
+    stage_->setY(height());
+    setAcceptedMouseButtons(Qt::AllButtons);
+    setAcceptTouchEvents(true);
+    moveStage(0);
+    focusedBefore_ = window() ? window()->activeFocusItem() : nullptr;
+    // What follows lets the host act, who may destroy this screen.
+    const QPointer guard(this);
+    forceActiveFocus();
+    if (guard) Q_EMIT closeRectChanged();
+    if (guard) Q_EMIT presentingChanged();
+    return true;
+}
+
+bool VexmoraScreenItem::isPresenting() const {
+    return presentation_->view() != nullptr;
+}
+
+// Later, so that a host may destroy the screen from inside of what this brings about.
+void VexmoraScreenItem::close() {
+    platform::MainQueue::main()->async([screen = QPointer(this)] {
+        if (!screen || screen->presentation_->isLeaving()) return;
+        if (const auto button = screen->closeButton()) button->press();
+    });
+}
+
+void VexmoraScreenItem::leave(bool animated) {
+    stage_->setEnabled(false);
+    if (animated) {
+        moveStage(height());
+    } else {
+        leftScreen();
+    }
+}
+
+void VexmoraScreenItem::leftScreen() {
+    movement_.stop();
+    stage_->show(nullptr);
+    presentation_->end();
+    setAcceptedMouseButtons(Qt::NoButton);
+    setAcceptTouchEvents(false);
+    const QPointer guard(this);
+    // Unless the host has given the keyboard to another item meanwhile.
+    if (hasActiveFocus() && focusedBefore_) focusedBefore_->forceActiveFocus();
+    if (guard) setFocus(false);
+    if (guard) Q_EMIT closeRectChanged();
+    if (guard) Q_EMIT presentingChanged();
+}
+
+void VexmoraScreenItem::moveStage(double to) {
+    movement_.stop();
+    movement_.setStartValue(stage_->y());
+    movement_.setEndValue(to);
+    movement_.start();
+}
+
+void VexmoraScreenItem::setTopInset(double inset) {
+    setInset(&platform::EdgeInsets::top, inset);
+}
+
+void VexmoraScreenItem::setLeftInset(double inset) {
+    setInset(&platform::EdgeInsets::left, inset);
+}
+
+void VexmoraScreenItem::setBottomInset(double inset) {
+    setInset(&platform::EdgeInsets::bottom, inset);
+}
+
+void VexmoraScreenItem::setRightInset(double inset) {
+    setInset(&platform::EdgeInsets::right, inset);
+}
+
+void VexmoraScreenItem::setInset(double platform::EdgeInsets::*edge, double inset) {
+    if (qFuzzyCompare(insets_.*edge, inset)) return;
+    insets_.*edge = inset;
+    if (isPresenting()) presentation_->view()->setSafeAreaInsets(insets_);
+    const QPointer guard(this);
+    Q_EMIT insetsChanged();
+    if (guard) Q_EMIT closeRectChanged();
+}
+
+QString VexmoraScreenItem::closeLabel() const {
+    const auto button = closeButton();
+    return button ? QString::fromStdString(button->accessibilityLabel()) : QString();
+}
+
+QRectF VexmoraScreenItem::closeRect() const {
+    const auto button = closeButton();
+    if (!button) return {};
+    const auto [origin, size] = button->frame();
+    return {origin.x, origin.y, size.width, size.height};
+}
+
+std::shared_ptr<platform::Button> VexmoraScreenItem::closeButton() const {
+    const auto interstitial =
+        std::dynamic_pointer_cast<VexmoraInterstitialView>(presentation_->view());
+    return interstitial ? interstitial->closeButton() : nullptr;
+}
+
+void VexmoraScreenItem::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) {
+    QQuickItem::geometryChange(newGeometry, oldGeometry);
+    if (!isPresenting() || newGeometry.size() == oldGeometry.size()) return;
+    presentation_->view()->setFrame({{0, 0}, {newGeometry.width(), newGeometry.height()}});
+    stage_->setSize(newGeometry.size());
+    Q_EMIT closeRectChanged();
+}
+
+bool VexmoraScreenItem::event(QEvent* event) {
+    // Else a shortcut of the host's would have the key.
+    if (event->type() == QEvent::ShortcutOverride && isPresenting() &&
+        closes(static_cast<QKeyEvent*>(event))) {
+        event->accept();
+        return true;
+    }
+    return QQuickItem::event(event);
+}
+
+void VexmoraScreenItem::keyPressEvent(QKeyEvent* event) {
+    // The close button is the one thing that Tab leads to.
+    const bool isTab = event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab;
+    event->setAccepted(isPresenting() && (!isTab || presentation_->isLeaving()));
+    if (isPresenting() && closes(event)) close();
+}
+
+void VexmoraScreenItem::keyReleaseEvent(QKeyEvent* event) {
+    event->setAccepted(isPresenting());
+}
+
+// What is behind the screen gets nothing of these.
+void VexmoraScreenItem::mousePressEvent(QMouseEvent*) {}
+void VexmoraScreenItem::wheelEvent(QWheelEvent* event) {
+    event->setAccepted(isPresenting());
+}
+void VexmoraScreenItem::touchEvent(QTouchEvent* event) {
+    event->setAccepted(isPresenting());
+}
+
+}  // namespace VexmoraSDK

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <QtQml/qqmlregistration.h>
+
+#include <QtCore/QPointer>
+#include <QtCore/QPropertyAnimation>
+#include <QtCore/QRectF>
+#include <QtCore/QString>
+#include <QtQuick/QQuickItem>
+#include <memory>
+
+#include "VexmoraSDK/Export.h"
+#include "VexmoraSDK/platform/foundation/Geometry.h"
+#include "VexmoraSDK/quick/VexmoraAdItem.h"
+
+namespace VexmoraSDK {
+
+class Presentation;
+
+namespace platform {
+class Button;
+}  // namespace platform
+
+/// Where interstitial ads are presented, one at a time, over the rest of the scene: an ad moves in
+/// from below and out again when it is closed, by its close button, Escape or Back. While it is
+/// there, nothing behind it is touched and it has the keyboard. Fill the window with it, in front
+/// of the rest. An ad is presented in the frame that its view has; when the screen changes its size
+/// meanwhile, the view fills it again. The screen may be destroyed at any time, from inside its own
+/// signals and those of its ad too. Main thread.
+///
+/// A tap on an interstitial ad anywhere but on its close button is a deliberate stop of the
+/// program.
+class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
+    Q_OBJECT
+    QML_ELEMENT
+
+    /// From the call of `present` until the ad has moved out.
+    Q_PROPERTY(bool presenting READ isPresenting NOTIFY presentingChanged FINAL)
+    /// While the ad moves in or out.
+    Q_PROPERTY(bool moving READ isMoving NOTIFY movingChanged FINAL)
+    /// How far a notch or a rounded corner reaches into the screen from the top, in points; close
+    /// buttons stay clear of it. The same for the other edges.
+    Q_PROPERTY(double topInset READ topInset WRITE setTopInset NOTIFY insetsChanged FINAL)
+    Q_PROPERTY(double leftInset READ leftInset WRITE setLeftInset NOTIFY insetsChanged FINAL)
+    Q_PROPERTY(double bottomInset READ bottomInset WRITE setBottomInset NOTIFY insetsChanged FINAL)
+    Q_PROPERTY(double rightInset READ rightInset WRITE setRightInset NOTIFY insetsChanged FINAL)
+    /// What screen readers say of the close button, and where it is; empty when there is none.
+    Q_PROPERTY(QString closeLabel READ closeLabel NOTIFY presentingChanged FINAL)
+    Q_PROPERTY(QRectF closeRect READ closeRect NOTIFY closeRectChanged FINAL)
+
+ public:
+    explicit VexmoraScreenItem(QQuickItem* parent = nullptr);
+    ~VexmoraScreenItem() override;
+
+    /// Presents the ad of an item. False, and nothing done, when the item has no interstitial ad
+    /// view or the screen still presents another.
+    Q_INVOKABLE bool present(VexmoraSDK::VexmoraAdItem* adView);
+    /// The same for a view that the host has made with the factory. Its frame is left as it is.
+    bool present(std::shared_ptr<VexmoraView> view);
+    /// Taps the close button of the ad that is presented.
+    Q_INVOKABLE void close();
+
+    bool isPresenting() const;
+    bool isMoving() const { return movement_.state() == QPropertyAnimation::Running; }
+    double topInset() const { return insets_.top; }
+    void setTopInset(double inset);
+    double leftInset() const { return insets_.left; }
+    void setLeftInset(double inset);
+    double bottomInset() const { return insets_.bottom; }
+    void setBottomInset(double inset);
+    double rightInset() const { return insets_.right; }
+    void setRightInset(double inset);
+    QString closeLabel() const;
+    QRectF closeRect() const;
+
+ Q_SIGNALS:
+    void presentingChanged();
+    void movingChanged();
+    void insetsChanged();
+    void closeRectChanged();
+
+ protected:
+    bool event(QEvent* event) override;
+    void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void touchEvent(QTouchEvent* event) override;
+
+ private:
+    class Stage;
+
+    void leave(bool animated);
+    void leftScreen();
+    void moveStage(double to);
+    void setInset(double platform::EdgeInsets::*edge, double inset);
+    std::shared_ptr<platform::Button> closeButton() const;
+
+    const std::unique_ptr<Presentation> presentation_;
+    /// The item that moves.
+    Stage* const stage_;
+    QPropertyAnimation movement_;
+    /// What had the keyboard before, to have it again.
+    QPointer<QQuickItem> focusedBefore_;
+    platform::EdgeInsets insets_;
+};
+
+}  // namespace VexmoraSDK

@@ -1,0 +1,306 @@
+#include "VexmoraSDK/quick/VexmoraAdItem.h"
+
+#include <QtCore/QPointer>
+#include <QtCore/QThread>
+#include <QtGui/QPointingDevice>
+
+#include "VexmoraSDK/quick/VexmoraScreenItem.h"
+#include "VexmoraSDK/views/VexmoraViewFactory.h"
+#include "tests/qt/LocalAds.h"
+#include "tests/qt/RecordingOpener.h"
+#include "tests/qt/quick/Scene.h"
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+using VexmoraSDK::AdServer;
+using VexmoraSDK::App;
+using VexmoraSDK::AppTest;
+using VexmoraSDK::LocalAds;
+using VexmoraSDK::RecordingOpener;
+using VexmoraSDK::Scene;
+using VexmoraSDK::VexmoraAdItem;
+using VexmoraSDK::VexmoraDelegate;
+using VexmoraSDK::VexmoraScreenItem;
+using VexmoraSDK::VexmoraView;
+using VexmoraSDK::VexmoraViewFactory;
+
+namespace {
+
+class VexmoraAdItemTest : public AppTest {
+ protected:
+    VexmoraAdItem* add(const QByteArray& properties) {
+        auto* ad = scene_.add<VexmoraAdItem>("VexmoraAdView {" + properties + "}");
+        listenTo(ad);
+        return ad;
+    }
+
+    /// An ad that is drawn, with nothing heard but that.
+    VexmoraAdItem* addDrawn() {
+        heard();
+        auto* ad = add("containerId: 'home'; adSize: '320x60'");
+        EXPECT_TRUE(waitToHear("received"));
+        EXPECT_THAT(heard(), ElementsAre("received"));
+        return ad;
+    }
+
+    void listenTo(VexmoraAdItem* ad) {
+        const auto on = [ad](auto signal, auto listener) {
+            QObject::connect(ad, signal, ad, listener, Qt::DirectConnection);
+        };
+        const auto hear = [this](const std::string& what) {
+            EXPECT_EQ(QThread::currentThread(), qGuiApp->thread());
+            AppTest::hear(what);
+        };
+        on(&VexmoraAdItem::didReceiveAd, [=] { hear("received"); });
+        on(&VexmoraAdItem::willLeaveApplication,
+           [=](const QString& url) { hear("leaves for " + url.toStdString()); });
+        on(&VexmoraAdItem::didHaveError, [=](int code, const QString& description) {
+            EXPECT_FALSE(description.isEmpty());
+            hear("error " + std::to_string(code));
+        });
+    }
+
+    /// Whether something was heard since the last call, once the taps under way have arrived.
+    bool wasTapped() {
+        App::runQueuedBlocks();
+        return !heard().empty();
+    }
+
+    /// What the server was asked since the test began that starts like this, once that is so much.
+    std::vector<std::string> requests(const std::string& start, std::size_t count) {
+        std::vector<std::string> targets;
+        EXPECT_TRUE(App::waitFor([&] {
+            targets.clear();
+            const auto all = server_.requests();
+            for (auto request = all.begin() + before_; request != all.end(); ++request) {
+                if (request->target.starts_with(start)) targets.push_back(request->target);
+            }
+            return targets.size() >= count;
+        })) << start;
+        return targets;
+    }
+
+    AdServer& server_ = LocalAds::server();
+    const std::ptrdiff_t before_ = std::ssize(server_.requests());
+    RecordingOpener opener_;
+    Scene scene_;
+};
+
+TEST_F(VexmoraAdItemTest, ReservesTheSizeThatIsAskedForAndTakesTheSizeOfTheAdThatCame) {
+    const auto* banner = add("containerId: 'small'; adSize: '468x60'; y: 200");
+    EXPECT_EQ(banner->size(), QSizeF(468, 60));
+    ASSERT_TRUE(waitToHear("received"));
+    EXPECT_EQ(banner->size(), QSizeF(300, 50));
+
+    heard();
+    const auto* native = add("containerId: 'home'; viewType: Vexmora.ViewType.Native");
+    EXPECT_EQ(native->size(), QSizeF(0, 0));
+    ASSERT_TRUE(waitToHear("received"));
+    EXPECT_GE(native->width(), 132 + 10) << "the picture and a text beside it";
+    EXPECT_GE(native->height(), 99);
+    EXPECT_EQ(scene_.colorAt(10, 50), Qt::red);
+    EXPECT_EQ(scene_.colorAt(125, 50), Qt::blue);
+}
+
+TEST_F(VexmoraAdItemTest, FillsAScreenWithAnInterstitialAdThatOutlivesIt) {
+    auto* screen = scene_.add<VexmoraScreenItem>("VexmoraScreen { width: 400; height: 300 }");
+    auto* ad = add("containerId: 'home'; adType: Vexmora.AdType.MediumRectangle");
+    ASSERT_TRUE(waitToHear("received"));
+    EXPECT_EQ(ad->size(), QSizeF(0, 0));
+    ASSERT_TRUE(screen->present(ad));
+    EXPECT_TRUE(App::waitFor([&] { return scene_.colorAt(60, 26) == Qt::red; }));
+    EXPECT_EQ(scene_.colorAt(340, 150), Qt::blue);
+    delete ad;
+    screen->close();
+    EXPECT_TRUE(App::waitFor([&] { return !screen->isPresenting(); }));
+}
+
+TEST_F(VexmoraAdItemTest, AsksForTheFirstOfSizeAdTypeAndViewType) {
+    add("containerId: 'some'; adSize: '320x100'; adType: 77; viewType: 3");
+    add("containerId: 'some'; adType: Vexmora.AdType.FullBanner; viewType: 3");
+    add("containerId: 'some'; viewType: Vexmora.ViewType.Banner");
+    const std::string some = "/ads?container=some&types=";
+    EXPECT_THAT(requests(some, 3),
+                UnorderedElementsAre(some + "83", some + "84", some + "77,83,84"));
+}
+
+TEST_F(VexmoraAdItemTest, AsksForNothingUntilItIsToldWhatToAskFor) {
+    auto* nameless = add("adSize: '320x60'");
+    add("containerId: 'unsaid'");
+    const auto* unknown = add("containerId: 'unsaid'; adSize: '320x50'; viewType: 1");
+    EXPECT_EQ(unknown->size(), QSizeF(0, 0));
+    add("containerId: 'unsaid'; adType: 99");
+    ASSERT_TRUE(waitToHear("error 4"));
+    nameless->setContainerId(QStringLiteral("said"));
+    EXPECT_EQ(requests("/ads?container=said&", 1).size(), 1u);
+    EXPECT_THAT(requests("/ads?container=unsaid&", 0), IsEmpty());
+}
+
+TEST_F(VexmoraAdItemTest, TellsOfEveryKindOfError) {
+    add("containerId: 'nothing'; adSize: '320x60'");
+    ASSERT_TRUE(waitToHear("error 5"));
+    EXPECT_THAT(heard(), ElementsAre("error 2", "error 5"));
+    add("containerId: 'fault-cut-short'; adSize: '320x60'");
+    ASSERT_TRUE(waitToHear("error 3"));
+    add("containerId: 'home'; adType: Vexmora.AdType.Slideshow");
+    ASSERT_TRUE(waitToHear("error 4"));
+    add("containerId: 'fault-picture-garbage'; adType: Vexmora.AdType.Native");
+    ASSERT_TRUE(waitToHear("error 7"));
+}
+
+TEST_F(VexmoraAdItemTest, AsksOnceForAllChangesOfATurn) {
+    auto* ad = addDrawn();
+    ad->setContainerId(QStringLiteral("elsewhere"));
+    ad->setAdType(83);
+    ad->setAdSize({});
+    EXPECT_EQ(ad->size(), QSizeF(0, 0));
+    EXPECT_EQ(scene_.colorAt(10, 30), Qt::white);
+
+    ASSERT_TRUE(waitToHear("received"));
+    EXPECT_EQ(ad->size(), QSizeF(320, 100));
+    ad->setAdType(83);
+    addDrawn();
+    EXPECT_THAT(requests("/ads?container=elsewhere&", 1),
+                ElementsAre("/ads?container=elsewhere&types=83"))
+        << "the same again is no change";
+}
+
+TEST_F(VexmoraAdItemTest, HearsNothingMoreOfAFormerView) {
+    const auto sent = server_.requests().size();
+    auto* good = add("containerId: 'fault-picture-no-store'; adSize: '320x60'");
+    auto* failing = add("containerId: 'fault-cut-short'; adSize: '320x60'");
+    for (auto* ad : {good, failing})
+        QCoreApplication::sendPostedEvents(ad);
+    // No other event is delivered before both are told to ask for something else.
+    ASSERT_TRUE(server_.waitForRequests(sent + 2));
+    good->setAdSize(QStringLiteral("320x100"));
+    failing->setAdSize({});
+
+    ASSERT_TRUE(waitToHear("received"));
+    EXPECT_EQ(good->size(), QSizeF(320, 100));
+    requests("/creatives/red-and-blue.png", 1);  // for the former view
+    EXPECT_THAT(heard(), ElementsAre("received"));
+    addDrawn();
+    EXPECT_EQ(good->size(), QSizeF(320, 100));
+}
+
+TEST_F(VexmoraAdItemTest, MayBeDestroyedBeforeItAsksAndFromInsideOfItsSignals) {
+    delete add("containerId: 'home'; adSize: '320x60'");
+    for (const char* properties :
+         {"containerId: 'home'; adSize: '320x60'", "containerId: 'nothing'; adSize: '320x60'",
+          "containerId: 'fault-cut-short'; adSize: '320x60'", "containerId: 'home'; adType: 79"}) {
+        QPointer<VexmoraAdItem> ad = add(properties);
+        const auto destroy = [ad] { delete ad.data(); };
+        QObject::connect(ad, &VexmoraAdItem::didReceiveAd, destroy);
+        QObject::connect(ad, &VexmoraAdItem::didHaveError, destroy);
+        EXPECT_TRUE(App::waitFor([&] { return !ad; })) << properties;
+    }
+
+    QPointer<VexmoraAdItem> tapped = addDrawn();
+    QObject::connect(tapped, &VexmoraAdItem::willLeaveApplication,
+                     [tapped] { delete tapped.data(); });
+    scene_.click({160, 30});
+    EXPECT_TRUE(App::waitFor([&] { return !tapped; }));
+    const auto address = server_.address() + "/landing/red?sig=%41%c3";
+    EXPECT_THAT(heard(), ElementsAre("leaves for " + address));
+    EXPECT_THAT(opener_.opened(), ElementsAre(address));
+}
+
+TEST_F(VexmoraAdItemTest, ShowsAViewOfTheHostsUntilItIsToldOtherwise) {
+    auto* ad = new VexmoraAdItem;
+    scene_.add(ad);
+    listenTo(ad);
+    bool hostHeard = false;
+    auto delegate = std::make_shared<VexmoraDelegate>();
+    delegate->didReceiveAd = [&](VexmoraView&) { hostHeard = true; };
+    auto view = VexmoraViewFactory::createView("home", "320x60", delegate);
+    ad->setContainerId(QStringLiteral("unasked"));
+    ad->setView(view);
+    EXPECT_EQ(ad->view(), view);
+
+    ASSERT_TRUE(App::waitFor([&] { return hostHeard; }));
+    EXPECT_EQ(ad->size(), QSizeF(320, 60));
+    EXPECT_EQ(scene_.colorAt(10, 30), Qt::red);
+    EXPECT_THAT(heard(), IsEmpty());
+    EXPECT_THAT(requests("/ads?container=unasked&", 0), IsEmpty());
+
+    ad->setAdSize(QStringLiteral("320x100"));
+    ASSERT_TRUE(waitToHear("received"));
+    EXPECT_NE(ad->view(), view);
+    EXPECT_EQ(ad->size(), QSizeF(320, 100));
+}
+
+TEST_F(VexmoraAdItemTest, IsTappedWhereItIsSeenHoweverTheSceneTurnsAndScalesIt) {
+    auto* ad = addDrawn();
+    ad->setTransformOrigin(QQuickItem::TopLeft);
+    ad->setPosition({200, 100});
+    ad->setRotation(90);
+    ad->setScale(0.5);
+    // 30 points wide to the left of the place, and 160 high.
+    EXPECT_EQ(scene_.colorAt(196, 104), Qt::red);
+    EXPECT_EQ(scene_.colorAt(174, 256), Qt::blue);
+    EXPECT_EQ(scene_.colorAt(204, 104), Qt::white);
+    EXPECT_EQ(scene_.colorAt(166, 104), Qt::white);
+    scene_.click({204, 104});
+    EXPECT_FALSE(wasTapped());
+    scene_.click({174, 256});
+    EXPECT_TRUE(wasTapped());
+}
+
+TEST_F(VexmoraAdItemTest, PaintsAViewLargerThanAnyTexture) {
+    auto* ad = addDrawn();
+    ad->view()->setBackgroundColor(VexmoraSDK::platform::Color{1, 0, 0, 1});
+    ad->view()->setFrame({{0, 0}, {30'000, 60}});
+    EXPECT_EQ(ad->size(), QSizeF(30'000, 60));
+    EXPECT_EQ(scene_.colorAt(395, 35), Qt::red);
+}
+
+TEST_F(VexmoraAdItemTest, LeavesClicksBesideTheAdToWhatIsBehind) {
+    auto* behind = scene_.add(
+        "MouseArea { anchors.fill: parent; z: -1; property int clicks: 0; "
+        "onClicked: clicks += 1; onDoubleClicked: clicks += 10 }");
+    addDrawn()->setSize({400, 300});
+    scene_.click({300, 200});
+    EXPECT_EQ(behind->property("clicks"), 1);
+    scene_.click({25, 35});
+    QTest::mouseDClick(&scene_.window(), Qt::LeftButton, {}, {25, 35});
+    EXPECT_EQ(behind->property("clicks"), 1);
+}
+
+TEST_F(VexmoraAdItemTest, LetsAListBeFlickedAndTapped) {
+    auto* list = scene_.add("Flickable { width: 400; height: 300; contentHeight: 3000 }");
+    addDrawn()->setParentItem(list->property("contentItem").value<QQuickItem*>());
+    const std::unique_ptr<QPointingDevice> finger(QTest::createTouchDevice());
+    const auto touch = [&] { return QTest::touchEvent(&scene_.window(), finger.get()); };
+
+    touch().press(0, {50, 50});
+    for (int y = 45; y > 5; y -= 5) {
+        touch().move(0, {50, y});
+        scene_.renderFrame();
+    }
+    touch().release(0, {50, 5});
+    EXPECT_FALSE(wasTapped());
+    EXPECT_GT(list->property("contentY").toDouble(), 0);
+
+    ASSERT_TRUE(App::waitFor([&] { return !list->property("moving").toBool(); }));
+    list->setProperty("contentY", 0);
+    touch().press(0, {100, 50});
+    touch().release(0, {100, 50});
+    EXPECT_TRUE(wasTapped());
+}
+
+TEST_F(VexmoraAdItemTest, NamesTheNumbersOfTheLibrary) {
+    const auto* item = scene_.add(R"(Item { property string numbers: [
+        Vexmora.AdType.Native, Vexmora.AdType.MediumRectangle, Vexmora.AdType.Leaderboard,
+        Vexmora.AdType.Banner, Vexmora.AdType.Slideshow, Vexmora.AdType.MediumBanner,
+        Vexmora.AdType.FullBanner, Vexmora.ViewType.Banner, Vexmora.ViewType.Interstitial,
+        Vexmora.ViewType.Native, Vexmora.ErrorCode.UnknownError, Vexmora.ErrorCode.ParsingError,
+        Vexmora.ErrorCode.RequestError, Vexmora.ErrorCode.InvalidAdTypeError,
+        Vexmora.ErrorCode.NoFill, Vexmora.ErrorCode.InvalidViewTypeError,
+        Vexmora.ErrorCode.ImageRequestError].join() })");
+    EXPECT_EQ(item->property("numbers").toString(),
+              QLatin1String("1,14,15,77,79,83,84,1,2,3,1,2,3,4,5,6,7"));
+}
+
+}  // namespace
