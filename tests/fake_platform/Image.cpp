@@ -5,28 +5,18 @@
 
 namespace VexmoraSDK::platform {
 
-struct Image::Impl {
-    Size size;
-};
-
 // The pictures of the tests are texts such as "fake-image 320x50".
 std::shared_ptr<const Image> Image::fromData(const Data& data) {
-    Size size;
-    if (std::sscanf(std::string(textOf(data)).c_str(), "fake-image %lfx%lf", &size.width,
-                    &size.height) != 2) {
+    int width = 0;
+    int height = 0;
+    if (std::sscanf(std::string(textOf(data)).c_str(), "fake-image %dx%d", &width, &height) != 2) {
         return nullptr;
     }
-    return std::make_shared<const Image>(std::make_unique<const Impl>(Impl{size}));
+    const auto pixels = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    return std::make_shared<const Image>(width, height, std::make_unique<std::uint32_t[]>(pixels),
+                                         false);
 }
 
 void Image::prepareDecoding() {}
-
-Image::Image(std::unique_ptr<const Impl> impl) : impl_(std::move(impl)) {}
-
-Image::~Image() = default;
-
-Size Image::size() const {
-    return impl_->size;
-}
 
 }  // namespace VexmoraSDK::platform

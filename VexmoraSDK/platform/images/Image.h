@@ -1,5 +1,7 @@
 #pragma once
 
+#include <any>
+#include <cstdint>
 #include <memory>
 
 #include "VexmoraSDK/Export.h"
@@ -11,7 +13,9 @@ namespace VexmoraSDK::platform {
 /// A decoded picture. Immutable, so that any thread may hold and read it.
 class VEXMORA_EXPORT Image {
  public:
-    struct Impl;
+    /// One word a pixel, 0xAARRGGBB in the machine's byte order, colours premultiplied with alpha;
+    /// rows from the top without gaps.
+    using Pixels = std::unique_ptr<std::uint32_t[]>;
 
     /// Decodes a picture. Absent for bytes that are none and for one of more than 16 million
     /// pixels, for which no memory is taken. Any thread.
@@ -21,16 +25,32 @@ class VEXMORA_EXPORT Image {
     /// afterwards find it whole, and so do the threads that they stop. Any thread.
     static void prepareDecoding();
 
-    explicit Image(std::unique_ptr<const Impl> impl);
-    ~Image();
+    /// A picture of `width` × `height` pixels, both at least 1. `isOpaque` may be said only where
+    /// each pixel's alpha is 255.
+    Image(int width, int height, Pixels pixels, bool isOpaque);
 
-    /// The natural size in points.
-    Size size() const;
-    /// The backend's own picture, for presenters.
-    const Impl& impl() const { return *impl_; }
+    /// In pixels.
+    int width() const { return width_; }
+    int height() const { return height_; }
+    /// The natural size in points: one for each pixel.
+    Size size() const { return {static_cast<double>(width_), static_cast<double>(height_)}; }
+
+    /// `width() * height()` words in the format of `Pixels`. Valid as long as the picture.
+    const std::uint32_t* pixels() const { return pixels_.get(); }
+    /// From one row to the next.
+    int bytesPerRow() const { return width_ * 4; }
+    /// Whether nothing below the picture can be seen through it.
+    bool isOpaque() const { return isOpaque_; }
+
+    /// What a painter derives from the picture and keeps as long as it. Main thread only.
+    std::any& derivedByPainter() const { return derivedByPainter_; }
 
  private:
-    std::unique_ptr<const Impl> impl_;
+    int width_;
+    int height_;
+    Pixels pixels_;
+    bool isOpaque_;
+    mutable std::any derivedByPainter_;
 };
 
 }  // namespace VexmoraSDK::platform

@@ -4,9 +4,9 @@
 #include <QtCore/QThreadPool>
 #include <QtGui/QImageReader>
 #include <algorithm>
+#include <cstring>
 #include <string_view>
 
-#include "VexmoraSDK/platform/qt/ImageImpl.h"
 #include "VexmoraSDK/platform/qt/QuietScope.h"
 
 namespace VexmoraSDK::platform {
@@ -110,17 +110,16 @@ void Image::prepareDecoding() {
 
 std::shared_ptr<const Image> Image::fromData(const Data& data) {
     const QuietScope quiet;
-    auto image = inFormatForPainting(read(data));
+    const auto image = inFormatForPainting(read(data));
     if (image.isNull()) return nullptr;
-    return std::make_shared<const Image>(std::make_unique<const Impl>(Impl{std::move(image)}));
-}
-
-Image::Image(std::unique_ptr<const Impl> impl) : impl_(std::move(impl)) {}
-
-Image::~Image() = default;
-
-Size Image::size() const {
-    return {static_cast<double>(impl_->image.width()), static_cast<double>(impl_->image.height())};
+    const auto width = static_cast<std::size_t>(image.width());
+    const auto height = static_cast<std::size_t>(image.height());
+    auto pixels = std::make_unique<std::uint32_t[]>(width * height);
+    for (std::size_t y = 0; y < height; ++y) {
+        std::memcpy(pixels.get() + y * width, image.constScanLine(static_cast<int>(y)), width * 4);
+    }
+    return std::make_shared<const Image>(image.width(), image.height(), std::move(pixels),
+                                         image.format() == QImage::Format_RGB32);
 }
 
 }  // namespace VexmoraSDK::platform

@@ -3,7 +3,7 @@
 #include <QtGui/QPainter>
 #include <utility>
 
-#include "VexmoraSDK/platform/qt/ImageImpl.h"
+#include "VexmoraSDK/platform/qt/QtImage.h"
 #include "VexmoraSDK/platform/qt/TextLayoutImpl.h"
 #include "VexmoraSDK/platform/ui/Button.h"
 #include "VexmoraSDK/platform/ui/ImageView.h"
@@ -25,22 +25,33 @@ QRectF bounds(const View& view) {
     return qtRect({{}, view.frame().size});
 }
 
+/// A picture with fewer pixels, kept when it is painted a second time like that: who repaints once
+/// is likely to do it again.
+struct Reduced {
+    QImage image;
+    QSize sizeBefore;
+};
+
 // The picture with no more pixels than the painter will show of it: the painter alone would skip
 // the others instead of averaging them.
-QImage reduced(const Image::Impl& picture, QSize devicePixels) {
-    const QSize size = picture.image.size().boundedTo(devicePixels);
-    if (size == picture.image.size() || size.isEmpty()) return picture.image;
-    if (size == picture.reduced.size()) return picture.reduced;
-    auto image = picture.image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    if (std::exchange(picture.reducedBefore, size) == size) picture.reduced = image;
-    return image;
+QImage reduced(const std::shared_ptr<const Image>& picture, QSize devicePixels) {
+    const auto image = qtImage(picture);
+    const QSize size = image.size().boundedTo(devicePixels);
+    if (size == image.size() || size.isEmpty()) return image;
+    auto& derived = picture->derivedByPainter();
+    if (!derived.has_value()) derived = Reduced();
+    auto& kept = std::any_cast<Reduced&>(derived);
+    if (size == kept.image.size()) return kept.image;
+    auto scaled = image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    if (std::exchange(kept.sizeBefore, size) == size) kept.image = scaled;
+    return scaled;
 }
 
 void paintImage(QPainter& painter, const ImageView& view) {
     if (!view.image()) return;
     const QRectF rect = qtRect(view.imageRect());
     const QSize devicePixels = painter.deviceTransform().mapRect(rect).toAlignedRect().size();
-    painter.drawImage(rect, reduced(view.image()->impl(), devicePixels));
+    painter.drawImage(rect, reduced(view.image(), devicePixels));
 }
 
 void paintLines(QPainter& painter, const TextLayout& lines, Point origin, Color color) {

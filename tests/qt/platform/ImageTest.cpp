@@ -8,7 +8,7 @@
 #include <array>
 #include <vector>
 
-#include "VexmoraSDK/platform/qt/ImageImpl.h"
+#include "VexmoraSDK/platform/qt/QtImage.h"
 
 using VexmoraSDK::platform::Image;
 
@@ -43,7 +43,7 @@ std::shared_ptr<const Image> decoded(const QByteArray& bytes) {
 std::string shown(const QByteArray& bytes) {
     const auto image = decoded(bytes);
     if (!image) return "nothing";
-    const auto colorAt = [&picture = image->impl().image](int right, int below) {
+    const auto colorAt = [picture = VexmoraSDK::platform::qtImage(image)](int right, int below) {
         const QColor color = picture.pixelColor(picture.width() * (1 + 2 * right) / 4,
                                                 picture.height() * (1 + 2 * below) / 4);
         const bool dark = color.green() < 40;

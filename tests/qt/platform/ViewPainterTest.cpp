@@ -1,8 +1,9 @@
 #include "VexmoraSDK/platform/qt/ViewPainter.h"
 
+#include <QtGui/QImage>
 #include <QtGui/QPainter>
+#include <cstring>
 
-#include "VexmoraSDK/platform/qt/ImageImpl.h"
 #include "VexmoraSDK/platform/ui/Button.h"
 #include "VexmoraSDK/platform/ui/ImageView.h"
 #include "VexmoraSDK/platform/ui/TextView.h"
@@ -18,7 +19,10 @@ constexpr Color kGreen = {0, 1, 0, 1};
 constexpr Color kBlue = {0, 0, 1, 1};
 
 std::shared_ptr<const Image> picture(const QImage& image) {
-    return std::make_shared<const Image>(std::make_unique<const Image::Impl>(Image::Impl{image}));
+    const auto count = static_cast<std::size_t>(image.width() * image.height());
+    auto pixels = std::make_unique<std::uint32_t[]>(count);
+    std::memcpy(pixels.get(), image.constBits(), count * 4);
+    return std::make_shared<const Image>(image.width(), image.height(), std::move(pixels), true);
 }
 
 QImage plain(int width, int height, Qt::GlobalColor color) {
