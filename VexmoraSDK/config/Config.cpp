@@ -9,8 +9,8 @@ namespace VexmoraSDK {
 using platform::unwrap;
 
 const Config& Config::instance() {
-    static const auto& instance = *new Config;
-    return instance;
+    static const platform::NoDestructor<Config> instance;
+    return *instance;
 }
 
 Config::Config() {

@@ -3,6 +3,8 @@
 #include <optional>
 #include <string_view>
 
+#include "VexmoraSDK/platform/foundation/NoDestructor.h"
+#include "VexmoraSDK/platform/foundation/NoDestructor.h"
 #include "VexmoraSDK/platform/foundation/Value.h"
 
 namespace VexmoraSDK {
@@ -27,6 +29,8 @@ class Config {
     }
 
  private:
+    friend class platform::NoDestructor<Config>;
+
     Config();
     static platform::Dictionary loadDefaults();
     void registerDefaultConfig();

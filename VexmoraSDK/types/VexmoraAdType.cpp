@@ -4,6 +4,8 @@
 #include <array>
 #include <iterator>
 
+#include "VexmoraSDK/platform/foundation/NoDestructor.h"
+
 namespace VexmoraSDK {
 namespace {
 
@@ -29,12 +31,15 @@ std::optional<VexmoraAdType> adTypeWithRawValue(std::intptr_t value) {
 }
 
 const std::map<std::string, std::vector<VexmoraAdType>, std::less<>>& adTypesBySize() {
-    static const auto& table = *new std::map<std::string, std::vector<VexmoraAdType>, std::less<>>{
-        {"300x250", {VexmoraAdType::mediumRectangle}}, {"728x90", {VexmoraAdType::leaderboard}},
-        {"320x60", {VexmoraAdType::banner}},           {"320x100", {VexmoraAdType::mediumBanner}},
+    using Table = std::map<std::string, std::vector<VexmoraAdType>, std::less<>>;
+    static const platform::NoDestructor<Table> table(Table{
+        {"300x250", {VexmoraAdType::mediumRectangle}},
+        {"728x90", {VexmoraAdType::leaderboard}},
+        {"320x60", {VexmoraAdType::banner}},
+        {"320x100", {VexmoraAdType::mediumBanner}},
         {"468x60", {VexmoraAdType::fullBanner}},
-    };
-    return table;
+    });
+    return *table;
 }
 
 }  // namespace VexmoraSDK

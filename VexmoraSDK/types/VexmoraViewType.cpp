@@ -1,5 +1,7 @@
 #include "VexmoraSDK/types/VexmoraViewType.h"
 
+#include "VexmoraSDK/platform/foundation/NoDestructor.h"
+
 namespace VexmoraSDK {
 
 std::optional<VexmoraViewType> viewTypeWithRawValue(std::intptr_t value) {
@@ -10,12 +12,15 @@ std::optional<VexmoraViewType> viewTypeWithRawValue(std::intptr_t value) {
 }
 
 const std::map<std::string, VexmoraViewType, std::less<>>& adViewBySize() {
-    static const auto& table = *new std::map<std::string, VexmoraViewType, std::less<>>{
-        {"300x250", VexmoraViewType::interstitial}, {"728x90", VexmoraViewType::interstitial},
-        {"320x60", VexmoraViewType::banner},        {"320x100", VexmoraViewType::banner},
+    using Table = std::map<std::string, VexmoraViewType, std::less<>>;
+    static const platform::NoDestructor<Table> table(Table{
+        {"300x250", VexmoraViewType::interstitial},
+        {"728x90", VexmoraViewType::interstitial},
+        {"320x60", VexmoraViewType::banner},
+        {"320x100", VexmoraViewType::banner},
         {"468x60", VexmoraViewType::banner},
-    };
-    return table;
+    });
+    return *table;
 }
 
 }  // namespace VexmoraSDK

@@ -7,6 +7,7 @@
 #include "VexmoraSDK/ads/AdFactory.h"
 #include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/platform/foundation/Json.h"
+#include "VexmoraSDK/platform/foundation/NoDestructor.h"
 #include "VexmoraSDK/platform/http/UrlSession.h"
 
 namespace VexmoraSDK {
@@ -88,18 +89,21 @@ template std::shared_ptr<Banner> Utils::getAdFromJson(const platform::Data&, con
 template std::shared_ptr<Native> Utils::getAdFromJson(const platform::Data&, const ErrorCallback&);
 
 const Utils::Font& Utils::nativeTitleFont() {
-    static const auto& font = *new Font{"Helvetica-Bold", 13.0, platform::Color::black()};
-    return font;
+    static const platform::NoDestructor<Font> font(
+        Font{"Helvetica-Bold", 13.0, platform::Color::black()});
+    return *font;
 }
 
 const Utils::Font& Utils::nativeDescriptionFont() {
-    static const auto& font = *new Font{"Helvetica", 12.0, platform::Color::black()};
-    return font;
+    static const platform::NoDestructor<Font> font(
+        Font{"Helvetica", 12.0, platform::Color::black()});
+    return *font;
 }
 
 const Utils::Font& Utils::nativeDisplayNameFont() {
-    static const auto& font = *new Font{"Helvetica", 12.0, platform::Color::gray()};
-    return font;
+    static const platform::NoDestructor<Font> font(
+        Font{"Helvetica", 12.0, platform::Color::gray()});
+    return *font;
 }
 
 }  // namespace VexmoraSDK

@@ -1,13 +1,15 @@
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 
+#include "VexmoraSDK/platform/foundation/NoDestructor.h"
+
 namespace VexmoraSDK {
 
 using platform::unwrap;
 
 const std::vector<VexmoraAdType>& VexmoraBannerView::allowedAdTypes() {
-    static const auto& types = *new std::vector{VexmoraAdType::banner, VexmoraAdType::mediumBanner,
-                                                VexmoraAdType::fullBanner};
-    return types;
+    static const platform::NoDestructor<std::vector<VexmoraAdType>> types(
+        std::vector{VexmoraAdType::banner, VexmoraAdType::mediumBanner, VexmoraAdType::fullBanner});
+    return *types;
 }
 
 std::shared_ptr<VexmoraBannerView> VexmoraBannerView::create(platform::Rect frame) {

@@ -2,6 +2,7 @@
 
 #include "VexmoraSDK/ads/AdFactory.h"
 #include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/platform/foundation/NoDestructor.h"
 #include "VexmoraSDK/platform/ui/Window.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 
@@ -10,9 +11,9 @@ namespace VexmoraSDK {
 using platform::unwrap;
 
 const std::vector<VexmoraAdType>& VexmoraInterstitialView::allowedAdTypes() {
-    static const auto& types =
-        *new std::vector{VexmoraAdType::leaderboard, VexmoraAdType::mediumRectangle};
-    return types;
+    static const platform::NoDestructor<std::vector<VexmoraAdType>> types(
+        std::vector{VexmoraAdType::leaderboard, VexmoraAdType::mediumRectangle});
+    return *types;
 }
 
 std::shared_ptr<VexmoraInterstitialView> VexmoraInterstitialView::create(platform::Rect frame) {

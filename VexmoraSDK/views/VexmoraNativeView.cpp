@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "VexmoraSDK/platform/foundation/NoDestructor.h"
+
 namespace VexmoraSDK {
 
 using platform::ImageView;
@@ -10,8 +12,9 @@ using platform::Size;
 using platform::TextView;
 
 const std::vector<VexmoraAdType>& VexmoraNativeView::allowedAdTypes() {
-    static const auto& types = *new std::vector{VexmoraAdType::native};
-    return types;
+    static const platform::NoDestructor<std::vector<VexmoraAdType>> types(
+        std::vector{VexmoraAdType::native});
+    return *types;
 }
 
 std::shared_ptr<VexmoraNativeView> VexmoraNativeView::create(platform::Rect frame) {

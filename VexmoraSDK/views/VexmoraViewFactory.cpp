@@ -4,6 +4,7 @@
 
 #include "VexmoraSDK/platform/foundation/Bundle.h"
 #include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/platform/foundation/NoDestructor.h"
 #include "VexmoraSDK/platform/ui/Nib.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
@@ -28,9 +29,9 @@ std::string interfaceFileFor(std::string_view className) {
 
 template <class View>
 std::shared_ptr<View> loadView() {
-    static const auto& nib =
-        *new platform::Nib(interfaceFileFor(View::kClassName), platform::Bundle::library());
-    const auto views = nib.instantiate({
+    static const platform::NoDestructor<platform::Nib> nib(interfaceFileFor(View::kClassName),
+                                                           platform::Bundle::library());
+    const auto views = nib->instantiate({
         {"VexmoraBannerView", fromCoder<VexmoraBannerView>},
         {"VexmoraNativeView", fromCoder<VexmoraNativeView>},
         {"VexmoraInterstitialView", fromCoder<VexmoraInterstitialView>},

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/platform/foundation/NoDestructor.h"
 #include "VexmoraSDK/platform/foundation/PropertyList.h"
 
 namespace VexmoraSDK::platform {
@@ -21,8 +22,8 @@ struct HostFolder {
     fs::path folder;
 
     static HostFolder& shared() {
-        static auto& folder = *new HostFolder;
-        return folder;
+        static NoDestructor<HostFolder> folder;
+        return *folder;
     }
 };
 
@@ -68,8 +69,8 @@ Bundle::Bundle(fs::path folder) : folder_(std::move(folder)) {
 }
 
 const Bundle& Bundle::library() noexcept try {
-    static const auto& bundle = *new Bundle(libraryFolder());
-    return bundle;
+    static const NoDestructor<Bundle> bundle(libraryFolder());
+    return *bundle;
 } catch (const std::bad_alloc&) {
     fatalNoMemory();
 }

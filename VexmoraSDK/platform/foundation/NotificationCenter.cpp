@@ -4,11 +4,13 @@
 #include <iterator>
 #include <utility>
 
+#include "VexmoraSDK/platform/foundation/NoDestructor.h"
+
 namespace VexmoraSDK::platform {
 
 NotificationCenter& NotificationCenter::defaultCenter() {
-    static auto& center = *new NotificationCenter;
-    return center;
+    static NoDestructor<NotificationCenter> center;
+    return *center;
 }
 
 void NotificationCenter::addObserver(const std::shared_ptr<Object>& observer, std::string selector,
