@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VexmoraSDK/errors/VexmoraError.h"         // IWYU pragma: export
+#include "VexmoraSDK/platform/Application.h"        // IWYU pragma: export
 #include "VexmoraSDK/platform/foundation/Bundle.h"  // IWYU pragma: export
 #include "VexmoraSDK/types/VexmoraAdType.h"         // IWYU pragma: export
 #include "VexmoraSDK/types/VexmoraViewType.h"       // IWYU pragma: export

@@ -2,9 +2,7 @@
 
 #include <functional>
 #include <memory>
-#include <new>
-
-#include "VexmoraSDK/platform/foundation/Fatal.h"
+#include <utility>
 
 #include "VexmoraSDK/Export.h"
 
@@ -13,16 +11,17 @@ namespace VexmoraSDK::platform {
 /// The serial queue of the thread that runs the user interface.
 class VEXMORA_EXPORT MainQueue {
  public:
-    /// The queue, or absent as long as no toolkit was ever started. Any thread.
+    /// The queue, or absent as long as no toolkit with a user interface was ever started. Any
+    /// thread.
     static MainQueue* main();
 
     /// Runs `block` later, once, on the main thread, in the order of the calls, in nested event
     /// loops too. Once the toolkit has ended blocks never run. Any thread.
     void async(std::function<void()> block);
 
-    /// Has the queue end when the process exits, in whatever thread: from then on no block begins,
-    /// and one that the main thread is in the midst of is waited for before what it uses is taken
-    /// down, though no longer than a second, for it may be waiting itself. Any thread, once.
+    /// Has the queue end when the process exits, in whatever thread: from then on no block begins.
+    /// A block that the main thread is running is waited for, before what it uses is destroyed, but
+    /// no longer than a second, since it may be waiting itself. Any thread, once.
     void endWithProcess();
 
     /// Whether the caller runs on the main thread.
@@ -43,11 +42,7 @@ class VEXMORA_EXPORT MainQueue {
 template <class T, class... Arguments>
 std::shared_ptr<T> makeSharedOnMain(Arguments&&... arguments) {
     return std::shared_ptr<T>(new T(std::forward<Arguments>(arguments)...), [](T* object) noexcept {
-        try {
-            MainQueue::release(std::shared_ptr<T>(object));
-        } catch (const std::bad_alloc&) {
-            fatalNoMemory();
-        }
+        MainQueue::release(std::shared_ptr<T>(object));
     });
 }
 

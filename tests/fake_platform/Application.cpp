@@ -13,7 +13,7 @@ std::function<void(const Url&)>& currentOpener() {
 }  // namespace
 
 void Application::openUrl(const Url& url) {
-    currentOpener()(url);
+    if (isAllowed(url)) currentOpener()(url);
 }
 
 void FakeApplication::setOpener(std::function<void(const Url&)> opener) {

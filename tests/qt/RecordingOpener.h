@@ -19,8 +19,9 @@ class RecordingOpener {
     RecordingOpener() {
         // What the library starts and leaves alone becomes a child of the test's.
         EXPECT_EQ(prctl(PR_SET_CHILD_SUBREAPER, 1), 0);
-        std::ofstream(script_) << "#!/bin/sh\nprintf '%s\\n' \"$@\" >> '" << record_.native()
-                               << "'\n";
+        std::ofstream(script_) << "#!/bin/sh\nwhile [ -e '" << sleeps_.native()
+                               << "' ]; do sleep 0.01; done\nprintf '%s\\n' \"$@\" >> '"
+                               << record_.native() << "'\n";
         std::filesystem::permissions(script_, std::filesystem::perms::owner_all);
         setenv("PATH", (script_.parent_path().string() + ':' + path_).c_str(), 1);
     }
@@ -29,6 +30,9 @@ class RecordingOpener {
 
     RecordingOpener(const RecordingOpener&) = delete;
     RecordingOpener& operator=(const RecordingOpener&) = delete;
+
+    void sleepUntilToldToGoOn() { std::ofstream(sleeps_) << "zzz"; }
+    void goOn() { std::filesystem::remove(sleeps_); }
 
     /// The addresses that were opened since the last call, once all openers are through.
     std::vector<std::string> opened() {
@@ -47,6 +51,7 @@ class RecordingOpener {
     const std::filesystem::path script_ =
         folder_.filePath(QStringLiteral("xdg-open")).toStdString();
     const std::filesystem::path record_ = folder_.filePath(QStringLiteral("opened")).toStdString();
+    const std::filesystem::path sleeps_ = folder_.filePath(QStringLiteral("sleeps")).toStdString();
     const std::string path_ = getenv("PATH");
 };
 

@@ -1,9 +1,7 @@
 #include "VexmoraSDK/platform/Application.h"
 
 #include <QtCore/QtGlobal>
-#include <algorithm>
-#include <array>
-#include <string_view>
+#include <string>
 
 #if defined(Q_OS_LINUX) && !defined(Q_OS_ANDROID)
 #include <QtCore/QProcess>
@@ -14,11 +12,6 @@
 
 namespace VexmoraSDK::platform {
 namespace {
-
-bool leadsOutOfTheDevice(const Url& url) {
-    constexpr std::array<std::string_view, 4> kInward = {"", "file", "javascript", "data"};
-    return std::ranges::find(kInward, url.scheme()) == kInward.end();
-}
 
 #if defined(Q_OS_LINUX) && !defined(Q_OS_ANDROID)
 // The opener is given the text itself: a QUrl would rewrite some of its escapes.
@@ -40,7 +33,7 @@ void open(const std::string& address) {
 }  // namespace
 
 void Application::openUrl(const Url& url) {
-    if (leadsOutOfTheDevice(url)) open(url.text());
+    if (isAllowed(url)) open(url.text());
 }
 
 }  // namespace VexmoraSDK::platform

@@ -6,14 +6,15 @@
 #include <algorithm>
 #include <tuple>
 
-#include "VexmoraSDK/platform/qt/FontAnswers.h"
+#include "VexmoraSDK/platform/foundation/NoDestructor.h"
 #include "VexmoraSDK/platform/qt/FontImpl.h"
+#include "VexmoraSDK/platform/qt/FontLookupCache.h"
 
 namespace VexmoraSDK::platform {
 namespace {
 
-// The installed family of that name or one that stands in for it. Qt's own matching is not asked:
-// it answers any name with some family.
+// The installed family of that name or one that stands in for it. Qt's own matching is of no use
+// here: it finds some family for any name.
 std::optional<QString> installedFamily(const QString& family) {
     if (QFontDatabase::hasFamily(family)) return family;
     if (family.compare(QLatin1String("Helvetica"), Qt::CaseInsensitive) == 0) {
@@ -44,7 +45,7 @@ struct FamilyAndStyle {
     std::string style;
 };
 
-std::optional<FamilyAndStyle> installed(const std::string& name) {
+std::optional<FamilyAndStyle> installedFont(const std::string& name) {
     const auto whole = QString::fromStdString(name);
     if (const auto family = installedFamily(whole)) {
         return FamilyAndStyle{family->toStdString(), ""};
@@ -62,9 +63,9 @@ QFont fontFromDatabase(const Font& font) {
     const auto family = QString::fromStdString(font.family());
     const auto style = QString::fromStdString(font.style());
     auto found = style.isEmpty() ? QFont(family) : QFontDatabase::font(family, style, 12);
-    // Points are device independent pixels here. The text engine has whole ones only.
+    // Points are device independent pixels here, of which the text engine takes whole ones only.
     found.setPixelSize(std::max(1, qRound(font.size())));
-    // Hinted widths differ with the scale of the screen, and with them the line breaks.
+    // With hinting, widths and so line breaks would differ with the scale of the screen.
     found.setHintingPreference(QFont::PreferNoHinting);
     return found;
 }
@@ -72,17 +73,17 @@ QFont fontFromDatabase(const Font& font) {
 }  // namespace
 
 std::optional<Font> Font::named(std::string_view name, double size) {
-    static auto& answers = *new FontAnswers<std::string, std::optional<FamilyAndStyle>>;
+    static NoDestructor<FontLookupCache<std::string, std::optional<FamilyAndStyle>>> cache;
     const std::string wanted(name);
-    const auto found = answers.find(wanted, [&] { return installed(wanted); });
+    const auto found = cache->find(wanted, [&] { return installedFont(wanted); });
     if (!found) return std::nullopt;
     return Font(found->family, found->style, size);
 }
 
 QFont qtFont(const Font& font) {
-    static auto& answers = *new FontAnswers<std::tuple<std::string, std::string, double>, QFont>;
-    return answers.find({font.family(), font.style(), font.size()},
-                        [&] { return fontFromDatabase(font); });
+    static NoDestructor<FontLookupCache<std::tuple<std::string, std::string, double>, QFont>> cache;
+    return cache->find({font.family(), font.style(), font.size()},
+                       [&] { return fontFromDatabase(font); });
 }
 
 Font Font::system(double size) {

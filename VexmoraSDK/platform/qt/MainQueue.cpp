@@ -10,20 +10,19 @@
 #include <cstdlib>
 #include <deque>
 #include <mutex>
-#include <new>
 
-#include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/platform/foundation/NoDestructor.h"
 
 namespace VexmoraSDK::platform {
 namespace {
 
 using Block = std::function<void()>;
 
-/// After that long what else the event loop has to do gets its turn: half a frame at 120 Hz.
-constexpr std::chrono::milliseconds kLongestTurn(4);
+/// After so long the event loop's other work has its turn: half a frame at 120 Hz.
+constexpr std::chrono::milliseconds kMaxTurn(4);
 
-// Never destroyed: threads may hand in blocks until the process is gone. What they hand in after
-// the application has ended stays here, so that nothing of the main thread is destroyed elsewhere.
+// Threads may hand in blocks until the process is gone. Blocks that come after the application has
+// ended stay here, so that nothing that belongs to the main thread is destroyed elsewhere.
 struct State {
     std::mutex mutex;
     std::deque<Block> blocks;
@@ -31,17 +30,17 @@ struct State {
     QObject* receiver = nullptr;
     /// Whether the receiver has an event to come that runs blocks.
     bool scheduled = false;
-    /// Of the latest application; only compared.
+    /// The thread of the latest application, for comparison only.
     const QThread* mainThread = nullptr;
-    /// How many blocks the main thread is in, one inside the other.
+    /// How many blocks the main thread is running, one inside the other.
     int running = 0;
     std::condition_variable ranBlock;
     bool processEnds = false;
 };
 
 State& state() {
-    static State& state = *new State;
-    return state;
+    static NoDestructor<State> state;
+    return *state;
 }
 
 thread_local bool runningBlock = false;
@@ -70,19 +69,17 @@ void runNextBlock(std::unique_lock<std::mutex>& lock) {
     state().ranBlock.notify_all();
 }
 
-void runBlocks() noexcept try {
-    const auto end = std::chrono::steady_clock::now() + kLongestTurn;
+void runBlocks() noexcept {
+    const auto end = std::chrono::steady_clock::now() + kMaxTurn;
     std::unique_lock lock(state().mutex);
     state().scheduled = false;
     while (state().receiver && !state().processEnds && !state().blocks.empty()) {
-        // A block may run an event loop of its own, in which the others have to run.
+        // A block may run an event loop of its own, in which the remaining blocks have to run.
         if (state().blocks.size() > 1) schedule();
         runNextBlock(lock);
         if (std::chrono::steady_clock::now() >= end) break;
     }
     if (state().receiver && !state().blocks.empty()) schedule();
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
 void processEnds() {
@@ -93,7 +90,7 @@ void processEnds() {
     state().ranBlock.wait_for(lock, std::chrono::seconds(1), [] { return state().running == 0; });
 }
 
-/// Has Qt build what it needs to lay out any text.
+/// Has Qt build the statics that it needs to lay out texts.
 void layOutText() {
     QTextLayout layout(QStringLiteral("x"));
     layout.beginLayout();
@@ -108,8 +105,15 @@ void applicationEnds() {
     lock.unlock();
 }
 
+/// Of a toolkit with a user interface. A QCoreApplication alone has no main queue: neither its
+/// fonts nor anything else of Qt Gui may be used.
+QGuiApplication* guiApplication() {
+    return qobject_cast<QGuiApplication*>(QCoreApplication::instance());
+}
+
 void applicationStarts() {
-    QThread* const thread = QCoreApplication::instance()->thread();
+    if (!guiApplication()) return;
+    QThread* const thread = guiApplication()->thread();
     auto receiver = std::make_unique<QObject>();
     receiver->moveToThread(thread);
     qAddPostRoutine(applicationEnds);
@@ -118,7 +122,7 @@ void applicationStarts() {
     state().mainThread = thread;
     state().receiver = receiver.release();
     if (state().blocks.empty()) return;
-    // What an earlier application has left is let go on the main thread.
+    // Blocks that an earlier application left behind are destroyed on the main thread.
     auto left = std::exchange(state().blocks, {});
     state().blocks.push_back([left = std::move(left)] {});
     schedule();
@@ -128,7 +132,7 @@ void applicationStarts() {
 
 MainQueue* MainQueue::main() {
     static MainQueue queue;
-    // Runs at each start of an application, and now if there is one.
+    // Qt runs the routine whenever an application starts, and at once if there is one.
     [[maybe_unused]] static const bool watching = (qAddPreRoutine(applicationStarts), true);
     const std::lock_guard lock(state().mutex);
     // The only application may have ended before anybody asked.
@@ -142,10 +146,10 @@ void MainQueue::async(std::function<void()> block) {
 }
 
 void MainQueue::endWithProcess() {
-    // Exit handlers run in the reverse order of their registration, destructors of what functions
-    // have built for good among them.
-    if (qGuiApp) layOutText();
-    if (std::atexit(processEnds) != 0) fatalNoMemory();
+    // Exit handlers and the destructors of statics run in the reverse order of their registration
+    // and construction: the statics for texts have to be older than the handler.
+    if (guiApplication()) layOutText();
+    if (std::atexit(processEnds) != 0) std::abort();
 }
 
 bool MainQueue::isMainThread() const {

@@ -1,5 +1,6 @@
 #include "VexmoraSDK/platform/TextLayout.h"
 
+#include <QtCore/QCoreApplication>
 #include <algorithm>
 #include <cmath>
 #include <iterator>
@@ -12,18 +13,18 @@ namespace VexmoraSDK::platform {
 namespace {
 
 // More than any line takes, and within what the text engine can count.
-constexpr double kWidestLine = 1'000'000;
+constexpr double kMaxLineWidth = 1'000'000;
 
-// In UTF-16 units: more than any ad says, and some hundredths of a second at worst for the main
-// thread.
-constexpr qsizetype kLongestText = 2048;
+// In UTF-16 units: more than any ad says. Laying out so many takes the main thread some hundredths
+// of a second at worst.
+constexpr qsizetype kMaxTextLength = 2048;
 
 // A longer text is laid out up to there.
 QString beginningOf(const std::string& text) {
-    // No unit takes more than three bytes; the last letter among these may be cut.
-    const auto bytes = std::min<qsizetype>(std::ssize(text), 3 * kLongestText + 3);
-    auto beginning = QString::fromUtf8(text.data(), bytes).left(kLongestText);
-    if (beginning.size() == kLongestText && beginning.back().isHighSurrogate()) beginning.chop(1);
+    // No unit takes more than three bytes, and the last letter among these bytes may be incomplete.
+    const auto bytes = std::min<qsizetype>(std::ssize(text), 3 * kMaxTextLength + 3);
+    auto beginning = QString::fromUtf8(text.data(), bytes).left(kMaxTextLength);
+    if (beginning.size() == kMaxTextLength && beginning.back().isHighSurrogate()) beginning.chop(1);
     return beginning;
 }
 
@@ -38,59 +39,74 @@ QString textWithLineSeparators(const std::string& text) {
 }  // namespace
 
 TextLayout::Impl::Impl(const std::string& text, const Font& font, double width)
-    : layout(textWithLineSeparators(text), qtFont(font)),
-      askedWidth(width),
-      rightToLeft(layout.text().isRightToLeft()) {
-    const QuietScope quiet;  // no word of scripts that the font does not have
+    : text_(textWithLineSeparators(text)),
+      font_(font),
+      askedWidth_(width),
+      rightToLeft_(text_.isRightToLeft()) {
+    layOut();
+}
+
+void TextLayout::Impl::layOut() const {
+    const QuietScope quiet;  // Qt warns about scripts that the font does not have.
+    auto& layout = layout_.emplace(text_, qtFont(font_));
+    QObject::connect(QCoreApplication::instance(), &QObject::destroyed, &context_,
+                     [this] { layout_.reset(); });
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    option.setAlignment(rightToLeft ? Qt::AlignRight : Qt::AlignLeft);
+    option.setAlignment(rightToLeft_ ? Qt::AlignRight : Qt::AlignLeft);
     layout.setTextOption(option);
     layout.setCacheEnabled(true);
 
-    // In whole points, and no narrower than the widest letter, lest the fitted width be wider.
-    double lineWidth = std::floor(std::clamp(width, 0.0, kWidestLine));
-    auto lines = breakLines(lineWidth);
-    while (size.width > lineWidth) {
-        lineWidth = size.width;
-        lines = breakLines(lineWidth);
-    }
+    // In whole points, so that the width that is told is one in which the lines are the same.
+    const double lineWidth = std::floor(std::clamp(askedWidth_, 0.0, kMaxLineWidth));
+    const auto lines = breakLines(lineWidth);
 
     // Letters that reach beyond their own width, and scripts that are joined anew at each end of a
     // line, may need more than the lines measure.
-    double fitted = size.width;
+    double fitted = std::min(size_.width, lineWidth);
     double laidOut = lineWidth;
     const auto isSameIn = [&](double narrower) {
         laidOut = narrower;
-        return lines.size() == 1 ? isOneLineIn(narrower) : breakLines(narrower) == lines;
+        return lines.size() == 2 ? isOneLineIn(narrower) : breakLines(narrower) == lines;
     };
     while (fitted < lineWidth && !isSameIn(fitted))
         ++fitted;
     // Lines that begin at the left lie in the fitted width as in all of it.
-    if (laidOut != fitted || rightToLeft) breakLines(lineWidth);
-    size.width = fitted;
+    if (laidOut != fitted || rightToLeft_) breakLines(lineWidth);
+    size_.width = fitted;
 }
 
-std::vector<int> TextLayout::Impl::breakLines(double width) {
-    std::vector<int> lines;
-    size = {};
-    layout.beginLayout();
-    for (auto line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+std::vector<int> TextLayout::Impl::breakLines(double width) const {
+    std::vector<int> breaks = {0};
+    size_ = {};
+    layout_->beginLayout();
+    for (int i = 0; i < kMaxLines; ++i) {
+        auto line = layout_->createLine();
+        if (!line.isValid()) break;
         line.setLineWidth(width);
-        line.setPosition(QPointF(0, size.height));
-        size.width = std::max(size.width, std::ceil(line.naturalTextWidth()));
-        size.height += line.height();
-        lines.push_back(line.textStart());
+        line.setPosition(QPointF(0, size_.height));
+        size_.width = std::max(size_.width, std::ceil(line.naturalTextWidth()));
+        size_.height += line.height();
+        breaks.push_back(line.textStart() + line.textLength());
     }
-    layout.endLayout();
-    return lines;
+    layout_->endLayout();
+    return breaks;
 }
 
 /// Of a text that was one line before: its letters are not shaped again.
-bool TextLayout::Impl::isOneLineIn(double width) {
-    auto line = layout.lineAt(0);
+bool TextLayout::Impl::isOneLineIn(double width) const {
+    auto line = layout_->lineAt(0);
     line.setLineWidth(width);
-    return line.textLength() == layout.text().size();
+    return line.textLength() == text_.size();
+}
+
+bool TextLayout::Impl::holdsIn(double width) const {
+    return width == askedWidth_ || (!rightToLeft_ && size_.width <= width && width < askedWidth_);
+}
+
+const QTextLayout& TextLayout::Impl::lines() const {
+    if (!layout_) layOut();
+    return *layout_;
 }
 
 TextLayout::TextLayout(const std::string& text, const Font& font, double width)
@@ -99,12 +115,11 @@ TextLayout::TextLayout(const std::string& text, const Font& font, double width)
 TextLayout::~TextLayout() = default;
 
 Size TextLayout::size() const {
-    return impl_->size;
+    return impl_->size();
 }
 
 bool TextLayout::holdsIn(double width) const {
-    const double asked = impl_->askedWidth;
-    return width == asked || (!impl_->rightToLeft && impl_->size.width <= width && width < asked);
+    return impl_->holdsIn(width);
 }
 
 }  // namespace VexmoraSDK::platform

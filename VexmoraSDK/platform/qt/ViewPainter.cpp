@@ -56,7 +56,7 @@ void paintImage(QPainter& painter, const ImageView& view) {
 
 void paintLines(QPainter& painter, const TextLayout& lines, Point origin, Color color) {
     painter.setPen(qtColor(color));
-    lines.impl().layout.draw(&painter, {origin.x, origin.y});
+    lines.impl().lines().draw(&painter, {origin.x, origin.y});
 }
 
 void paintText(QPainter& painter, TextView& view) {
@@ -80,7 +80,7 @@ void paintBackground(QPainter& painter, const View& view) {
 // left lies at the far end of it.
 void paintTitle(QPainter& painter, Button& button) {
     const Point origin = button.layoutOrigin();
-    const double left = button.layout().impl().layout.lineAt(0).naturalTextRect().left();
+    const double left = button.layout().impl().lines().lineAt(0).naturalTextRect().left();
     paintLines(painter, button.layout(), {origin.x - left, origin.y}, button.titleColor());
 }
 

@@ -7,11 +7,15 @@
 #include <thread>
 #include <vector>
 
+#include "VexmoraSDK/views/VexmoraViewFactory.h"
 #include "tests/qt/AppTest.h"
+#include "tests/qt/LocalAds.h"
 
 using testing::ElementsAre;
 using VexmoraSDK::App;
 using VexmoraSDK::AppTest;
+using VexmoraSDK::LocalAds;
+using VexmoraSDK::VexmoraViewFactory;
 using VexmoraSDK::platform::MainQueue;
 
 namespace {
@@ -150,6 +154,25 @@ TEST(MainQueueDeathTest, IsAbsentUntilAnApplicationStartsAndKeepsWhatIsLeftForTh
         EXPECT_TRUE(queued.isDestroyedHere() && late.isDestroyedHere());
         EXPECT_FALSE(queued.ran() || late.ran());
     });
+}
+
+TEST(MainQueueDeathTest, IsAbsentInAnAppWithoutAUserInterface) {
+    int argc = 0;
+    EXPECT_EXIT(
+        {
+            const QCoreApplication app(argc, nullptr);
+            LocalAds::server();
+            std::exit(MainQueue::main() ? 1 : 0);
+        },
+        testing::ExitedWithCode(0), "");
+    EXPECT_DEATH(
+        {
+            const QCoreApplication app(argc, nullptr);
+            LocalAds::server();
+            const auto view = VexmoraViewFactory::createView("home", "320x60", nullptr);
+            QCoreApplication::exec();
+        },
+        "unexpectedly found nil");
 }
 
 TEST(MainQueueDeathTest, TakesBlocksWhileApplicationsComeAndGo) {

@@ -145,8 +145,17 @@ TEST_F(ViewPainterTest, PaintsTextWhereItIsMeasured) {
     EXPECT_TRUE(QRectF(24, 18, width - 8, height - 16).contains(found));
     EXPECT_GT(found.height(), 20) << "two lines";
     EXPECT_GT(found.width(), width - 20) << "as wide as measured";
-    const QColor stem = painted(3).pixelColor(found.center() * 3);
-    EXPECT_GE(stem.red(), stem.blue());
+    const QImage large = painted(3);
+    int red = 0;
+    for (int y = 0; y < large.height(); ++y) {
+        for (int x = 0; x < large.width(); ++x) {
+            const QColor color = large.pixelColor(x, y);
+            EXPECT_EQ(color.red(), 255);
+            EXPECT_EQ(color.green(), color.blue());
+            red += color == Qt::red;
+        }
+    }
+    EXPECT_GT(red, 20) << "the stems of the letters";
 
     view->setFrame({{20, 10}, {60, 15}});
     EXPECT_TRUE(QRect(20, 10, 60, 15).contains(ink())) << "clipped";
@@ -178,6 +187,28 @@ TEST_F(ViewPainterTest, PutsTheTitleOfAButtonInItsMiddle) {
     EXPECT_NEAR(ink().center().y(), 40, 5);
     button->setTitle("סגור");
     EXPECT_NEAR(ink().center().x(), 80, 1);
+}
+
+TEST(ViewPainterDeathTest, PaintsATextUnderTheNextApplication) {
+    const auto test = [] {
+        auto app = std::make_unique<VexmoraSDK::App>();
+        const auto text = TextView::create({{0, 0}, {200, 100}});
+        text->setText("Coffee");
+        const auto painted = [&] {
+            QImage image(200, 100, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            QPainter painter(&image);
+            paintView(painter, *text);
+            return image;
+        };
+        const QImage before = painted();
+        app.reset();
+        app = std::make_unique<VexmoraSDK::App>();
+        const bool same = painted() == before && before.pixelColor(0, 0) == Qt::white;
+        app.reset();
+        std::exit(same ? 0 : 1);
+    };
+    EXPECT_EXIT(test(), testing::ExitedWithCode(0), "");
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include "VexmoraSDK/views/AdViewHandler.h"
 
+#include "VexmoraSDK/platform/Application.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
+#include "tests/fake_platform/FakeApplication.h"
 #include "tests/unit/FatalReports.h"
 #include "tests/unit/views/AdViewTest.h"
 
@@ -43,6 +45,34 @@ TEST_F(AdViewHandlerTest, FormatsObjectsAndPercentSignsAndKeepsAllElse) {
     EXPECT_EQ(filled("https://a.test/%2$@/%1$@/"), "https://a.test/15,14/home/");
     EXPECT_EQ(filled("https://a.test/%%41/%@?t=%@"), "https://a.test/%41/home?t=15,14");
     EXPECT_EQ(filled("https://a.test/%41%d0/%@?t=%@"), "https://a.test/%41%d0/home?t=15,14");
+}
+
+TEST_F(AdViewHandlerTest, OpensOnlyAddressesOfAllowedSchemesAndTellsTheHostOfEveryTap) {
+    int opened = 0;
+    int told = 0;
+    platform::FakeApplication::setOpener([&](const platform::Url&) { ++opened; });
+    auto delegate = std::make_shared<VexmoraDelegate>();
+    delegate->willLeaveApplication = [&](VexmoraView&) { ++told; };
+    view_->setDelegate(delegate);
+    const auto opens = [&](std::string_view address) {
+        told = opened = 0;
+        handler().handleTap(*view_, platform::Url::fromString(address).value());
+        EXPECT_EQ(told, 1) << address;
+        return opened == 1;
+    };
+    for (const auto* address : {"HTTPS://shop.test", "http://shop.test", "mailto:a@b.test", "tel:1",
+                                "sms:1", "geo:1,2", "market://details"}) {
+        EXPECT_TRUE(opens(address)) << address;
+    }
+    for (const auto* address :
+         {"smb://host/share", "ssh://host", "sftp://host", "view-source:file:///etc", "jar:file:/a",
+          "search-ms:query", "apt:package", "file:///etc/passwd", "javascript:alert(1)", "data:,a",
+          "/etc/passwd", "//host/share", "?query", "intent:a", "myapp:cart"}) {
+        EXPECT_FALSE(opens(address)) << address;
+    }
+    platform::Application::allowScheme("MyApp");
+    platform::Application::allowScheme("not a scheme");
+    EXPECT_TRUE(opens("myapp:cart"));
 }
 
 TEST_F(AdViewHandlerTest, AddsATextInItsFontButNotInItsColour) {

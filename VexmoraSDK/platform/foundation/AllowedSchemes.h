@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string_view>
+
+#include "VexmoraSDK/Export.h"
+#include "VexmoraSDK/platform/foundation/Url.h"
+
+namespace VexmoraSDK::platform::Application {
+
+/// Has addresses of that scheme, "myapp" for instance, opened too when an ad that leads to one is
+/// tapped. Allowed from the start are http, https, mailto, tel, sms, geo and market: with any other
+/// an ad server could reach into the device or into whatever program is installed on it. Case does
+/// not matter; a text that is no scheme is ignored. Any thread; once, before the first ad.
+VEXMORA_EXPORT void allowScheme(std::string_view scheme);
+
+/// Whether the address may be opened; never so for a relative reference. Any thread.
+bool isAllowed(const Url& url);
+
+}  // namespace VexmoraSDK::platform::Application
