@@ -97,7 +97,7 @@ TEST(SessionTortureTest, CompletesEachTaskOnceOrStopsWhenACallFails) {
                   {"answered, failed, answered", ".*"},
                   {"answered, answered, failed", ".*"},
                   {"failed, failed, failed", "curl_global_init"},
-                  {"fatal error: out of memory", "operator new"},
+                  {"fatal error: out of memory|terminate called .*bad_alloc'", "operator new"},
                   {"fatal error: no thread to be had", "pthread_create"}});
 }
 
