@@ -1,0 +1,509 @@
+#include "VexmoraSDK/presenting/AdSlot.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <ctime>
+#include <string_view>
+#include <utility>
+
+#include "VexmoraSDK/ads/Banner.h"
+#include "VexmoraSDK/ads/Native.h"
+#include "VexmoraSDK/platform/MainQueue.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/utils/Utils.h"
+#include "VexmoraSDK/views/VexmoraBannerView.h"
+#include "VexmoraSDK/views/VexmoraInterstitialView.h"
+#include "VexmoraSDK/views/VexmoraNativeView.h"
+#include "VexmoraSDK/views/VexmoraViewFactory.h"
+
+namespace VexmoraSDK {
+
+using namespace std::chrono_literals;
+using platform::unwrap;
+
+namespace {
+
+constexpr double kViewableFraction = 0.5;
+constexpr AdSlot::Duration kViewableAfter = 1s;
+constexpr AdSlot::Duration kMinRefreshInterval = 10s;
+constexpr AdSlot::Duration kMaxRetryWait = 5min;
+
+AdSlot::Time deviceTime() {
+#ifdef CLOCK_BOOTTIME
+    // The steady clock of Linux stands still while the device sleeps, in which ads grow old.
+    timespec time{};
+    if (clock_gettime(CLOCK_BOOTTIME, &time) == 0) {
+        return AdSlot::Time(std::chrono::seconds(time.tv_sec) +
+                            std::chrono::nanoseconds(time.tv_nsec));
+    }
+#endif
+    return std::chrono::steady_clock::now();
+}
+
+std::string descriptionOf(const VexmoraError& error) {
+    if (error.userInfo()) {
+        const auto found = error.userInfo()->find(platform::kLocalizedDescriptionKey);
+        if (found != error.userInfo()->end()) {
+            if (const auto* text = found->second.as<std::string>()) return *text;
+        }
+    }
+    static constexpr std::array kNames{"UnknownError",     "ParsingError",          //
+                                       "RequestError",     "InvalidAdTypeError",    //
+                                       "NoFill",           "InvalidViewTypeError",  //
+                                       "ImageRequestError"};
+    return kNames.at(static_cast<std::size_t>(error.code() - 1));
+}
+
+/// The ad that was drawn into `view`; absent when the host has taken it away meanwhile.
+std::shared_ptr<ImageAd> modelOf(VexmoraView& view) {
+    if (auto* banner = dynamic_cast<VexmoraBannerView*>(&view)) return banner->ad();
+    if (auto* native = dynamic_cast<VexmoraNativeView*>(&view)) return native->ad();
+    auto& interstitial = dynamic_cast<VexmoraInterstitialView&>(view);
+    return std::dynamic_pointer_cast<ImageAd>(interstitial.ad());
+}
+
+std::optional<AdSlot::Ad> contentOf(VexmoraView& view) {
+    const auto model = modelOf(view);
+    if (!model) return std::nullopt;
+    AdSlot::Ad content;
+    content.adType = model->adType();
+    content.clickUrl = model->clickUrl().text();
+    content.picture = model->image();
+    if (const auto* native = dynamic_cast<Native*>(model.get())) {
+        content.title = native->title();
+        content.description = native->desc();
+        content.displayName = native->displayName();
+    }
+    return content;
+}
+
+}  // namespace
+
+bool AdSlot::Placement::isComplete() const {
+    if (containerId.empty()) return false;
+    if (!adSize.empty()) return adViewBySize().contains(adSize);
+    return adType || viewType;
+}
+
+platform::Size AdSlot::Placement::reservedSize() const {
+    const auto kind = adViewBySize().find(adSize);
+    if (kind == adViewBySize().end() || kind->second != VexmoraViewType::banner) return {};
+    int width = 0;
+    int height = 0;
+    const char* const end = adSize.data() + adSize.size();
+    const char* const x = std::from_chars(adSize.data(), end, width).ptr;
+    std::from_chars(x + 1, end, height);
+    return {double(width), double(height)};
+}
+
+/// The slot without its handle. Whoever calls it holds it, because its delegate may destroy the
+/// handle; from then on it is `closed`. Views know it weakly, and only the main thread asks whether
+/// it is still there, so that it is destroyed on that thread.
+struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
+    explicit Impl(Delegate host) : delegate(std::move(host)) {}
+
+    struct Request {
+        int number = 0;
+        Time startedAt;
+        std::shared_ptr<VexmoraView> view;
+    };
+
+    bool isInterstitial() const { return kind == VexmoraViewType::interstitial; }
+    bool isExposed() const { return active && visibleFraction > 0; }
+    bool isInView() const {
+        return active && visibleFraction >= kViewableFraction && state == State::ready;
+    }
+
+    template <class... Arguments>
+    void tell(const std::function<void(Arguments...)>& operation,
+              std::type_identity_t<Arguments>... arguments) const {
+        if (!closed && operation) operation(arguments...);
+    }
+
+    void setState(State next) {
+        if (std::exchange(state, next) != next) tell(delegate.stateChanged);
+    }
+
+    State stateWithoutAd(State otherwise) const { return shown ? State::ready : otherwise; }
+
+    // What follows the clock.
+
+    /// How long an ad, or the lack of one, is exposed before the next is asked for.
+    Duration wait() const {
+        // Nothing tells of a picture that does not arrive.
+        if (request) return std::max(refreshInterval, kMaxRetryWait);
+        auto wait = refreshInterval;
+        for (int i = 0; i < failures && wait < kMaxRetryWait; ++i)
+            wait = std::min(2 * wait, kMaxRetryWait);
+        return wait;
+    }
+
+    void restartExposure() {
+        exposure = {};
+        exposedSince = isExposed() ? std::optional(clock()) : std::nullopt;
+    }
+
+    /// What can be seen, or whether the app is active, is another.
+    void visibilityChanged() {
+        const auto now = clock();
+        if (exposedSince && !isExposed()) exposure += now - *std::exchange(exposedSince, {});
+        if (!exposedSince && isExposed()) exposedSince = now;
+
+        if (!isInView()) {
+            // A second that is over is told of, although nobody came to do so in time.
+            if (viewableAt && *viewableAt > now) viewableAt.reset();
+        } else if (!viewable && !viewableAt) {
+            viewableAt = now + kViewableAfter;
+        }
+    }
+
+    std::optional<Time> refreshAt() const {
+        const bool refreshes = refreshInterval > 0s && !isInterstitial() && mayRetry;
+        if (!refreshes || !exposedSince || askAt || state == State::empty) return std::nullopt;
+        return *exposedSince + (wait() - exposure);
+    }
+
+    std::optional<Time> timeoutAt() const {
+        if (!request || timeout == 0s) return std::nullopt;
+        return request->startedAt + timeout;
+    }
+
+    std::optional<Time> nextWake() const {
+        std::optional<Time> next;
+        for (const auto& time : {askAt, viewableAt, timeoutAt(), refreshAt()})
+            if (time && (!next || *time < *next)) next = time;
+        return next;
+    }
+
+    void tellNextWake() {
+        const auto next = nextWake();
+        if (std::exchange(toldWake, next) != next) tell(delegate.nextWakeChanged);
+    }
+
+    void wake() {
+        toldWake.reset();
+        const auto isDue = [this](std::optional<Time> time) {
+            return !closed && time && *time <= clock();
+        };
+        if (isDue(viewableAt)) tellViewable();
+        if (isDue(timeoutAt())) timeOut();
+        if (isDue(refreshAt())) askAt = clock();
+        if (isDue(askAt)) ask();
+        tellNextWake();
+    }
+
+    void tellViewable() {
+        viewableAt.reset();
+        viewable = true;
+        tell(delegate.becameViewable);
+    }
+
+    void timeOut() {
+        ++number;
+        const Failure reason{kTimedOut, "TimedOut"};
+        fail(reason);
+        tell(delegate.failed, reason);
+    }
+
+    // What becomes of a request.
+
+    void ask() {
+        askAt.reset();
+        failure.reset();
+        mayRetry = true;
+        const int asked = ++number;
+        request = Request{asked, clock(), nullptr};
+        restartExposure();
+        setState(stateWithoutAd(State::loading));
+        if (closed || !isCurrent(asked)) return;
+
+        auto made = makeView(asked);
+        // The host may have heard of an error already.
+        if (closed || !isCurrent(asked)) return;
+        kind = made->viewType();
+        if (isInterstitial()) made->setFrame({{0, 0}, screenSize});
+        request->view = std::move(made);
+    }
+
+    bool isCurrent(int asked) const { return request && request->number == asked; }
+
+    std::shared_ptr<VexmoraView> makeView(int asked) {
+        const auto hears = delegateFor(asked);
+        const auto& [container, adSize, adType, viewType] = placement;
+        if (!adSize.empty()) return VexmoraViewFactory::createView(container, adSize, hears);
+        if (adType) return VexmoraViewFactory::createView(container, *adType, hears);
+        return VexmoraViewFactory::createView(container, *viewType, hears);
+    }
+
+    std::shared_ptr<VexmoraDelegate> delegateFor(int asked) {
+        const std::weak_ptr<Impl> slot = weak_from_this();
+        const auto handOn = [slot](std::function<void(VexmoraView&)> VexmoraDelegate::*operation) {
+            return [slot, operation](VexmoraView& view) {
+                if (const auto self = slot.lock()) self->tell(self->delegate.*operation, view);
+            };
+        };
+        const auto heard = std::make_shared<VexmoraDelegate>();
+        heard->willShowScreen = handOn(&VexmoraDelegate::willShowScreen);
+        heard->willDismissScreen = handOn(&VexmoraDelegate::willDismissScreen);
+        heard->didDismissScreen = handOn(&VexmoraDelegate::didDismissScreen);
+        heard->willLeaveApplication = handOn(&VexmoraDelegate::willLeaveApplication);
+        heard->didReceiveAd = [slot, asked](VexmoraView&) {
+            if (const auto self = slot.lock()) self->receive(asked);
+        };
+        heard->didHaveError = [slot, asked](VexmoraView& view, const VexmoraError& error) {
+            auto& queue = unwrap(platform::MainQueue::main());
+            if (queue.isMainThread()) {
+                if (const auto self = slot.lock()) self->hearError(asked, view, error);
+                return;
+            }
+            const auto held = std::static_pointer_cast<VexmoraView>(view.shared_from_this());
+            queue.async([slot, asked, held, error] {
+                if (const auto self = slot.lock()) self->hearError(asked, *held, error);
+            });
+        };
+        return heard;
+    }
+
+    void receive(int asked) {
+        if (closed || !isCurrent(asked)) return;
+        // The next ad ends what the former one had still to tell.
+        if (viewableAt && *viewableAt <= clock()) tellViewable();
+        if (closed || !isCurrent(asked)) return;
+
+        shown = std::exchange(request, {})->view;
+        ad = contentOf(*shown);
+        drawnAt = clock();
+        failures = 0;
+        viewable = false;
+        viewableAt.reset();
+        if (isInterstitial()) visibleFraction = 0;
+        restartExposure();
+        const auto drawn = shown;
+        const bool isFirst = std::exchange(state, State::ready) != State::ready;
+        visibilityChanged();
+        if (isFirst) tell(delegate.stateChanged);
+        if (shown == drawn) tell(delegate.didReceiveAd, *drawn);
+        tellNextWake();
+    }
+
+    void hearError(int asked, VexmoraView& about, const VexmoraError& error) {
+        // The second error of a request is handed on as well.
+        if (closed || asked != number) return;
+        const bool isFirst = isCurrent(asked);
+        const Failure reason{error.code(), descriptionOf(error)};
+        if (isFirst) {
+            const auto code = static_cast<VexmoraErrorCodes>(error.code());
+            mayRetry = code != VexmoraErrorCodes::InvalidAdTypeError;
+            fail(reason);
+        }
+        tell(delegate.didHaveError, about, error);
+        if (isFirst) tell(delegate.failed, reason);
+        tellNextWake();
+    }
+
+    void fail(Failure reason) {
+        request.reset();
+        failure = std::move(reason);
+        ++failures;
+        restartExposure();
+        setState(stateWithoutAd(State::failed));
+    }
+
+    void setPlacement(Placement next) {
+        if (next == placement) return;
+        placement = std::move(next);
+        ++number;
+        request.reset();
+        shown.reset();
+        ad.reset();
+        drawnAt.reset();
+        failure.reset();
+        failures = 0;
+        viewable = false;
+        viewableAt.reset();
+        kind.reset();
+        askAt = placement.isComplete() ? std::optional(clock()) : std::nullopt;
+        setState(askAt ? State::loading : State::empty);
+        tellNextWake();
+    }
+
+    void reload() {
+        if (!placement.isComplete()) return;
+        askAt = clock();
+        failure.reset();
+        setState(stateWithoutAd(State::loading));
+        tellNextWake();
+    }
+
+    const Delegate delegate;
+    bool closed = false;
+    std::function<Time()> clock = deviceTime;
+
+    Placement placement;
+    platform::Size screenSize;
+    Duration expiresAfter = 1h;
+    Duration refreshInterval{0};
+    Duration timeout = 1min;
+    double visibleFraction = 0;
+    bool active = true;
+
+    State state = State::empty;
+    std::optional<Time> askAt;
+    /// Of the request that was made last; errors of former ones are not heard.
+    int number = 0;
+    std::optional<Request> request;
+    /// What the last request asked for.
+    std::optional<VexmoraViewType> kind;
+    std::optional<Failure> failure;
+    /// How many requests have failed since one brought an ad.
+    int failures = 0;
+    bool mayRetry = true;
+
+    std::shared_ptr<VexmoraView> shown;
+    std::optional<Ad> ad;
+    std::optional<Time> drawnAt;
+    bool viewable = false;
+    /// When the ad will have been in view for long enough, unless it goes out of view before.
+    std::optional<Time> viewableAt;
+    /// How long the placement was exposed since the last request began or ended, but for the time
+    /// since `exposedSince`.
+    Time::duration exposure{};
+    std::optional<Time> exposedSince;
+
+    std::optional<Time> toldWake;
+};
+
+AdSlot::AdSlot(Delegate delegate) noexcept : impl_(std::make_shared<Impl>(std::move(delegate))) {}
+
+AdSlot::~AdSlot() {
+    impl_->closed = true;
+}
+
+const AdSlot::Placement& AdSlot::placement() const {
+    return impl_->placement;
+}
+
+void AdSlot::setPlacement(Placement placement) noexcept {
+    const auto held = impl_;
+    held->setPlacement(std::move(placement));
+}
+
+void AdSlot::reload() noexcept {
+    const auto held = impl_;
+    held->reload();
+}
+
+AdSlot::State AdSlot::state() const {
+    return impl_->state;
+}
+
+const std::shared_ptr<VexmoraView>& AdSlot::view() const {
+    return impl_->shown;
+}
+
+const std::optional<AdSlot::Ad>& AdSlot::ad() const {
+    return impl_->ad;
+}
+
+void AdSlot::open() noexcept {
+    const auto view = impl_->shown;
+    // Interstitials do not answer.
+    if (view && view->respondsTo(Utils::handleTapCallbackSelector))
+        view->perform(Utils::handleTapCallbackSelector, nullptr);
+}
+
+bool AdSlot::isViewable() const {
+    return impl_->viewable;
+}
+
+const std::optional<AdSlot::Failure>& AdSlot::failure() const {
+    return impl_->failure;
+}
+
+std::optional<AdSlot::Duration> AdSlot::age() const {
+    if (!impl_->drawnAt) return std::nullopt;
+    return std::chrono::floor<Duration>(impl_->clock() - *impl_->drawnAt);
+}
+
+AdSlot::Duration AdSlot::expiresAfter() const {
+    return impl_->expiresAfter;
+}
+
+void AdSlot::setExpiresAfter(Duration age) {
+    impl_->expiresAfter = std::max(age, Duration::zero());
+}
+
+bool AdSlot::isPresentable() const {
+    if (!view() || view()->viewType() != VexmoraViewType::interstitial) return false;
+    return expiresAfter() == 0s || *age() < expiresAfter();
+}
+
+AdSlot::Duration AdSlot::refreshInterval() const {
+    return impl_->refreshInterval;
+}
+
+void AdSlot::setRefreshInterval(Duration interval) noexcept {
+    const auto held = impl_;
+    held->refreshInterval = interval > 0s ? std::max(interval, kMinRefreshInterval) : 0s;
+    held->tellNextWake();
+}
+
+AdSlot::Duration AdSlot::timeout() const {
+    return impl_->timeout;
+}
+
+void AdSlot::setTimeout(Duration timeout) noexcept {
+    const auto held = impl_;
+    held->timeout = std::max(timeout, Duration::zero());
+    held->tellNextWake();
+}
+
+double AdSlot::visibleFraction() const {
+    return impl_->visibleFraction;
+}
+
+void AdSlot::setVisibleFraction(double fraction) noexcept {
+    if (fraction == impl_->visibleFraction) return;
+    const auto held = impl_;
+    held->visibleFraction = fraction;
+    held->visibilityChanged();
+    held->tellNextWake();
+}
+
+bool AdSlot::isActive() const {
+    return impl_->active;
+}
+
+void AdSlot::setActive(bool active) noexcept {
+    const auto held = impl_;
+    held->active = active;
+    held->visibilityChanged();
+    held->tellNextWake();
+}
+
+platform::Size AdSlot::screenSize() const {
+    return impl_->screenSize;
+}
+
+void AdSlot::setScreenSize(platform::Size size) {
+    impl_->screenSize = size;
+}
+
+std::optional<AdSlot::Duration> AdSlot::untilNextWake() const {
+    const auto next = impl_->nextWake();
+    if (!next) return std::nullopt;
+    return std::max(std::chrono::ceil<Duration>(*next - impl_->clock()), Duration::zero());
+}
+
+void AdSlot::wake() noexcept {
+    const auto held = impl_;
+    held->wake();
+}
+
+void AdSlot::setClock(std::function<Time()> clock) {
+    impl_->clock = std::move(clock);
+}
+
+}  // namespace VexmoraSDK
