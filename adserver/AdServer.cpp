@@ -19,10 +19,10 @@ namespace {
 
 namespace json = boost::json;
 
-constexpr std::size_t logLimit = 10'000;
-constexpr std::size_t answersShown = 100;
+constexpr std::size_t kMaxLoggedRequests = 10'000;
+constexpr std::size_t kMaxAnswersShown = 100;
 
-constexpr char landingPage[] = R"(<!DOCTYPE html>
+constexpr char kLandingPage[] = R"(<!DOCTYPE html>
 <html lang="en">
 <meta charset="utf-8">
 <meta name="viewport" content="width=device-width">
@@ -68,14 +68,14 @@ AdServer::Request logged(const httplib::Request& request) {
                        [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
         entry.headers.emplace(std::move(lowerCase), value);
     }
-    // httplib's own additions
+    // httplib adds these to the headers of the client.
     for (const char* name : {"remote_addr", "remote_port", "local_addr", "local_port"}) {
         entry.headers.erase(name);
     }
     return entry;
 }
 
-/// A catalogue whose creatives all have names, with their pictures by file name.
+/// A catalogue in which all creatives have names, and its pictures by file name.
 struct Stock {
     explicit Stock(Catalog catalogToServe) : catalog(std::move(catalogToServe)) {
         for (Creative& creative : catalog.creatives)
@@ -113,7 +113,7 @@ struct AdServer::Site {
                  [this](const auto& request, auto& response) { sendPicture(request, response); });
         http.Get("/landing/.*", [this](const httplib::Request& request, auto& response) {
             note(request, "landing page");
-            response.set_content(landingPage, "text/html");
+            response.set_content(kLandingPage, "text/html");
         });
         http.set_error_handler([this](const httplib::Request& request, auto& response) {
             if (request.matches.empty()) note(request, "status " + std::to_string(response.status));
@@ -132,10 +132,10 @@ struct AdServer::Site {
                 response.set_content(text.data(), text.size(), type);
             });
         };
-        serve("/", WebPage::html, "text/html; charset=utf-8");
-        serve("/page/style\\.css", WebPage::style, "text/css; charset=utf-8");
-        serve("/page/script\\.js", WebPage::script, "text/javascript; charset=utf-8");
-        serve("/page/icon\\.svg", WebPage::icon, "image/svg+xml");
+        serve("/", WebPage::kHtml, "text/html; charset=utf-8");
+        serve("/page/style\\.css", WebPage::kStyle, "text/css; charset=utf-8");
+        serve("/page/script\\.js", WebPage::kScript, "text/javascript; charset=utf-8");
+        serve("/page/icon\\.svg", WebPage::kIcon, "image/svg+xml");
         http.Get("/page/state\\.json", [this](const httplib::Request&, auto& response) {
             response.set_header("Cache-Control", "no-store");
             response.set_content(json::serialize(state()), "application/json");
@@ -157,10 +157,15 @@ struct AdServer::Site {
     }
 
     std::string reload(const std::filesystem::path& file) {
+        std::shared_ptr<const Stock> fresh;
         std::string mistakes;
-        std::optional<Catalog> catalog = Catalog::load(file, mistakes);
+        try {
+            fresh = std::make_shared<const Stock>(Catalog::load(file));
+        } catch (const std::exception& error) {
+            mistakes = error.what();
+        }
         const std::lock_guard lock(mutex);
-        if (catalog) stock = std::make_shared<const Stock>(*std::move(catalog));
+        if (fresh) stock = std::move(fresh);
         problem = mistakes;
         return mistakes;
     }
@@ -169,10 +174,10 @@ struct AdServer::Site {
         {
             const std::lock_guard lock(mutex);
             log.push_back(logged(request));
-            if (log.size() > logLimit) log.pop_front();
+            if (log.size() > kMaxLoggedRequests) log.pop_front();
         }
         arrived.notify_all();
-        // httplib compresses for whoever accepts it. Ads are too small for that to pay.
+        // httplib compresses if the client accepts it; ads are too small to gain from that.
         request.headers.erase("Accept-Encoding");
         if (!isOfPage(request)) HttpServer::connection().wait(options.latency);
     }
@@ -187,7 +192,7 @@ struct AdServer::Site {
         if (options.onAnswer) options.onAnswer(answer);
         const std::lock_guard lock(mutex);
         answers.push_front(answer);
-        if (answers.size() > answersShown) answers.pop_back();
+        if (answers.size() > kMaxAnswersShown) answers.pop_back();
     }
 
     void sendAds(const httplib::Request& request, httplib::Response& response) {
@@ -206,7 +211,7 @@ struct AdServer::Site {
         for (const Creative* creative : candidates)
             ads.push_back(record(*creative, fault));
         Exchange exchange{
-            request,   response, doors, "application/json", ads.empty() ? "[]" : fault.compose(ads),
+            request,   response, ports, "application/json", ads.empty() ? "[]" : fault.compose(ads),
             "no-store"};
         fault.ads->send(exchange);
     }
@@ -222,17 +227,17 @@ struct AdServer::Site {
         const std::string container = request.get_param_value("container");
         const Fault fault = Fault::of(container);
         note(request, fault.spoilsPicture() ? container : "picture " + picture->first);
-        // For a minute, which is how late a client sees another picture of that name.
+        // A client sees a picture that has changed under its name a minute later at most.
         Exchange exchange{request,
                           response,
-                          doors,
+                          ports,
                           contentType(picture->second),
                           contents(picture->second),
                           fault.spoilsPicture() ? "no-store" : "max-age=60"};
         fault.picture->send(exchange);
     }
 
-    /// Puts another candidate first each time that the same thing is asked for.
+    /// Puts another candidate first each time that the same request comes.
     void takeTurns(std::vector<const Creative*>& candidates, const std::string& asked) {
         if (candidates.empty()) return;
         const std::lock_guard lock(mutex);
@@ -248,7 +253,7 @@ struct AdServer::Site {
         json::object record{{"adTypeId", creative.adTypeId},
                             {"clickUrl", (onThisServer ? address : "") + creative.clickUrl},
                             {"bannerUrl", picture}};
-        if (creative.adTypeId == Creative::native) {
+        if (creative.adTypeId == Creative::kNativeAdType) {
             record["title"] = creative.title;
             record["description"] = creative.description;
             record["displayName"] = creative.displayName;
@@ -256,7 +261,7 @@ struct AdServer::Site {
         return record;
     }
 
-    /// What the page shows.
+    /// What the web page shows.
     json::object state() {
         json::array ads;
         json::array recent;
@@ -298,13 +303,13 @@ struct AdServer::Site {
     std::mutex mutex;
     std::condition_variable arrived;
     std::shared_ptr<const Stock> stock;
-    std::string problem;  // of the catalogue that could not be used
+    std::string problem;  // mistakes of the catalogue that could not be used
     std::deque<Request> log;
-    std::deque<Answer> answers;  // latest first
+    std::deque<Answer> answers;  // the latest first
     std::map<std::string, std::size_t> turns;
 
-    ClosedDoors doors;
-    HttpServer http;  // its threads use all the above
+    UnreachablePorts ports;
+    HttpServer http;  // the last member, because its threads use all others
 };
 
 AdServer::AdServer(Catalog catalog) : AdServer(std::move(catalog), Options{}) {}

@@ -6,29 +6,30 @@
 #include <fstream>
 #include <initializer_list>
 #include <iterator>
+#include <stdexcept>
 
-#include "adserver/LinedJson.h"
+#include "adserver/JsonWithLines.h"
 
 namespace VexmoraSDK {
 namespace {
 
-constexpr std::array adTypes{Creative::native, 14L, 15L, 77L, 79L, 83L, 84L};
-constexpr std::array pictureExtensions{".png", ".jpg", ".jpeg", ".webp"};
+constexpr std::array kAdTypes{Creative::kNativeAdType, 14L, 15L, 77L, 79L, 83L, 84L};
+constexpr std::array kPictureExtensions{".png", ".jpg", ".jpeg", ".webp"};
 
 template <typename Range, typename T>
 bool contains(const Range& range, const T& value) {
     return std::find(std::begin(range), std::end(range), value) != std::end(range);
 }
 
-/// Whether an address can hold the name as it is.
+/// Whether the name needs no percent-encoding in a URL.
 bool isPlain(const std::string& name) {
     return std::all_of(name.begin(), name.end(), [](unsigned char c) {
         return std::isalnum(c) || c == '-' || c == '_' || c == '.';
     });
 }
 
-/// Whether a text is an address with a scheme, or a path on the server.
-bool leadsSomewhere(const std::string& address) {
+/// Whether a text is a URL with a scheme, or a path on the server.
+bool isUrlOrPath(const std::string& address) {
     const auto end = std::find_if_not(address.begin(), address.end(), [](unsigned char c) {
         return std::isalnum(c) || c == '+' || c == '-' || c == '.';
     });
@@ -50,44 +51,45 @@ class Reader {
         }
         const std::string text{std::istreambuf_iterator<char>(stream), {}};
         try {
-            readSections(LinedJson::parse(text));
-        } catch (const LinedJson::Error& error) {
+            readSections(JsonWithLines::parse(text));
+        } catch (const JsonWithLines::Error& error) {
             complain(':' + std::to_string(error.line), error.what());
         }
         return std::move(catalog_);
     }
 
-    /// One a line; empty when there are none.
+    /// All mistakes, one on each line; empty when there are none.
     const std::string& mistakes() const { return mistakes_; }
 
  private:
-    using Kind = LinedJson::Kind;
+    using Kind = JsonWithLines::Kind;
 
     void complain(const std::string& line, const std::string& what) {
         if (!mistakes_.empty()) mistakes_ += '\n';
         mistakes_ += file_.string() + line + ": " + what;
     }
 
-    void complain(const LinedJson& value, const std::string& place, const std::string& what) {
+    void complain(const JsonWithLines& value, const std::string& place, const std::string& what) {
         complain(':' + std::to_string(value.line), place.empty() ? what : place + ": " + what);
     }
 
-    bool expect(bool fulfilled, const LinedJson& value, const std::string& place,
+    bool expect(bool fulfilled, const JsonWithLines& value, const std::string& place,
                 const std::string& what) {
         if (!fulfilled) complain(value, place, "expected " + what + ", not " + value.description());
         return fulfilled;
     }
 
-    /// Each name once, and where `known` is given, none but those.
-    bool expectObject(const LinedJson& value, const std::string& place,
+    /// Complains unless `value` is an object with unique names, all of them in `known` if that is
+    /// not empty. Returns whether it is an object.
+    bool expectObject(const JsonWithLines& value, const std::string& place,
                       std::initializer_list<std::string_view> known = {}) {
         if (!expect(value.kind == Kind::object, value, place, "an object")) return false;
         std::string allNames;
         for (const std::string_view name : known)
             allNames.append(allNames.empty() ? "" : ", ").append(name);
-        for (const LinedJson& member : value.values) {
+        for (const JsonWithLines& member : value.values) {
             const std::string inner = within(place, member.name);
-            const LinedJson* const first = value.member(member.name);
+            const JsonWithLines* const first = value.member(member.name);
             if (first != &member) {
                 complain(member, inner,
                          "expected once, but line " + std::to_string(first->line) + " has it too");
@@ -98,36 +100,36 @@ class Reader {
         return true;
     }
 
-    const LinedJson* need(const LinedJson& parent, const std::string& place, std::string_view name,
-                          const std::string& what) {
-        const LinedJson* const value = parent.member(name);
+    const JsonWithLines* need(const JsonWithLines& parent, const std::string& place,
+                              std::string_view name, const std::string& what) {
+        const JsonWithLines* const value = parent.member(name);
         if (!value) complain(parent, within(place, name), "expected " + what + ", found nothing");
         return value;
     }
 
-    std::string text(const LinedJson& parent, const std::string& place, std::string_view name,
+    std::string text(const JsonWithLines& parent, const std::string& place, std::string_view name,
                      const std::string& what = "a text") {
-        const LinedJson* const value = need(parent, place, name, what);
+        const JsonWithLines* const value = need(parent, place, name, what);
         const bool given = value && expect(value->kind == Kind::string && !value->text.empty(),
                                            *value, within(place, name), what);
         return given ? value->text : "";
     }
 
-    void readSections(const LinedJson& root) {
+    void readSections(const JsonWithLines& root) {
         if (!expectObject(root, "", {"creatives", "placements"})) return;
-        const LinedJson* const creatives = need(root, "", "creatives", "an object");
-        const LinedJson* const placements = need(root, "", "placements", "an object");
+        const JsonWithLines* const creatives = need(root, "", "creatives", "an object");
+        const JsonWithLines* const placements = need(root, "", "placements", "an object");
         if (creatives && expectObject(*creatives, "creatives")) {
-            for (const LinedJson& value : creatives->values)
+            for (const JsonWithLines& value : creatives->values)
                 readCreative(value, within("creatives", value.name));
         }
         if (placements && expectObject(*placements, "placements")) {
-            for (const LinedJson& value : placements->values)
+            for (const JsonWithLines& value : placements->values)
                 readPlacement(value, within("placements", value.name));
         }
     }
 
-    void readCreative(const LinedJson& value, const std::string& place) {
+    void readCreative(const JsonWithLines& value, const std::string& place) {
         Creative& creative = catalog_.creatives.emplace_back();
         creative.name = value.name;
         if (!expectObject(
@@ -138,44 +140,44 @@ class Reader {
         creative.adTypeId = adType(value, place);
         creative.clickUrl = clickUrl(value, place);
         creative.picture = picture(value, place);
-        if (creative.adTypeId == Creative::native) {
+        if (creative.adTypeId == Creative::kNativeAdType) {
             creative.title = text(value, place, "title");
             creative.description = text(value, place, "description");
             creative.displayName = text(value, place, "displayName");
             return;
         }
         for (const char* name : {"title", "description", "displayName"}) {
-            const LinedJson* const extra = value.member(name);
+            const JsonWithLines* const extra = value.member(name);
             if (extra) complain(*extra, within(place, name), "expected of native ads only");
         }
     }
 
-    long adType(const LinedJson& parent, const std::string& place) {
+    long adType(const JsonWithLines& parent, const std::string& place) {
         const std::string what = "one of 1, 14, 15, 77, 79, 83, 84";
-        const LinedJson* const value = need(parent, place, "adTypeId", what);
+        const JsonWithLines* const value = need(parent, place, "adTypeId", what);
         if (!value) return 0;
-        expect(value->kind == Kind::integer && contains(adTypes, value->integer), *value,
+        expect(value->kind == Kind::integer && contains(kAdTypes, value->integer), *value,
                within(place, "adTypeId"), what);
         return value->integer;
     }
 
-    std::string clickUrl(const LinedJson& parent, const std::string& place) {
+    std::string clickUrl(const JsonWithLines& parent, const std::string& place) {
         const std::string what = "an address, or a path that begins with \"/\"";
         std::string address = text(parent, place, "clickUrl", what);
         if (!address.empty()) {
-            expect(leadsSomewhere(address), *parent.member("clickUrl"), within(place, "clickUrl"),
+            expect(isUrlOrPath(address), *parent.member("clickUrl"), within(place, "clickUrl"),
                    what);
         }
         return address;
     }
 
-    std::filesystem::path picture(const LinedJson& parent, const std::string& place) {
+    std::filesystem::path picture(const JsonWithLines& parent, const std::string& place) {
         const std::filesystem::path folder = file_.parent_path() / "pictures";
         const std::filesystem::path name = text(parent, place, "picture", "a file name");
         if (name.empty()) return {};
-        const LinedJson& value = *parent.member("picture");
+        const JsonWithLines& value = *parent.member("picture");
         const std::string here = within(place, "picture");
-        if (expect(isPlain(name.native()) && contains(pictureExtensions, name.extension()), value,
+        if (expect(isPlain(name.native()) && contains(kPictureExtensions, name.extension()), value,
                    here,
                    "the name of a .png, .jpg, .jpeg or .webp file, of letters, digits, '-', '_' "
                    "and '.' only")) {
@@ -186,11 +188,11 @@ class Reader {
         return folder / name;
     }
 
-    void readPlacement(const LinedJson& value, const std::string& place) {
+    void readPlacement(const JsonWithLines& value, const std::string& place) {
         std::vector<Creative>& placement = catalog_.placements[value.name];
         if (!expect(value.kind == Kind::array, value, place, "an array of names of creatives"))
             return;
-        for (const LinedJson& name : value.values) {
+        for (const JsonWithLines& name : value.values) {
             const auto found =
                 std::find_if(catalog_.creatives.begin(), catalog_.creatives.end(),
                              [&](const Creative& creative) { return creative.name == name.text; });
@@ -212,11 +214,10 @@ class Reader {
 
 }  // namespace
 
-std::optional<Catalog> Catalog::load(const std::filesystem::path& file, std::string& error) {
+Catalog Catalog::load(const std::filesystem::path& file) {
     Reader reader(file);
     Catalog catalog = reader.read();
-    error = reader.mistakes();
-    if (!error.empty()) return std::nullopt;
+    if (!reader.mistakes().empty()) throw std::runtime_error(reader.mistakes());
     return catalog;
 }
 

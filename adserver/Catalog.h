@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <map>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,35 +10,36 @@ namespace VexmoraSDK {
 
 /// One ad that the server can hand out.
 struct Creative {
-    static constexpr long native = 1;  ///< The ad type whose ads have texts.
+    static constexpr long kNativeAdType = 1;  ///< The only ad type whose ads have texts.
 
     long adTypeId = 0;
-    std::string clickUrl;           ///< Absolute, or a path on the server itself ("/landing/tea").
-    std::filesystem::path picture;  ///< PNG, JPEG or WebP. Pictures differ in their file names.
-    std::string title{};            ///< Native ads only, as are the two below.
+    std::string clickUrl;           ///< An absolute URL, or a path on this server ("/landing/tea").
+    std::filesystem::path picture;  ///< A PNG, JPEG or WebP file; file names are unique.
+    std::string title{};            ///< This and the next two are for native ads only.
     std::string description{};
     std::string displayName{};
-    std::string name{};  ///< In the catalogue; the server makes one up where there is none.
+    std::string name{};  ///< Its name in the catalogue; if empty, the server uses the picture's.
 };
 
-/// What the server has to offer.
+/// All ads of a server.
 struct Catalog {
-    /// Everything, in order of preference.
+    /// All ads; where several suit a request, the first comes first.
     std::vector<Creative> creatives;
-    /// The creatives of those containers that have a choice of their own.
+    /// The ads of those containers that have a list of their own.
     std::map<std::string, std::vector<Creative>, std::less<>> placements;
 
-    /// Reads a catalogue; adserver/README.md describes the format. Absent when the file cannot be
-    /// used; `error` then names each mistake on a line: file, line, place, what was expected.
-    static std::optional<Catalog> load(const std::filesystem::path& file, std::string& error);
+    /// Reads a catalogue; adserver/README.md describes the format. Throws std::runtime_error when
+    /// the file cannot be used, with a line for each mistake: file, line, member, what was
+    /// expected.
+    static Catalog load(const std::filesystem::path& file = defaultFile());
 
-    /// The catalogue that comes with the server:
-    /// ../share/vexmora-adserver/catalog.json, seen from the running program's folder.
+    /// The catalogue that is shipped with the server: ../share/vexmora-adserver/catalog.json,
+    /// relative to the folder of the running program.
     static std::filesystem::path defaultFile();
 
-    /// The ads that suit a request, best first: those of the placement whose type is accepted;
-    /// where the container is no placement, those of the first accepted type that there is. They
-    /// live as long as the catalogue stays unchanged.
+    /// The ads that suit a request, best first. If the container is a placement, these are its ads
+    /// of the accepted types; otherwise all ads of the first accepted type that the catalogue has.
+    /// The pointers are valid as long as the catalogue stays unchanged.
     std::vector<const Creative*> candidates(std::string_view container,
                                             const std::vector<long>& acceptedTypes) const;
 };

@@ -26,7 +26,7 @@ CatalogWatch::~CatalogWatch() {
 }
 
 void CatalogWatch::watchFolders() {
-    // A file that is only created is not written yet; a folder is there at once.
+    // Only of a folder is the creation worth noticing: a file is written after it was created.
     inotify_add_watch(descriptor_, file_.parent_path().c_str(), kChanges | IN_CREATE);
     picturesWatch_ = inotify_add_watch(descriptor_, pictures_.c_str(), kChanges);
 }

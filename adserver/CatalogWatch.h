@@ -4,7 +4,7 @@
 
 namespace VexmoraSDK {
 
-/// Notices when a catalogue or the pictures beside it are written, replaced or removed.
+/// Notices when a catalogue, or a picture in the folder beside it, is written, replaced or removed.
 class CatalogWatch {
  public:
     /// `file` must be absolute.
@@ -13,9 +13,10 @@ class CatalogWatch {
     CatalogWatch(const CatalogWatch&) = delete;
     CatalogWatch& operator=(const CatalogWatch&) = delete;
 
-    /// Readable when something may have changed; -1 where the system watches no files.
+    /// A file descriptor that is readable when something may have changed; -1 if files cannot be
+    /// watched.
     int descriptor() const { return descriptor_; }
-    /// Whether something has changed since the last call. Does not block.
+    /// Whether something has changed since the last call. It does not block.
     bool changed();
 
  private:

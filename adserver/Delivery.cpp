@@ -18,7 +18,7 @@ std::string half(const Exchange& exchange) {
     return exchange.body.substr(0, exchange.body.size() / 2);
 }
 
-/// A header of the answer whose value is a number.
+/// A header whose value is a number.
 std::string header(const char* name, std::size_t value) {
     return std::string(name) + ": " + std::to_string(value) + "\r\n";
 }
@@ -27,7 +27,7 @@ std::string length(const Exchange& exchange) {
     return header("Content-Length", exchange.body.size());
 }
 
-/// Status line and headers, the given ones included.
+/// The status line and the headers, the given ones included.
 std::string head(const Exchange& exchange, const std::string& headers) {
     return "HTTP/1.1 200 OK\r\nContent-Type: " + exchange.contentType + "\r\n" + headers + "\r\n";
 }
@@ -41,25 +41,25 @@ std::string chunked(const Exchange& exchange, std::string_view firstSize) {
            chunk("0", "");
 }
 
-void finishWith(const std::string& bytes) {
-    client().say(bytes);
-    client().hangUp();
+void sendAndClose(const std::string& bytes) {
+    client().sendAll(bytes);
+    client().close();
 }
 
-void stallAfter(const std::string& bytes) {
-    client().say(bytes);
+void sendAndStall(const std::string& bytes) {
+    client().sendAll(bytes);
     client().wait();
-    client().hangUp();
+    client().close();
 }
 
-void goOnWith(const std::string& beginning, const std::string& more) {
-    client().say(beginning);
-    while (client().say(more)) {
+void sendWithoutEnd(const std::string& beginning, const std::string& more) {
+    client().sendAll(beginning);
+    while (client().sendAll(more)) {
     }
-    client().hangUp();
+    client().close();
 }
 
-/// Whoever has it already, and asks whether it has changed, is told that it has not.
+/// A conditional request whose validator still matches is answered with 304.
 void whole(Exchange& exchange) {
     httplib::Response& response = exchange.response;
     response.set_header("Cache-Control", exchange.cacheControl);
@@ -80,7 +80,7 @@ void inChunks(Exchange& exchange, const std::string& more) {
         });
 }
 
-/// What a compressor makes of the bytes, to be followed by more of them or not.
+/// The bytes, compressed by zlib; `flush` decides whether more may follow.
 std::string deflated(const std::string& bytes, int windowBits, int flush) {
     z_stream stream{};
     deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, windowBits, 8, Z_DEFAULT_STRATEGY);
@@ -101,25 +101,25 @@ std::string gzipped(const std::string& bytes) {
 
 constexpr auto kGzip = "Content-Encoding: gzip\r\n";
 
-// A megabyte of blanks after the other, a kilobyte each on the way.
+// Each megabyte of blanks is one kilobyte when it is compressed.
 void gzipBomb(Exchange& exchange) {
     const std::string blanks(std::size_t{1} << 20, ' ');
-    goOnWith(head(exchange, kGzip) + deflated(exchange.body, MAX_WBITS + 16, Z_FULL_FLUSH),
-             deflated(blanks, -MAX_WBITS, Z_FULL_FLUSH));
+    sendWithoutEnd(head(exchange, kGzip) + deflated(exchange.body, MAX_WBITS + 16, Z_FULL_FLUSH),
+                   deflated(blanks, -MAX_WBITS, Z_FULL_FLUSH));
 }
 
 void dribble(Exchange& exchange) {
-    client().say(head(exchange, length(exchange)));
+    client().sendAll(head(exchange, length(exchange)));
     for (const char byte : exchange.body) {
         client().wait(std::chrono::seconds(1));
-        if (!client().say({&byte, 1})) break;
+        if (!client().sendAll({&byte, 1})) break;
     }
-    client().hangUp();
+    client().close();
 }
 
-/// To a place instead of this one.
-void sendTo(Exchange& exchange, const std::string& place) {
-    exchange.response.set_redirect(place + exchange.request.path);
+/// Redirects to the same path on another server.
+void redirectTo(Exchange& exchange, const std::string& server) {
+    exchange.response.set_redirect(server + exchange.request.path);
 }
 
 void redirect(Exchange& exchange) {
@@ -127,7 +127,7 @@ void redirect(Exchange& exchange) {
     exchange.response.set_redirect(request.path + "?types=" + request.get_param_value("types"));
 }
 
-/// Redirects to itself so many times.
+/// Redirects to the same address `times` times, then delivers the response.
 void redirectTimes(Exchange& exchange, std::size_t times) {
     const std::string hops = exchange.request.get_param_value("hops");
     if (hops.size() == times) return whole(exchange);
@@ -137,7 +137,7 @@ void redirectTimes(Exchange& exchange, std::size_t times) {
 constexpr Delivery kGood{"", whole};
 
 constexpr Delivery kBad[] = {
-    // A proper answer, but not the wished one.
+    // These are valid responses without an ad or a picture.
     {"status-404", [](Exchange& e) { e.response.status = 404; }},
     {"status-500", [](Exchange& e) { e.response.status = 500; }},
     {"status-204", [](Exchange& e) { e.response.status = 204; }},
@@ -145,14 +145,14 @@ constexpr Delivery kBad[] = {
     {"status-206",
      [](Exchange& e) {
          const std::string part = half(e);
-         finishWith("HTTP/1.1 206 Partial Content\r\nContent-Range: bytes 0-" +
-                    std::to_string(part.size() - 1) + "/" + std::to_string(e.body.size()) + "\r\n" +
-                    header("Content-Length", part.size()) + "\r\n" + part);
+         sendAndClose("HTTP/1.1 206 Partial Content\r\nContent-Range: bytes 0-" +
+                      std::to_string(part.size() - 1) + "/" + std::to_string(e.body.size()) +
+                      "\r\n" + header("Content-Length", part.size()) + "\r\n" + part);
      }},
     {"empty-body", [](Exchange& e) { e.response.set_content("", e.contentType); }},
     {"garbage", [](Exchange& e) { e.response.set_content("Out. Back at two.", e.contentType); }},
 
-    // Good in the end.
+    // These deliver the whole response.
     {"slow",
      [](Exchange& e) {
          client().wait(std::chrono::milliseconds(300));
@@ -171,82 +171,87 @@ constexpr Delivery kBad[] = {
      }},
     {"redirect", redirect},
     {"redirect-chain", [](Exchange& e) { redirectTimes(e, 20); }},
-    {"until-closed", [](Exchange& e) { finishWith(head(e, "") + e.body); }},
+    {"until-closed", [](Exchange& e) { sendAndClose(head(e, "") + e.body); }},
 
-    // No connection.
-    {"refused", [](Exchange& e) { sendTo(e, "http://127.0.0.1:1"); }},
-    {"unresolved", [](Exchange& e) { sendTo(e, "http://pictures.invalid"); }},
-    {"stall-connect", [](Exchange& e) { sendTo(e, "http://" + e.doors.full()); }},
-    {"stall-handshake", [](Exchange& e) { sendTo(e, "https://" + e.doors.silent()); }},
-    {"bad-certificate", [](Exchange& e) { sendTo(e, "https://" + e.doors.selfSigned()); }},
+    // These never get a connection.
+    {"refused", [](Exchange& e) { redirectTo(e, "http://127.0.0.1:1"); }},
+    {"unresolved", [](Exchange& e) { redirectTo(e, "http://pictures.invalid"); }},
+    {"stall-connect", [](Exchange& e) { redirectTo(e, "http://" + e.ports.full()); }},
+    {"stall-handshake", [](Exchange& e) { redirectTo(e, "https://" + e.ports.silent()); }},
+    {"bad-certificate", [](Exchange& e) { redirectTo(e, "https://" + e.ports.selfSigned()); }},
 
-    // Too little.
-    {"nothing", [](Exchange&) { client().hangUp(); }},
-    {"cut-status", [](Exchange&) { finishWith("HTTP/1.1 20"); }},
-    {"cut-headers", [](Exchange& e) { finishWith("HTTP/1.1 200 OK\r\n" + length(e)); }},
-    {"cut-short", [](Exchange& e) { finishWith(head(e, length(e)) + half(e)); }},
+    // These end too early.
+    {"nothing", [](Exchange&) { client().close(); }},
+    {"cut-status", [](Exchange&) { sendAndClose("HTTP/1.1 20"); }},
+    {"cut-headers", [](Exchange& e) { sendAndClose("HTTP/1.1 200 OK\r\n" + length(e)); }},
+    {"cut-short", [](Exchange& e) { sendAndClose(head(e, length(e)) + half(e)); }},
     {"cut-chunked", [](Exchange& e) { inChunks(e, ""); }},
     {"cut-gzip",
      [](Exchange& e) {
          const std::string bytes = gzipped(e.body);
-         finishWith(head(e, kGzip) + bytes.substr(0, bytes.size() / 2));
+         sendAndClose(head(e, kGzip) + bytes.substr(0, bytes.size() / 2));
      }},
     {"reset", [](Exchange&) { client().reset(); }},
     {"reset-body",
      [](Exchange& e) {
-         client().say(head(e, length(e)) + half(e));
+         client().sendAll(head(e, length(e)) + half(e));
          client().reset();
      }},
 
-    // Nothing more.
-    {"stall", [](Exchange&) { stallAfter(""); }},
-    {"stall-status", [](Exchange&) { stallAfter("HTTP/1.1 20"); }},
-    {"stall-headers", [](Exchange& e) { stallAfter("HTTP/1.1 200 OK\r\n" + length(e)); }},
-    {"stall-body", [](Exchange& e) { stallAfter(head(e, length(e)) + half(e)); }},
+    // These stop sending and keep the connection open.
+    {"stall", [](Exchange&) { sendAndStall(""); }},
+    {"stall-status", [](Exchange&) { sendAndStall("HTTP/1.1 20"); }},
+    {"stall-headers", [](Exchange& e) { sendAndStall("HTTP/1.1 200 OK\r\n" + length(e)); }},
+    {"stall-body", [](Exchange& e) { sendAndStall(head(e, length(e)) + half(e)); }},
     {"dribble", dribble},
 
-    // Too much.
-    {"early-hints", [](Exchange&) { goOnWith("", "HTTP/1.1 103 Early Hints\r\nLink: x\r\n\r\n"); }},
+    // These send too much.
+    {"early-hints",
+     [](Exchange&) { sendWithoutEnd("", "HTTP/1.1 103 Early Hints\r\nLink: x\r\n\r\n"); }},
     {"long-header",
      [](Exchange& e) {
-         finishWith(head(e, length(e) + "X: " + std::string(std::size_t{1} << 20, 'x') + "\r\n") +
-                    e.body);
+         sendAndClose(head(e, length(e) + "X: " + std::string(std::size_t{1} << 20, 'x') + "\r\n") +
+                      e.body);
      }},
     {"many-headers",
      [](Exchange& e) {
          std::string headers = length(e);
          while (headers.size() < std::size_t{1} << 20)
              headers += "X-Again: and again and again\r\n";
-         finishWith(head(e, headers) + e.body);
+         sendAndClose(head(e, headers) + e.body);
      }},
-    {"endless-headers", [](Exchange&) { goOnWith("HTTP/1.1 200 OK\r\n", "X-Again: again\r\n"); }},
+    {"endless-headers",
+     [](Exchange&) { sendWithoutEnd("HTTP/1.1 200 OK\r\n", "X-Again: again\r\n"); }},
     {"endless", [](Exchange& e) { inChunks(e, std::string(64'000, ' ')); }},
     {"gzip-bomb", gzipBomb},
     {"redirect-far", [](Exchange& e) { redirectTimes(e, 21); }},
     {"redirect-loop", [](Exchange& e) { e.response.set_redirect(e.request.target); }},
 
-    // Not HTTP, or not as it is meant.
-    {"not-http", [](Exchange&) { finishWith("\x16\x03\x01\xff\xfe Hello?\r\n\r\n"); }},
+    // These break the rules of HTTP.
+    {"not-http", [](Exchange&) { sendAndClose("\x16\x03\x01\xff\xfe Hello?\r\n\r\n"); }},
     {"version",
-     [](Exchange& e) { finishWith("HTTP/7.3 200 OK\r\n" + length(e) + "\r\n" + e.body); }},
+     [](Exchange& e) { sendAndClose("HTTP/7.3 200 OK\r\n" + length(e) + "\r\n" + e.body); }},
     {"length-short",
      [](Exchange& e) {
-         finishWith(head(e, header("Content-Length", e.body.size() / 2)) + e.body);
+         sendAndClose(head(e, header("Content-Length", e.body.size() / 2)) + e.body);
      }},
-    {"length-twice", [](Exchange& e) { finishWith(head(e, length(e) + length(e)) + e.body); }},
+    {"length-twice", [](Exchange& e) { sendAndClose(head(e, length(e) + length(e)) + e.body); }},
     {"lengths-differ",
      [](Exchange& e) {
-         finishWith(head(e, length(e) + header("Content-Length", e.body.size() / 2)) + e.body);
+         sendAndClose(head(e, length(e) + header("Content-Length", e.body.size() / 2)) + e.body);
      }},
     {"length-negative",
-     [](Exchange& e) { finishWith(head(e, "Content-Length: -1\r\n") + e.body); }},
-    {"length-words", [](Exchange& e) { finishWith(head(e, "Content-Length: all\r\n") + e.body); }},
+     [](Exchange& e) { sendAndClose(head(e, "Content-Length: -1\r\n") + e.body); }},
+    {"length-words",
+     [](Exchange& e) { sendAndClose(head(e, "Content-Length: all\r\n") + e.body); }},
     {"length-overflow",
-     [](Exchange& e) { finishWith(head(e, "Content-Length: 99999999999999999999\r\n") + e.body); }},
-    {"chunk-words", [](Exchange& e) { finishWith(chunked(e, "all")); }},
-    {"chunk-negative", [](Exchange& e) { finishWith(chunked(e, "-1")); }},
-    {"chunk-overflow", [](Exchange& e) { finishWith(chunked(e, "fffffffffffffffff")); }},
-    {"chunk-short", [](Exchange& e) { finishWith(chunked(e, "3")); }},
+     [](Exchange& e) {
+         sendAndClose(head(e, "Content-Length: 99999999999999999999\r\n") + e.body);
+     }},
+    {"chunk-words", [](Exchange& e) { sendAndClose(chunked(e, "all")); }},
+    {"chunk-negative", [](Exchange& e) { sendAndClose(chunked(e, "-1")); }},
+    {"chunk-overflow", [](Exchange& e) { sendAndClose(chunked(e, "fffffffffffffffff")); }},
+    {"chunk-short", [](Exchange& e) { sendAndClose(chunked(e, "3")); }},
     {"gzip-lie",
      [](Exchange& e) {
          e.response.set_header("Content-Encoding", "gzip");

@@ -6,31 +6,31 @@
 #include <string>
 #include <string_view>
 
-#include "adserver/ClosedDoors.h"
+#include "adserver/UnreachablePorts.h"
 
 namespace VexmoraSDK {
 
-/// A good answer to a request, and the response to send it with, well or badly.
+/// A request, what a good response to it has, and the response to fill.
 struct Exchange {
     const httplib::Request& request;
     httplib::Response& response;
-    ClosedDoors& doors;
+    UnreachablePorts& ports;
     std::string contentType;
     std::string body;
-    std::string cacheControl;  ///< Whether clients may keep it.
+    std::string cacheControl;  ///< The value of "Cache-Control".
 };
 
-/// How an answer travels. Where the response of an exchange is too polite, the bytes are written to
-/// the connection itself.
+/// A way to deliver a response, well or badly. What httplib cannot be made to send is written to
+/// the connection directly.
 struct Delivery {
     std::string_view name;
     void (*send)(Exchange& exchange);
 
-    /// As it should be.
+    /// Delivers the response as it should be.
     static const Delivery& good();
-    /// All others, some of which end well none the less.
+    /// All others. Some of them deliver the whole response all the same.
     static std::span<const Delivery> bad();
-    /// The one of that name; the good one where there is none.
+    /// The delivery of that name; the good one if there is none of that name.
     static const Delivery& named(std::string_view name);
 };
 

@@ -23,7 +23,7 @@ std::string threeAds(const json::array& ads) {
     return json::serialize(json::array(ads.begin(), ads.begin() + count));
 }
 
-/// The first ad, with other members.
+/// The first ad, with some members replaced.
 json::value adWith(const json::array& ads, const json::object& members) {
     json::object ad = ads.front().as_object();
     for (const auto& member : members)
@@ -31,7 +31,7 @@ json::value adWith(const json::array& ads, const json::object& members) {
     return ad;
 }
 
-/// Only the first has a picture, as fetching that many is not the point.
+/// Only the first ad has a picture, because the test is about the ads, not about downloads.
 std::string manyAds(const json::array& ads) {
     std::string answer = json::serialize(ads.front()).insert(0, 1, '[');
     const auto further =
@@ -86,7 +86,7 @@ struct Content {
     std::string (*compose)(const json::array& ads);
 };
 
-constexpr Content contents[] = {
+constexpr Content kContents[] = {
     {"empty-array", noAds},
     {"object", bareAd},
     {"three", threeAds},
@@ -111,7 +111,7 @@ Fault Fault::of(std::string_view container) {
     }
     if (!container.starts_with(kPrefix)) return none;
     const auto name = container.substr(kPrefix.size());
-    for (const Content& content : contents) {
+    for (const Content& content : kContents) {
         if (content.name != name) continue;
         fault.compose = content.compose;
         return fault;
@@ -122,7 +122,7 @@ Fault Fault::of(std::string_view container) {
 
 std::vector<std::string> Fault::containers() {
     std::vector<std::string> containers;
-    for (const auto& [name, compose] : contents)
+    for (const auto& [name, compose] : kContents)
         containers.push_back(std::string(kPrefix).append(name));
     for (const auto& delivery : Delivery::bad()) {
         containers.push_back(std::string(kPrefix).append(delivery.name));

@@ -9,23 +9,23 @@
 
 namespace VexmoraSDK {
 
-/// What goes wrong for one container identifier.
+/// What goes wrong with the responses for one container identifier.
 struct Fault {
-    /// The container; empty where nothing goes wrong.
+    /// The container identifier; empty if nothing goes wrong.
     std::string_view container;
-    /// Makes the answer of one or more good ads.
+    /// Makes the body of the ad response out of one or more good ads.
     std::string (*compose)(const boost::json::array& ads);
     const Delivery* ads;
     const Delivery* picture;
 
-    /// The fault that this container stands for; every other container is served well. `container`
+    /// The fault of this container; one that does nothing if the container has none. `container`
     /// must outlive the result.
     static Fault of(std::string_view container);
 
-    /// All containers that stand for one.
+    /// All containers that have a fault.
     static std::vector<std::string> containers();
 
-    /// Whether the ad's picture has to be asked for under this container's name, too.
+    /// Whether the response for the picture is faulty, so that its address must name the container.
     bool spoilsPicture() const { return picture != &Delivery::good(); }
 };
 

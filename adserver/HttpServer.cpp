@@ -6,17 +6,10 @@
 #include <condition_variable>
 #include <utility>
 
-/// Asked for by ThreadSanitizer, where the program is built with it and has no answer of its own:
-/// httplib's shared library is not instrumented, so the guards of its function-local statics go
-/// unseen and their uses look like races. What httplib calls back is checked as ever.
-extern "C" [[gnu::weak]] const char* __tsan_default_suppressions() {
-    return "called_from_lib:libcpp-httplib";
-}
-
 namespace VexmoraSDK {
 namespace {
 
-constexpr std::chrono::hours idleLimit{1};
+constexpr std::chrono::hours kMaxIdleTime{1};
 
 class ThreadPerConnection : public httplib::TaskQueue {
  public:
@@ -59,7 +52,7 @@ void Connection::wait(std::optional<std::chrono::milliseconds> time) const {
     poll(&end, 1, time ? static_cast<int>(time->count()) : -1);
 }
 
-bool Connection::say(std::string_view bytes) {
+bool Connection::sendAll(std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t sent = write(bytes.data(), bytes.size());
         if (sent <= 0) return false;
@@ -71,7 +64,7 @@ bool Connection::say(std::string_view bytes) {
 void Connection::reset() {
     const linger atOnce{1, 0};
     setsockopt(socket_, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
-    hangUp();
+    close();
 }
 
 ssize_t Connection::read(char* data, size_t size) {
@@ -104,14 +97,14 @@ thread_local Connection* HttpServer::connection_ = nullptr;
 
 HttpServer::HttpServer() {
     new_task_queue = [] { return new ThreadPerConnection; };
-    // Headers and body leave in two writes; the second must not wait for the first's receipt.
+    // Headers and body are two writes; the second must not wait until the first is acknowledged.
     set_tcp_nodelay(true);
-    set_read_timeout(idleLimit);
-    set_write_timeout(idleLimit);
-    // Told to clients, which keep their connections accordingly.
-    set_keep_alive_timeout(std::chrono::seconds(idleLimit).count());
+    set_read_timeout(kMaxIdleTime);
+    set_write_timeout(kMaxIdleTime);
+    // These are told to clients, which keep their connections open for as long.
+    set_keep_alive_timeout(std::chrono::seconds(kMaxIdleTime).count());
     set_keep_alive_max_count(1'000'000);
-    // httplib's own options would let two servers share one port.
+    // httplib's default options would let two servers share one port.
     set_socket_options([](socket_t socket) {
         const int yes = 1;
         setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
@@ -136,7 +129,7 @@ int HttpServer::bind(int port) {
 }
 
 void HttpServer::serve() {
-    ::listen(svr_sock_, SOMAXCONN);  // httplib's own queue of 5 makes bursts of clients retry
+    ::listen(svr_sock_, SOMAXCONN);  // httplib's backlog of 5 makes bursts of clients retry
     listener_ = std::thread([this] { listen_after_bind(); });
 }
 

@@ -14,21 +14,21 @@
 
 namespace VexmoraSDK {
 
-/// One client's connection. Reading and writing block; the server's end interrupts them.
+/// The connection of one client. Reading and writing block until the server is destroyed.
 class Connection : public httplib::Stream {
  public:
-    /// Does not own the socket.
+    /// The caller owns the socket.
     explicit Connection(socket_t socket);
 
-    /// Lets `time` pass, or, without one, all there is. Returns early when the client leaves or the
-    /// server ends.
+    /// Waits for `time`, or for ever without one. Returns early when the client closes the
+    /// connection or the server is destroyed.
     void wait(std::optional<std::chrono::milliseconds> time = std::nullopt) const;
 
-    /// Writes all of it; false when the client has left or the server ends.
-    bool say(std::string_view bytes);
-    /// Nothing is read or written from now on, and the connection closes behind the handler.
-    void hangUp() { over_ = true; }
-    /// The same, but the client is told that something went wrong.
+    /// Writes all bytes; returns false when the connection is closed.
+    bool sendAll(std::string_view bytes);
+    /// Nothing is read or written from now on. The socket is closed once the handler has returned.
+    void close() { over_ = true; }
+    /// Closes the connection so that the client receives a reset (RST).
     void reset();
 
     bool is_readable() const override { return true; }
@@ -48,22 +48,22 @@ class Connection : public httplib::Stream {
     bool over_ = false;
 };
 
-/// httplib's server on 127.0.0.1, with a thread for each connection, so that stalled requests hold
-/// up nobody, and with an end that waits for no client.
+/// httplib's server on 127.0.0.1, with a thread for each connection, so that a stalled request
+/// delays no other. Its destructor waits for no client.
 class HttpServer : public httplib::Server {
  public:
     HttpServer();
     ~HttpServer() override;
 
-    /// Sees each request before its handler, on the connection's thread, and may change it.
-    /// To be set before `serve`.
+    /// Called with each request before its handler, on the connection's thread; it may change the
+    /// request. Set it before `serve`.
     std::function<void(httplib::Request&)> onRequest;
 
-    /// Takes the port, or any free one for 0. Returns it, or 0 when it is not to be had.
+    /// Binds the port, or any free one for 0. Returns the port, or 0 when it is not free.
     int bind(int port);
 
-    /// Serves from now on, on threads of its own, until the destructor has cut all connections and
-    /// the last handler has returned. Needs a port.
+    /// Serves on threads of its own until the destructor has closed all connections and the last
+    /// handler has returned. `bind` must have succeeded.
     void serve();
 
     /// The connection whose request the calling thread is handling.

@@ -2,12 +2,12 @@
 
 #include <string_view>
 
-/// The server's own page, as it lies in adserver/web/.
+/// The files of the server's web page, from adserver/web/.
 namespace VexmoraSDK::WebPage {
 
-extern const std::string_view html;
-extern const std::string_view style;
-extern const std::string_view script;
-extern const std::string_view icon;
+extern const std::string_view kHtml;
+extern const std::string_view kStyle;
+extern const std::string_view kScript;
+extern const std::string_view kIcon;
 
 }  // namespace VexmoraSDK::WebPage

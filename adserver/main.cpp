@@ -18,7 +18,7 @@ using VexmoraSDK::AdServer;
 using VexmoraSDK::Catalog;
 using VexmoraSDK::CatalogWatch;
 
-constexpr char usage[] = R"(Usage: vexmora-adserver [OPTION]...
+constexpr char kUsage[] = R"(Usage: vexmora-adserver [OPTION]...
 A mock ad server on 127.0.0.1, to try VexmoraSDK against.
 
   --port N        listen on port N (default: any free port); the settings that
@@ -53,8 +53,8 @@ int numberUpTo(int limit, std::string_view option, std::string_view text) {
     return number;
 }
 
-/// Readable once the server is to end. The signals are blocked in the calling thread and in those
-/// that it starts.
+/// A file descriptor that is readable once SIGINT or SIGTERM has come. The signals are blocked in
+/// the calling thread and in the threads that it starts.
 int openEndSignals() {
     sigset_t signals;
     sigemptyset(&signals);
@@ -78,7 +78,7 @@ std::string now() {
     return clockTime(std::chrono::system_clock::now());
 }
 
-/// Whole lines, from any thread. What clients send must not steer the terminal.
+/// Prints one line; any thread. Control characters that a client sent must not reach the terminal.
 void print(std::string line) {
     for (char& character : line) {
         if (static_cast<unsigned char>(character) < ' ' || character == '\x7f') character = '?';
@@ -89,6 +89,15 @@ void print(std::string line) {
 void printAnswer(const AdServer::Answer& answer) {
     print(clockTime(answer.at) + "  " + answer.method + ' ' + answer.target + "  " +
           answer.outcome);
+}
+
+Catalog loadOrRefuse(const std::filesystem::path& file) {
+    try {
+        return Catalog::load(file);
+    } catch (const std::exception& mistakes) {
+        std::cerr << mistakes.what() << '\n';
+        refuse("no usable catalogue");
+    }
 }
 
 std::string summary(const Catalog& catalog) {
@@ -128,9 +137,9 @@ int main(int argc, char** argv) {
                 options.latency =
                     std::chrono::milliseconds(numberUpTo(600'000, "--latency", optarg));
                 break;
-            case 'h': std::cout << usage; return 0;
+            case 'h': std::cout << kUsage; return 0;
             case 'v': std::cout << "vexmora-adserver " VEXMORA_VERSION "\n"; return 0;
-            default:  // getopt_long has said what is wrong
+            default:  // getopt_long has printed the reason
                 std::cerr << "Try 'vexmora-adserver --help'.\n";
                 return 2;
         }
@@ -138,17 +147,12 @@ int main(int argc, char** argv) {
     if (optind < argc) refuse(std::string("unexpected argument \"") + argv[optind] + '"');
 
     CatalogWatch watch(catalogFile);
-    std::string mistakes;
-    std::optional<Catalog> catalog = Catalog::load(catalogFile, mistakes);
-    if (!catalog) {
-        std::cerr << mistakes << '\n';
-        refuse("no usable catalogue");
-    }
-    const std::string offer = summary(*catalog);
+    Catalog catalog = loadOrRefuse(catalogFile);
+    const std::string offer = summary(catalog);
 
     const int endSignals = openEndSignals();
-    std::signal(SIGPIPE, SIG_IGN);  // whoever reads the log may leave
-    AdServer server(*std::move(catalog), options);
+    std::signal(SIGPIPE, SIG_IGN);  // the reader of the log may end before the server
+    AdServer server(std::move(catalog), options);
     if (server.port() == 0) {
         refuse("port " + std::to_string(options.port) + " is taken; choose another with --port");
     }

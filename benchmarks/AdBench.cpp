@@ -13,9 +13,9 @@
 
 #include "VexmoraSDK/platform/foundation/Bundle.h"
 #include "VexmoraSDK/platform/qt/ViewPainter.h"
+#include "benchmarks/AdKind.h"
 #include "benchmarks/Floor.h"
 #include "benchmarks/FloorView.h"
-#include "benchmarks/Kind.h"
 #include "benchmarks/Measure.h"
 
 namespace VexmoraSDK::benchmarks {
@@ -94,7 +94,7 @@ std::shared_ptr<VexmoraDelegate> delegateThat(std::function<void()> receives) {
     return delegate;
 }
 
-void showSdkAd(const Kind& kind, Times& times) {
+void showSdkAd(const AdKind& kind, Times& times) {
     const Stopwatch watch;
     std::optional<Milliseconds> received;
     const auto view = kind.createView(delegateThat([&] { received = watch.passed(); }));
@@ -103,7 +103,7 @@ void showSdkAd(const Kind& kind, Times& times) {
     times.add(*received, watch);
 }
 
-void showFloorAd(Floor& floor, const Kind& kind, Times& times) {
+void showFloorAd(Floor& floor, const AdKind& kind, Times& times) {
     const Stopwatch watch;
     std::optional<FloorView> view;
     std::optional<Milliseconds> received;
@@ -139,7 +139,7 @@ json::object inTurn(const Options& options, const std::vector<Contender>& conten
 }
 
 json::object oneByOne(const Options& options) {
-    const Kind& kind = Kind::named(options.at("kind"));
+    const AdKind& kind = AdKind::named(options.at("kind"));
     Floor floor;
     return inTurn(options, {{"sdk", [&](Times& times) { showSdkAd(kind, times); }},
                             {"floor", [&](Times& times) { showFloorAd(floor, kind, times); }}});
@@ -148,10 +148,10 @@ json::object oneByOne(const Options& options) {
 /// One page of a scene after the other: the SDK's item and one written by hand.
 class Scene {
  public:
-    Scene(const Kind& kind, const std::string& folder) : kind_(kind) {
+    Scene(const AdKind& kind, const std::string& folder) : kind_(kind) {
         QObject::connect(&ready_, &QSignalMapper::mappedInt,
                          [this] { received_ = watch_->passed(); });
-        window_.resize(Kind::screenSize());
+        window_.resize(AdKind::screenSize());
         window_.show();
         for (const auto* name : {"SdkPage", "HandWrittenPage"}) {
             const auto file = QString::fromStdString(folder + '/' + name + ".qml");
@@ -188,7 +188,7 @@ class Scene {
     }
 
  private:
-    const Kind& kind_;
+    const AdKind& kind_;
     QSignalMapper ready_;  // A signal of QML can be connected to a slot alone.
     QQmlEngine engine_;
     QQuickWindow window_;
@@ -200,7 +200,7 @@ class Scene {
 /// The floor takes its turns too, at the pace of the scene, though it shows nothing there: after
 /// the wait for a frame, caches are cold.
 json::object inScenes(const Options& options) {
-    const Kind& kind = Kind::named(options.at("kind"));
+    const AdKind& kind = AdKind::named(options.at("kind"));
     Scene scene(kind, options.at("qml"));
     Floor floor;
     return inTurn(options, {{"sdk", [&](Times& times) { scene.show(0, times); }},
@@ -221,7 +221,7 @@ struct Burst {
     Samples lostFrames;
 
     /// All ads that were asked for when `watch` began are there.
-    void add(const Stopwatch& watch, Milliseconds calls, Stretches& stretches) {
+    void add(const Stopwatch& watch, Milliseconds calls, MainThreadStalls& stretches) {
         stretches.tick();
         passed.add(watch.passed());
         created.add(calls);
@@ -240,7 +240,7 @@ struct Burst {
 
 using Views = std::vector<std::shared_ptr<VexmoraView>>;
 
-Views showAtOnce(const Kind& kind, int count, Burst* burst) {
+Views showAtOnce(const AdKind& kind, int count, Burst* burst) {
     Views views;
     int received = 0;
     const auto delegate = delegateThat([&] { ++received; });
@@ -248,25 +248,25 @@ Views showAtOnce(const Kind& kind, int count, Burst* burst) {
     for (int i = 0; i < count; ++i)
         views.push_back(kind.createView(delegate));
     const auto created = watch.worked();
-    Stretches stretches;
+    MainThreadStalls stretches;
     runUntil([&] { return received == count; });
     if (burst) burst->add(watch, created, stretches);
     return views;
 }
 
-void showByHandAtOnce(Floor& floor, const Kind& kind, int count, Burst* burst) {
+void showByHandAtOnce(Floor& floor, const AdKind& kind, int count, Burst* burst) {
     std::deque<FloorView> views;
     const Stopwatch watch;
     for (int i = 0; i < count; ++i)
         floor.fetch(kind.address(), [&](Floor::Ad ad) { views.emplace_back(kind, std::move(ad)); });
     const auto created = watch.worked();
-    Stretches stretches;
+    MainThreadStalls stretches;
     runUntil([&] { return views.size() == static_cast<std::size_t>(count); });
     if (burst) burst->add(watch, created, stretches);
 }
 
 json::object atOnce(const Options& options) {
-    const Kind& kind = Kind::named(options.at("kind"));
+    const AdKind& kind = AdKind::named(options.at("kind"));
     const int views = number(options, "views");
     Floor floor;
     Burst sdk;
@@ -284,7 +284,7 @@ json::object atOnce(const Options& options) {
 }
 
 json::object inMemory(const Options& options) {
-    const Kind& kind = Kind::named(options.at("kind"));
+    const AdKind& kind = AdKind::named(options.at("kind"));
     const int count = number(options, "views");
     const auto threadsBefore = threads();
     { const auto warm = showAtOnce(kind, std::min(count, 64), nullptr); }
@@ -326,7 +326,7 @@ int main(int argc, char** argv) {
     Options options;
     for (int i = 2; i + 1 < argc; i += 2)
         options.emplace(std::string_view(argv[i]).substr(2), argv[i + 1]);
-    if (options.contains("container")) Kind::container = options.at("container");
+    if (options.contains("container")) AdKind::container = options.at("container");
     QGuiApplication app(argc, argv);
     VexmoraSDK::platform::Bundle::setLibraryFolder(options.at("library"));
     std::cout << boost::json::serialize(mode->second(options)) << std::endl;

@@ -22,10 +22,10 @@ QFont font(const char* style, int pixelSize) {
 
 }  // namespace
 
-FloorView::FloorView(const Kind& kind, Floor::Ad ad)
+FloorView::FloorView(const AdKind& kind, Floor::Ad ad)
     : kind_(kind), ad_(std::move(ad)), size_(ad_.picture.size()) {
     if (kind.isInterstitial()) {
-        size_ = Kind::screenSize();
+        size_ = AdKind::screenSize();
         static const QFont closeFont = font("Regular", 26);
         double y = 12;
         addText("\u00d7", closeFont, Qt::white, y);

@@ -5,8 +5,8 @@
 #include <deque>
 #include <string>
 
+#include "benchmarks/AdKind.h"
 #include "benchmarks/Floor.h"
-#include "benchmarks/Kind.h"
 
 namespace VexmoraSDK::benchmarks {
 
@@ -14,7 +14,7 @@ namespace VexmoraSDK::benchmarks {
 class FloorView {
  public:
     /// Lays out what there is to lay out.
-    FloorView(const Kind& kind, Floor::Ad ad);
+    FloorView(const AdKind& kind, Floor::Ad ad);
 
     QSize size() const { return size_; }
     void paint(QPainter& painter) const;
@@ -30,7 +30,7 @@ class FloorView {
 
     void addText(const std::string& text, const QFont& font, QColor color, double& y);
 
-    const Kind& kind_;
+    const AdKind& kind_;
     const Floor::Ad ad_;
     QSize size_;
     std::deque<Text> texts_;

@@ -38,13 +38,13 @@ long wakeUps() {
     return usage.ru_nvcsw;
 }
 
-Stretches::Stretches() {
+MainThreadStalls::MainThreadStalls() {
     timer_.setTimerType(Qt::PreciseTimer);
     timer_.callOnTimeout([this] { tick(); });
     timer_.start(1);
 }
 
-void Stretches::tick() {
+void MainThreadStalls::tick() {
     constexpr Milliseconds kFrame(1000.0 / 120);
     const auto now = threadTime();
     longest_ = std::max(longest_, now - last_);

@@ -35,9 +35,9 @@ class Stopwatch {
 
 /// How long the main thread works without giving the event loop a chance, in processor time: a
 /// timer fires each millisecond that it can.
-class Stretches {
+class MainThreadStalls {
  public:
-    Stretches();
+    MainThreadStalls();
 
     /// Ends the last stretch.
     void tick();

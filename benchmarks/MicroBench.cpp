@@ -16,8 +16,8 @@
 #include "VexmoraSDK/platform/foundation/NotificationCenter.h"
 #include "VexmoraSDK/platform/qt/ViewPainter.h"
 #include "VexmoraSDK/views/VexmoraNativeView.h"
+#include "benchmarks/AdKind.h"
 #include "benchmarks/AnsweringUrlSession.h"
-#include "benchmarks/Kind.h"
 #include "benchmarks/Measure.h"
 
 namespace VexmoraSDK::benchmarks {
@@ -42,7 +42,7 @@ Data fileContents(const std::string& path) {
     return platform::dataOf({bytes.data(), static_cast<std::size_t>(bytes.size())});
 }
 
-std::string record(const Kind& kind) {
+std::string record(const AdKind& kind) {
     const auto adType = std::to_string(static_cast<long>(kind.adType));
     return R"({"adTypeId":)" + adType + R"(,"clickUrl":"http://127.0.0.1/landing/plants?window",)" +
            R"("bannerUrl":"http://127.0.0.1/)" + std::string(kind.name) + R"(","displayName":)" +
@@ -51,14 +51,14 @@ std::string record(const Kind& kind) {
            R"(potted in clay, with a card that says where to put it and when to water it."})";
 }
 
-std::string answerOf(const Kind& kind, int ads) {
+std::string answerOf(const AdKind& kind, int ads) {
     std::string answer;
     for (int i = 0; i < ads; ++i)
         answer.append(i == 0 ? "[" : ",").append(record(kind));
     return answer.append("]");
 }
 
-std::shared_ptr<VexmoraView> showAd(const Kind& kind) {
+std::shared_ptr<VexmoraView> showAd(const AdKind& kind) {
     bool received = false;
     auto delegate = std::make_shared<VexmoraDelegate>();
     delegate->didReceiveAd = [&](VexmoraView&) { received = true; };
@@ -67,7 +67,7 @@ std::shared_ptr<VexmoraView> showAd(const Kind& kind) {
     return view;
 }
 
-Operation painting(std::string name, const Kind& kind, int scale) {
+Operation painting(std::string name, const AdKind& kind, int scale) {
     const auto view = showAd(kind);
     const auto [width, height] = view->frame().size;
     QImage picture(QSizeF(width * scale, height * scale).toSize(),
@@ -84,14 +84,14 @@ Operation painting(std::string name, const Kind& kind, int scale) {
 }
 
 /// A view whose request and a model whose picture are never answered.
-Operation buildingView(const Kind& kind) {
+Operation buildingView(const AdKind& kind) {
     return {"build view: " + std::string(kind.name), [adType = kind.adType] {
                 VexmoraViewFactory::createView("unanswered", adType, nullptr);
             }};
 }
 
 template <class Ad>
-Operation buildingModel(const Kind& kind) {
+Operation buildingModel(const AdKind& kind) {
     auto ad = Utils::parseAdJson(platform::dataOf(answerOf(kind, 1))).front();
     ad["bannerUrl"] = "http://127.0.0.1/unanswered";
     return {"build model: " + std::string(kind.name),
@@ -117,15 +117,15 @@ Operation posting(std::string name, int observers) {
 }
 
 std::vector<Operation> operations(const std::string& pictures) {
-    const Kind& banner = Kind::named("banner");
-    const Kind& native = Kind::named("native");
+    const AdKind& banner = AdKind::named("banner");
+    const AdKind& native = AdKind::named("native");
     const std::map<std::string_view, Data> creatives = {
         {"banner", fileContents(pictures + "/harbour-coffee-320x60.png")},
         {"native", fileContents(pictures + "/solstice-gardens-native.jpg")},
         {"interstitial", fileContents(pictures + "/solstice-gardens-300x250.jpg")}};
 
     std::vector<Operation> all;
-    for (const Kind& kind : Kind::all()) {
+    for (const AdKind& kind : AdKind::all()) {
         answer(kind.address(), platform::dataOf(answerOf(kind, 1)));
         answer("http://127.0.0.1/" + std::string(kind.name), creatives.at(kind.name));
         all.push_back({"whole ad: " + std::string(kind.name), [&kind] { showAd(kind); }});
@@ -142,7 +142,7 @@ std::vector<Operation> operations(const std::string& pictures) {
                        [body] { benchmark::DoNotOptimize(Utils::parseAdJson(body)); },
                        body.size()});
     }
-    for (const Kind& kind : Kind::all())
+    for (const AdKind& kind : AdKind::all())
         all.push_back(buildingView(kind));
     all.push_back(buildingModel<Banner>(banner));
     all.push_back(buildingModel<Native>(native));
@@ -171,7 +171,7 @@ std::vector<Operation> operations(const std::string& pictures) {
     all.push_back(painting("paint banner", banner, 1));
     all.push_back(painting("paint native", native, 1));
     all.push_back(painting("paint native at 2x", native, 2));
-    all.push_back(painting("paint interstitial", Kind::named("interstitial"), 1));
+    all.push_back(painting("paint interstitial", AdKind::named("interstitial"), 1));
     all.push_back(posting("notify: 1 observer", 1));
     all.push_back(posting("notify: 10,000 observers", 10'000));
     return all;

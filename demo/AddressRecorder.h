@@ -6,8 +6,8 @@
 #include <QTemporaryDir>
 #include <memory>
 
-/// Stands in for the desktop's opener of addresses: an `xdg-open` that is found before all others
-/// and launches nothing, but tells the address.
+/// Replaces the desktop's `xdg-open`, by an entry at the front of PATH: it launches nothing and
+/// reports the address instead.
 class AddressRecorder : public QObject {
     Q_OBJECT
 
@@ -15,7 +15,7 @@ class AddressRecorder : public QObject {
     AddressRecorder() = default;
     ~AddressRecorder() override;
 
-    /// False when the opener cannot be put in place.
+    /// Returns false when the opener cannot be put in place.
     bool install();
 
  Q_SIGNALS:

@@ -6,7 +6,7 @@
 #include <QList>
 #include <QString>
 
-/// What the ad views told since the start, the latest first.
+/// The events of all ad views since the start, the latest first.
 class EventLog : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -14,7 +14,7 @@ class EventLog : public QAbstractListModel {
 
  public:
     struct Event {
-        QString time;  ///< Since the start, "mm:ss.mmm".
+        QString time;  ///< Time since the start, "mm:ss.mmm".
         QString name;
         QString details;
     };
@@ -24,7 +24,7 @@ class EventLog : public QAbstractListModel {
     Q_INVOKABLE void add(const QString& name, const QString& details);
     /// Adds a `didHaveError`. `code` is a `Vexmora.ErrorCode`.
     Q_INVOKABLE void addError(int code, const QString& description);
-    /// There must be one.
+    /// The log must not be empty.
     const Event& latest() const;
 
     int rowCount(const QModelIndex& parent = {}) const override;

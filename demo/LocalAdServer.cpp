@@ -2,8 +2,9 @@
 
 #include <QFile>
 #include <filesystem>
+#include <fstream>
+#include <stdexcept>
 #include <string>
-#include <utility>
 
 #include "VexmoraSDK/platform/foundation/Bundle.h"
 #include "VexmoraSDK/platform/foundation/PropertyList.h"
@@ -11,60 +12,22 @@
 using VexmoraSDK::AdServer;
 using VexmoraSDK::Catalog;
 using VexmoraSDK::platform::Bundle;
-using VexmoraSDK::platform::Data;
-using VexmoraSDK::platform::Dictionary;
 namespace PropertyList = VexmoraSDK::platform::PropertyList;
 
-namespace {
+LocalAdServer::LocalAdServer() : server_(std::make_unique<AdServer>(Catalog::load())) {
+    if (server_->port() == 0) throw std::runtime_error("no port is free for the ad server");
 
-bool write(const QString& path, const Dictionary& dictionary) {
-    const Data list = PropertyList::binary(dictionary);
-    const auto size = static_cast<qint64>(list.size());
-    QFile file(path);
-    return file.open(QFile::WriteOnly) &&
-           file.write(reinterpret_cast<const char*>(list.data()), size) == size && file.flush();
-}
-
-}  // namespace
-
-LocalAdServer::LocalAdServer(Catalog catalog)
-    : server_(std::make_unique<AdServer>(std::move(catalog))) {}
-
-std::unique_ptr<LocalAdServer> LocalAdServer::start(QString& error) {
-    std::string mistake;
-    std::optional<Catalog> catalog = Catalog::load(Catalog::defaultFile(), mistake);
-    if (!catalog) {
-        error = QStringLiteral("no ads to serve: ") + QString::fromStdString(mistake);
-        return nullptr;
-    }
-    std::unique_ptr<LocalAdServer> self(new LocalAdServer(*std::move(catalog)));
-    if (self->server_->port() == 0) {
-        error = QStringLiteral("no port to serve ads from");
-        return nullptr;
-    }
-    if (!self->writeSettings()) {
-        error = QStringLiteral("cannot write the settings to ") + self->resources_.path();
-        return nullptr;
-    }
-    Bundle::setLibraryFolder(QFile::encodeName(self->resources_.path()).toStdString());
-    return self;
-}
-
-void LocalAdServer::stop() {
-    server_.reset();
-}
-
-// The shipped resources, with settings of our own.
-bool LocalAdServer::writeSettings() const {
+    // These are the shipped resources with settings of our own.
     const std::filesystem::path folder = QFile::encodeName(resources_.path()).toStdString();
-    std::error_code failure;
     std::filesystem::copy(Bundle::shippedLibraryFolder(), folder,
-                          std::filesystem::copy_options::recursive |
-                              std::filesystem::copy_options::overwrite_existing,
-                          failure);
-    return resources_.isValid() && !failure &&
-           write(resources_.filePath(QStringLiteral("Info.plist")),
-                 {{"ConfigurationPlist", std::string("settings")}}) &&
-           write(resources_.filePath(QStringLiteral("settings.plist")),
-                 {{"requestUrlFormat", server_->requestUrlFormat()}});
+                          std::filesystem::copy_options::recursive);
+    const auto write = [&](const char* file, std::string key, std::string value) {
+        const auto list = PropertyList::binary({{std::move(key), std::move(value)}});
+        std::ofstream stream(folder / file);
+        stream << VexmoraSDK::platform::textOf(list);
+        if (!stream.flush()) throw std::runtime_error("cannot write to " + folder.string());
+    };
+    write("Info.plist", "ConfigurationPlist", "settings");
+    write("settings.plist", "requestUrlFormat", server_->requestUrlFormat());
+    Bundle::setLibraryFolder(folder);
 }

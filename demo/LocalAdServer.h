@@ -1,26 +1,21 @@
 #pragma once
 
-#include <QString>
 #include <QTemporaryDir>
 #include <memory>
 
 #include "adserver/AdServer.h"
 
-/// A mock ad server in this process, and the library set up to ask it.
+/// A mock ad server in this process. The library's settings lead to it.
 class LocalAdServer {
  public:
-    /// Starts the server. Make it before the first ad view, which reads the settings. Null when
-    /// that fails; `error` then says why.
-    static std::unique_ptr<LocalAdServer> start(QString& error);
+    /// Starts the server. Make it before the first ad view, because that reads the settings. Throws
+    /// std::exception when there is no catalogue, no free port or no place for the settings.
+    LocalAdServer();
 
-    /// Nobody answers from here on.
-    void stop();
+    /// Stops the server: every later request fails.
+    void stop() { server_.reset(); }
 
  private:
-    explicit LocalAdServer(VexmoraSDK::Catalog catalog);
-
-    bool writeSettings() const;
-
     std::unique_ptr<VexmoraSDK::AdServer> server_;
     QTemporaryDir resources_;
 };

@@ -102,7 +102,7 @@ void Scenario::start() {
 
 void Scenario::beginStep() {
     deadline_.start();
-    // A copy: what the action leads to may be heard at once.
+    // This is a copy, because the events of the action may end the step at once.
     const Step step = steps_.first();
     step.action();
     if (step.expected.isEmpty()) endStepWhenSettled();
@@ -137,7 +137,7 @@ void Scenario::showContainer(const QString& containerId) {
 }
 
 void Scenario::hear() {
-    // What is opened is known a moment later.
+    // The address is recorded a moment later, and the event counts then.
     if (events_.latest().name != QLatin1String("willLeaveApplication")) take();
 }
 

@@ -15,28 +15,28 @@
 #include "demo/EventLog.h"
 #include "demo/LocalAdServer.h"
 
-/// Uses the app as a reader would, step by step, and goes on as soon as a step has had the events
-/// that it leads to. Prints a line per event, and keeps a picture of the window after each step.
+/// Uses the app as a reader would, step by step. A step ends as soon as the events that it expects
+/// have come; then a picture of the window is saved. Each event is printed on a line.
 class Scenario : public QObject {
     Q_OBJECT
 
  public:
-    /// All of them have to outlive the scenario.
+    /// All arguments must outlive the scenario.
     Scenario(QQuickWindow& window, EventLog& events, LocalAdServer& server,
              AddressRecorder& recorder, const QDir& out);
 
-    /// Call it before the event loop runs, so that no event is missed.
+    /// Begins the first step. Call it before the event loop runs, so that no event is missed.
     void start();
 
  Q_SIGNALS:
-    /// At the end; the first time counts. `error` is empty when every step went as it should.
+    /// Emitted at the end, and maybe again. `error` is empty if every step went as expected.
     void finished(const QString& error);
 
  private:
     struct Step {
         QString name;
         std::function<void()> action;
-        QStringList expected;  ///< Names of events, as printed.
+        QStringList expected;  ///< The beginnings of events, as they are printed.
     };
 
     void tap(const QString& objectName);

@@ -6,6 +6,7 @@
 #include <QQuickWindow>
 #include <QTemporaryDir>
 #include <cstdio>
+#include <exception>
 
 #include "demo/AddressRecorder.h"
 #include "demo/EventLog.h"
@@ -20,11 +21,11 @@ int fail(const QString& error) {
     return 1;
 }
 
-/// What has to be said before Qt starts. `folder` outlives Qt.
+/// Sets what Qt reads when it starts. `folder` must outlive Qt.
 void doWithoutDisplay(const QTemporaryDir& folder) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    // Without a desktop session there may be no such folder, and Qt warns.
+    // Qt warns if there is no such folder, as there may be none without a desktop session.
     if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
         qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder.path()));
 }
@@ -71,18 +72,21 @@ int main(int argc, char** argv) {
         return fail(QStringLiteral("cannot record the addresses that are opened"));
     if (headless && !QDir().mkpath(*options->out))
         return fail(QStringLiteral("cannot make the folder %1").arg(*options->out));
-    const std::unique_ptr<LocalAdServer> server = LocalAdServer::start(error);
-    if (!server) return fail(error);
-
-    EventLog events;
-    bool qmlWarned = false;
-    QQmlApplicationEngine engine;
-    QObject::connect(&engine, &QQmlEngine::warnings, [&qmlWarned] { qmlWarned = true; });
-    engine.addImportPath(QStringLiteral("qrc:/"));
-    engine.setInitialProperties({{QStringLiteral("events"), QVariant::fromValue(&events)}});
-    engine.load(QUrl(QStringLiteral("qrc:/HarbourPost/Main.qml")));
-    if (engine.rootObjects().isEmpty()) return fail(QStringLiteral("the window cannot be made"));
-    if (!headless) return QGuiApplication::exec();
-    return playScenario(*qobject_cast<QQuickWindow*>(engine.rootObjects().first()), events, *server,
-                        recorder, QDir(*options->out), qmlWarned);
+    try {
+        LocalAdServer server;
+        EventLog events;
+        bool qmlWarned = false;
+        QQmlApplicationEngine engine;
+        QObject::connect(&engine, &QQmlEngine::warnings, [&qmlWarned] { qmlWarned = true; });
+        engine.addImportPath(QStringLiteral("qrc:/"));
+        engine.setInitialProperties({{QStringLiteral("events"), QVariant::fromValue(&events)}});
+        engine.load(QUrl(QStringLiteral("qrc:/HarbourPost/Main.qml")));
+        if (engine.rootObjects().isEmpty())
+            return fail(QStringLiteral("the window cannot be made"));
+        if (!headless) return QGuiApplication::exec();
+        return playScenario(*qobject_cast<QQuickWindow*>(engine.rootObjects().first()), events,
+                            server, recorder, QDir(*options->out), qmlWarned);
+    } catch (const std::exception& failure) {
+        return fail(QString::fromStdString(failure.what()));
+    }
 }

@@ -18,25 +18,27 @@ class CatalogTest : public testing::Test {
 
     void TearDown() override { std::filesystem::remove_all(folder_); }
 
-    /// What loading says of a catalogue that is written so, without the file's name.
-    std::string complaintsAbout(const std::string& text) {
-        std::ofstream(file_) << text;
-        std::string error;
-        EXPECT_FALSE(Catalog::load(file_, error)) << text;
-        std::string complaints;
-        for (std::size_t at = 0; at < error.size();) {
-            EXPECT_EQ(error.find(file_.string(), at), at) << error;
-            const std::size_t end = std::min(error.find('\n', at), error.size() - 1) + 1;
-            at += file_.string().size() + 1;
-            complaints += error.substr(at, end - at);
-            at = end;
+    static std::string mistakesOf(const std::filesystem::path& file) {
+        try {
+            Catalog::load(file);
+        } catch (const std::runtime_error& mistakes) {
+            return mistakes.what();
         }
-        return complaints;
+        return "none";
     }
 
-    std::string complaintAboutCreative(const std::string& members) {
-        return complaintsAbout("{\"creatives\": {\n\"tea\": {\n" + members +
-                               "}}, \"placements\": {}}");
+    /// The mistakes of a catalogue with this text, without the file's name.
+    std::string mistakesIn(const std::string& text) {
+        std::ofstream(file_) << text;
+        std::string mistakes = mistakesOf(file_);
+        const std::string beginning = file_.string() + ':';
+        for (std::size_t at = 0; (at = mistakes.find(beginning, at)) != mistakes.npos;)
+            mistakes.erase(at, beginning.size());
+        return mistakes;
+    }
+
+    std::string mistakesInCreative(const std::string& members) {
+        return mistakesIn("{\"creatives\": {\n\"tea\": {\n" + members + "}}, \"placements\": {}}");
     }
 
     const std::filesystem::path folder_ =
@@ -45,18 +47,18 @@ class CatalogTest : public testing::Test {
 };
 
 TEST_F(CatalogTest, NamesTheLineThatIsNotJson) {
-    EXPECT_EQ(complaintsAbout("{\n  \"creatives\": {},\n  placements\n}"),
+    EXPECT_EQ(mistakesIn("{\n  \"creatives\": {},\n  placements\n}"),
               "3: expected JSON (syntax error)");
-    EXPECT_EQ(complaintsAbout("{}\n{}"), "2: expected nothing after the end of the JSON text");
-    EXPECT_EQ(complaintsAbout("{\n"), "2: expected more: the JSON text breaks off here");
-    EXPECT_EQ(complaintsAbout(""), "1: expected more: the JSON text breaks off here");
+    EXPECT_EQ(mistakesIn("{}\n{}"), "2: expected nothing after the end of the JSON text");
+    EXPECT_EQ(mistakesIn("{\n"), "2: expected more: the JSON text breaks off here");
+    EXPECT_EQ(mistakesIn(""), "1: expected more: the JSON text breaks off here");
 }
 
 TEST_F(CatalogTest, NamesTheLineThePlaceAndWhatWasExpectedThere) {
     const std::string good = "\"adTypeId\": 77, \"clickUrl\": \"/t\", \"picture\": \"tea.png\"";
     const struct {
         std::string members;
-        std::string complaint;
+        std::string mistakes;
     } cases[] = {
         {good + ",\n\"clickURL\": \"/t\"",
          "4: creatives.tea.clickURL: unknown; expected one of adTypeId, clickUrl, picture, title, "
@@ -79,24 +81,24 @@ TEST_F(CatalogTest, NamesTheLineThePlaceAndWhatWasExpectedThere) {
          "4: creatives.tea.title: expected a text, not \"\"\n"
          "2: creatives.tea.displayName: expected a text, found nothing"},
     };
-    for (const auto& [members, complaint] : cases)
-        EXPECT_EQ(complaintAboutCreative(members), complaint);
+    for (const auto& [members, mistakes] : cases)
+        EXPECT_EQ(mistakesInCreative(members), mistakes);
     for (const char* picture : {"../tea.png", "tea.svg", "t a.png", "tea"}) {
-        EXPECT_EQ(complaintAboutCreative("\"adTypeId\": 77, \"clickUrl\": \"/t\", \"picture\": \"" +
-                                         std::string(picture) + '"')
+        EXPECT_EQ(mistakesInCreative("\"adTypeId\": 77, \"clickUrl\": \"/t\", \"picture\": \"" +
+                                     std::string(picture) + '"')
                       .find("3: creatives.tea.picture: expected the name of a .png, "),
                   0u);
     }
 }
 
 TEST_F(CatalogTest, NamesMistakesOfItsSectionsAndPlacements) {
-    EXPECT_EQ(complaintsAbout("[]"), "1: expected an object, not an array");
-    EXPECT_EQ(complaintsAbout("{\"creatives\": true,\n\"ads\": {}}"),
+    EXPECT_EQ(mistakesIn("[]"), "1: expected an object, not an array");
+    EXPECT_EQ(mistakesIn("{\"creatives\": true,\n\"ads\": {}}"),
               "2: ads: unknown; expected one of creatives, placements\n"
               "1: placements: expected an object, found nothing\n"
               "1: creatives: expected an object, not true");
-    EXPECT_EQ(complaintsAbout("{\"creatives\": {}, \"placements\": {\"home\": [\n\"tea\",\n1],\n"
-                              "\"home\": {}}}"),
+    EXPECT_EQ(mistakesIn("{\"creatives\": {}, \"placements\": {\"home\": [\n\"tea\",\n1],\n"
+                         "\"home\": {}}}"),
               "4: placements.home: expected once, but line 1 has it too\n"
               "2: placements.home: expected the name of a creative, not \"tea\"\n"
               "3: placements.home: expected the name of a creative, not 1\n"
@@ -105,9 +107,7 @@ TEST_F(CatalogTest, NamesMistakesOfItsSectionsAndPlacements) {
 
 TEST_F(CatalogTest, RefusesWhatIsNoReadableFile) {
     for (const std::string& file : {std::string("/nowhere/catalog.json"), folder_.string()}) {
-        std::string error;
-        EXPECT_FALSE(Catalog::load(file, error));
-        EXPECT_EQ(error, file + ": expected a readable file");
+        EXPECT_EQ(mistakesOf(file), file + ": expected a readable file");
     }
 }
 

@@ -2,79 +2,82 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <stdexcept>
 
 #include "VexmoraSDK/views/VexmoraViewFactory.h"
 #include "adserver/AdServer.h"
 #include "tests/App.h"
+#include "tests/EventRecorder.h"
 #include "tests/LibraryFolder.h"
-#include "tests/faults/CountedTasks.h"
-#include "tests/faults/Ear.h"
 
 namespace VexmoraSDK {
 namespace {
 
-Catalog catalog() {
-    std::string error;
-    auto catalog = Catalog::load(Catalog::defaultFile(), error);
-    if (!catalog) throw std::runtime_error(error);
+Catalog catalogWithBombs() {
+    Catalog catalog = Catalog::load();
     for (const auto& bomb : std::filesystem::directory_iterator(VEXMORA_BOMBS)) {
-        catalog->placements[bomb.path().stem()] = {
-            {Creative::native, "/landing/bomb", bomb.path(), "A bomb", "Boom.", "Acme"}};
+        catalog.placements[bomb.path().stem()] = {
+            {Creative::kNativeAdType, "/landing/bomb", bomb.path(), "A bomb", "Boom.", "Acme"}};
     }
-    return *std::move(catalog);
-}
-
-/// A block of the main queue may start tasks, and a task may add a block.
-void waitUntilNothingIsUnderWay() {
-    do {
-        ASSERT_TRUE(App::waitFor(CountedTasks::allAreThrough, std::chrono::seconds(100)));
-        App::runQueuedBlocks();
-    } while (!CountedTasks::allAreThrough());
-    EXPECT_EQ(CountedTasks::completedTwice(), 0);
+    return catalog;
 }
 
 }  // namespace
 
 std::string requestUrlFormat() {
     constexpr auto kVariable = "VEXMORA_TEST_TEMPLATE";
-    if (const char* known = std::getenv(kVariable)) return known;
-    static const AdServer server(catalog());
+    if (const char* inherited = std::getenv(kVariable)) return inherited;
+    static const AdServer server(catalogWithBombs());
     setenv(kVariable, server.requestUrlFormat().c_str(), 1);
     return server.requestUrlFormat();
 }
 
-std::vector<std::string> show(const std::vector<Host>& hosts) {
+std::vector<std::string> show(const std::vector<Promise>& promises) {
     [[maybe_unused]] static const bool started = (App::startForGood(), true);
     static const LibraryFolder folder(requestUrlFormat());
 
-    std::vector<std::shared_ptr<Ear>> ears;
-    std::vector<std::shared_ptr<VexmoraView>> views;
-    for (const Host& host : hosts) {
-        ears.push_back(std::make_shared<Ear>());
-        views.push_back(
-            VexmoraViewFactory::createView(host.container, host.kind, Ear::delegate(ears.back())));
+    struct Slot {
+        std::shared_ptr<EventRecorder> recorder = std::make_shared<EventRecorder>();
+        std::shared_ptr<VexmoraView> view;
+    };
+    std::vector<Slot> slots(promises.size());
+    for (std::size_t i = 0; i < slots.size(); ++i) {
+        slots[i].view = VexmoraViewFactory::createView(promises[i].container, promises[i].kind,
+                                                       slots[i].recorder->delegate());
     }
-    waitUntilNothingIsUnderWay();
+    const auto hasEnded = [](const Slot& slot) {
+        return slot.recorder->events() != "nothing" || hasItsAdAlone(*slot.view);
+    };
+    EXPECT_TRUE(App::waitFor([&] { return std::ranges::all_of(slots, hasEnded); },
+                             std::chrono::seconds(100)));
+    App::runQueuedBlocks();
 
-    std::vector<std::string> heard;
-    for (const auto& ear : ears)
-        heard.push_back(ear->heard());
-    return heard;
+    std::vector<std::string> events;
+    for (const Slot& slot : slots)
+        events.push_back(slot.recorder->events());
+    return events;
 }
 
-void showAlone(const Host& host, const std::string& expected, long mostMemory) {
-    const std::string heard = show({host}).front();
+void showAlone(const Promise& promise, long maxMemory) {
+    const std::string events = show({promise}).front();
     std::string line;
     for (std::ifstream status("/proc/self/status"); !line.starts_with("VmHWM:");)
         std::getline(status, line);
     const long memory = std::stol(line.substr(sizeof "VmHWM:")) / 1024;
-    std::cerr << "heard " << heard << ", had " << memory << " MiB\n";
-    std::exit(heard == expected && memory <= mostMemory ? 0 : 1);
+    std::cerr << "events: " << events << "; peak of memory: " << memory << " MiB\n";
+    std::exit(events == promise.events && memory <= maxMemory ? 0 : 1);
 }
 
 }  // namespace VexmoraSDK
+
+// The mock ad server starts before the tests, so that the programs of the death tests find it.
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    VexmoraSDK::requestUrlFormat();
+    return RUN_ALL_TESTS();
+}

@@ -3,27 +3,21 @@
 #include <string>
 #include <vector>
 
-#include "VexmoraSDK/types/VexmoraViewType.h"
+#include "tests/faults/Outcomes.h"
 
 namespace VexmoraSDK {
 
-/// Someone who asks for an ad.
-struct Host {
-    std::string container;
-    VexmoraViewType kind;
-};
-
-/// Of the mock ad server that the test program and those of its death tests share. It serves the
-/// ads that come with it and, in placements named after the files of `bombs`, such pictures.
+/// The request template of a mock ad server that the test program shares with the programs of its
+/// death tests. Besides its own ads it serves the pictures of the folder `bombs`, each in a native
+/// ad of a placement named after the file.
 std::string requestUrlFormat();
 
-/// Has all hosts show their ads at once. Tells, when nothing is under way any more, what each has
-/// heard, in the words of `Ear`. Fails the test where a task of the session completes twice, or
-/// never.
-std::vector<std::string> show(const std::vector<Host>& hosts);
+/// Shows an ad for each promise, all at once, and returns the events of each, when no more can
+/// come. Fails the test if that takes too long.
+std::vector<std::string> show(const std::vector<Promise>& promises);
 
-/// The same for one, in a process of its own that exits with 0 if that is heard and the process
-/// never had more memory than so many MiB.
-[[noreturn]] void showAlone(const Host& host, const std::string& expected, long mostMemory);
+/// Shows one ad and exits with 0 if the events are as promised and the process never had more than
+/// `maxMemory` MiB of memory.
+[[noreturn]] void showAlone(const Promise& promise, long maxMemory);
 
 }  // namespace VexmoraSDK

@@ -1,16 +1,15 @@
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "tests/faults/Hosts.h"
-#include "tests/faults/Outcomes.h"
 
 namespace VexmoraSDK {
 namespace {
 
-/// Memory under a sanitizer is not what it is without.
+// AddressSanitizer takes memory of its own.
 #if defined(__SANITIZE_ADDRESS__)
-constexpr long kFactor = 100;
+constexpr long kMemoryFactor = 100;
 #else
-constexpr long kFactor = 1;
+constexpr long kMemoryFactor = 1;
 #endif
 
 TEST(LimitsTest, HoldWhateverTheServerSends) {
@@ -18,7 +17,8 @@ TEST(LimitsTest, HoldWhateverTheServerSends) {
     EXPECT_FALSE(rows.empty());
     for (const auto& row : rows) {
         const auto kind = row.at(1) == "native" ? VexmoraViewType::native : VexmoraViewType::banner;
-        EXPECT_EXIT(showAlone({row[0], kind}, row.at(2), kFactor * std::stol(row.at(3))),
+        const Promise promise{row[0], kind, row.at(2)};
+        EXPECT_EXIT(showAlone(promise, kMemoryFactor * std::stol(row.at(3))),
                     testing::ExitedWithCode(0), "")
             << row[0];
     }

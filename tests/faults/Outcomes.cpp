@@ -1,18 +1,23 @@
 #include "tests/faults/Outcomes.h"
 
+#include <array>
 #include <fstream>
 #include <sstream>
+
+#include "VexmoraSDK/views/VexmoraBannerView.h"
+#include "VexmoraSDK/views/VexmoraInterstitialView.h"
+#include "VexmoraSDK/views/VexmoraNativeView.h"
 
 namespace VexmoraSDK {
 namespace {
 
 std::vector<std::string> cellsOf(const std::string& row) {
-    constexpr auto kAround = " `";
+    constexpr auto kPadding = " `";
     std::vector<std::string> cells;
     std::istringstream text(row.substr(1));
     for (std::string cell; std::getline(text, cell, '|');) {
-        const auto begin = cell.find_first_not_of(kAround);
-        cells.push_back(cell.substr(begin, cell.find_last_not_of(kAround) + 1 - begin));
+        const auto begin = cell.find_first_not_of(kPadding);
+        cells.push_back(cell.substr(begin, cell.find_last_not_of(kPadding) + 1 - begin));
     }
     return cells;
 }
@@ -34,11 +39,21 @@ std::vector<std::vector<std::string>> rowsOf(const std::string& table) {
 std::vector<Promise> promises() {
     std::vector<Promise> promises;
     for (const auto& row : rowsOf("outcomes")) {
-        promises.push_back({"fault-" + row.at(0), row.at(1), row.at(2), row.at(3)});
-        if (row.size() == 4) continue;
-        promises.push_back({"fault-picture-" + row[0], row.at(4), row.at(5), row.at(6)});
+        for (std::size_t i = 1; i < row.size(); ++i) {
+            constexpr std::array kKinds = {VexmoraViewType::banner, VexmoraViewType::native,
+                                           VexmoraViewType::interstitial};
+            const auto* const prefix = i > kKinds.size() ? "fault-picture-" : "fault-";
+            promises.push_back({prefix + row[0], kKinds[(i - 1) % kKinds.size()], row[i]});
+        }
     }
     return promises;
+}
+
+bool hasItsAdAlone(const VexmoraView& view) {
+    const auto holdsAlone = [](const auto* known) { return known && known->ad().use_count() == 1; };
+    return holdsAlone(dynamic_cast<const VexmoraBannerView*>(&view)) ||
+           holdsAlone(dynamic_cast<const VexmoraNativeView*>(&view)) ||
+           holdsAlone(dynamic_cast<const VexmoraInterstitialView*>(&view));
 }
 
 }  // namespace VexmoraSDK

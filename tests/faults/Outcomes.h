@@ -3,29 +3,25 @@
 #include <string>
 #include <vector>
 
-#include "VexmoraSDK/types/VexmoraViewType.h"
+#include "VexmoraSDK/views/VexmoraView.h"
 
 namespace VexmoraSDK {
 
-/// What docs/reliability.md promises of the ads of a container, for each kind of view: what comes
-/// of them, in the words of `Ear`, or "stop" where the process ends.
+/// What docs/reliability.md promises for a container of the mock ad server and a kind of view: the
+/// events of an `EventRecorder`, or "stop" if the process ends.
 struct Promise {
     std::string container;
-    std::string inBanner;
-    std::string inNative;
-    std::string inInterstitial;
-
-    const std::string& in(VexmoraViewType kind) const {
-        return kind == VexmoraViewType::banner   ? inBanner
-               : kind == VexmoraViewType::native ? inNative
-                                                 : inInterstitial;
-    }
+    VexmoraViewType kind;
+    std::string events;
 };
 
-/// Of all faults of the mock ad server but those of sheer size.
+/// The promises for all faults but those that are large beyond all limits.
 std::vector<Promise> promises();
 
-/// The cells of the page's tables of that name, row by row, without the headings.
+/// The rows of the page's tables of that name, as cells, without the headings.
 std::vector<std::vector<std::string>> rowsOf(const std::string& table);
+
+/// Whether nothing holds the view's ad but the view: the request for the picture has ended.
+bool hasItsAdAlone(const VexmoraView& view);
 
 }  // namespace VexmoraSDK

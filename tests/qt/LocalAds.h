@@ -15,8 +15,7 @@ class LocalAds {
     }
 
  private:
-    std::string mistakes_;
-    AdServer server_{Catalog::load(VEXMORA_TEST_ADS, mistakes_).value()};
+    AdServer server_{Catalog::load(VEXMORA_TEST_ADS)};
     LibraryFolder library_{server_.requestUrlFormat()};
 };
 

@@ -11,8 +11,8 @@ class RudeServer : public HttpServer {
  public:
     explicit RudeServer(const std::string& answer) {
         Get(".*", [answer](const httplib::Request&, httplib::Response&) {
-            connection().say(answer);
-            connection().hangUp();
+            connection().sendAll(answer);
+            connection().close();
         });
         port_ = std::to_string(bind(0));
         serve();

@@ -238,10 +238,10 @@ TEST_F(UrlSessionTest, KeepsWholeAnswersOfTheAddressItselfAndNoOthers) {
     std::atomic<int> turn = 0;
     const auto answer = [&](const char* path, const std::string& status, const std::string& head) {
         host.Get(path, [&turn, status, head](const httplib::Request&, httplib::Response&) {
-            HttpServer::connection().say("HTTP/1.1 " + status +
+            HttpServer::connection().sendAll("HTTP/1.1 " + status +
                                          "\r\nCache-Control: max-age=60\r\n" + head + "\r\n" +
                                          std::to_string(++turn % 10));
-            HttpServer::connection().hangUp();
+            HttpServer::connection().close();
         });
     };
     const std::string length = "Content-Length: 1\r\n";

@@ -84,13 +84,8 @@ class UrlSessionTest : public testing::Test {
         return entry == userInfo.end() ? "" : *entry->second.as<std::string>();
     }
 
-    static Catalog catalog() {
-        std::string error;
-        return Catalog::load(VEXMORA_CATALOG, error).value();
-    }
-
     UrlSessionLimits& limits = UrlSessionLimits::shared();
-    AdServer server{catalog()};
+    AdServer server{Catalog::load(VEXMORA_CATALOG)};
 };
 
 }  // namespace VexmoraSDK::platform

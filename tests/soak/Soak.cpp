@@ -5,24 +5,23 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <list>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "VexmoraSDK/platform/http/UrlSessionLimits.h"
 #include "tests/App.h"
 #include "tests/LibraryFolder.h"
 #include "tests/Program.h"
-#include "tests/faults/CountedTasks.h"
-#include "tests/soak/Leaving.h"
-#include "tests/soak/Showing.h"
+#include "tests/soak/AdRun.h"
+#include "tests/soak/ExitRun.h"
 
 namespace VexmoraSDK {
 namespace {
 
 constexpr unsigned kFaultyPercent = 5;
-constexpr std::size_t kAtOnce = 96;
-constexpr long kHeapMayGrow = 1 << 20;
+constexpr std::size_t kAdsAtOnce = 96;
+constexpr long kMaxHeapGrowth = 1 << 20;
 
 [[noreturn]] void fail(const std::string& why) {
     std::fprintf(stderr, "soak: %s\n", why.c_str());
@@ -51,10 +50,9 @@ struct Holdings {
         return holdings;
     }
 
-    /// Whether these are no more than those of `before`. Connections are kept, as many as there
-    /// were transfers at once.
+    /// Whether these are no more than `before`, apart from the connections that the library keeps.
     bool areNoMoreThan(const Holdings& before, long connections) const {
-        return heap <= before.heap + kHeapMayGrow && sockets <= before.sockets + connections &&
+        return heap <= before.heap + kMaxHeapGrowth && sockets <= before.sockets + connections &&
                otherDescriptors <= before.otherDescriptors && threads <= before.threads;
     }
 };
@@ -65,43 +63,41 @@ struct Counts {
     unsigned long drawn = 0;
     unsigned long errors = 0;
     unsigned long silent = 0;
-    unsigned long cutShort = 0;
+    unsigned long releasedEarly = 0;
     unsigned long wrong = 0;
 
-    void add(const Showing& showing) {
+    void add(const AdRun& run) {
         ++shown;
-        faulty += showing.isFaulty();
-        ++(showing.wasCutShort()          ? cutShort
-           : showing.heard() == "nothing" ? silent
-           : showing.heard() == "drawn"   ? drawn
-                                          : errors);
-        if (showing.isRight()) return;
+        faulty += run.isFaulty();
+        ++(run.wasReleasedEarly()      ? releasedEarly
+           : run.events() == "nothing" ? silent
+           : run.events() == "drawn"   ? drawn
+                                       : errors);
+        if (run.isRight()) return;
         ++wrong;
-        std::fprintf(stderr, "soak: %s\n", showing.description().c_str());
+        std::fprintf(stderr, "soak: %s\n", run.description().c_str());
     }
 };
 
-/// Shows so many ads, and returns when nothing of it is under way any more.
+/// Shows that many ads, and returns when all their views are destroyed.
 void show(std::size_t ads, Random& random, Counts& counts) {
-    std::vector<std::shared_ptr<Showing>> showings;
-    const auto look = [&] {
-        for (; ads > 0 && showings.size() < kAtOnce; --ads)
-            showings.push_back(Showing::start(random, kFaultyPercent));
-        for (const auto& showing : showings)
-            showing->maybeLetGo(random);
-        return std::erase_if(showings, [&](const auto& showing) {
-            if (showing->isOver()) counts.add(*showing);
-            return showing->isOver();
+    std::list<AdRun> runs;
+    const auto removeEnded = [&] {
+        for (; ads > 0 && runs.size() < kAdsAtOnce; --ads)
+            runs.emplace_back(random, kFaultyPercent);
+        for (AdRun& run : runs)
+            run.maybeRelease(random);
+        return runs.remove_if([&](const AdRun& run) {
+            if (run.isOver()) counts.add(run);
+            return run.isOver();
         });
     };
-    while (ads > 0 || !showings.empty()) {
-        if (App::waitFor([&] { return look() > 0; })) continue;
-        for (const auto& showing : showings)
-            std::fprintf(stderr, "soak: %s\n", showing->description().c_str());
-        fail("no view has ended for too long");
+    while (ads > 0 || !runs.empty()) {
+        if (App::waitFor([&] { return removeEnded() > 0; })) continue;
+        for (const AdRun& run : runs)
+            std::fprintf(stderr, "soak: %s\n", run.description().c_str());
+        fail("no view was destroyed for too long");
     }
-    if (!App::waitFor(CountedTasks::allAreThrough)) fail("a request never completed");
-    if (CountedTasks::completedTwice() > 0) fail("a request completed twice");
 }
 
 void soak(std::size_t ads, unsigned seed) {
@@ -136,7 +132,7 @@ void soak(std::size_t ads, unsigned seed) {
         "| %lu | %lu | %.1f | %lu | %lu | %lu | %lu | %lu | %+ld KiB | %ld → %ld | %ld → %ld "
         "| %ld → %ld |\n",
         counts.shown, counts.faulty, minutes.count(), counts.drawn, counts.errors, counts.silent,
-        counts.cutShort, counts.wrong, (after.heap - before.heap) / 1024, before.sockets,
+        counts.releasedEarly, counts.wrong, (after.heap - before.heap) / 1024, before.sockets,
         after.sockets, before.otherDescriptors, after.otherDescriptors, before.threads,
         after.threads);
     if (counts.wrong > 0) fail("wrong outcomes");
@@ -155,8 +151,8 @@ unsigned number(const char* text) {
 
 int main(int argc, char** argv) {
     using namespace VexmoraSDK;
-    if (argc == 5 && std::string_view(argv[1]) == "--leave")
-        return Leaving::leaveFrom(argv[2], static_cast<int>(number(argv[3])), argv[4]);
+    if (argc == 5 && std::string_view(argv[1]) == "--exit-from")
+        return ExitRun::exitFrom(argv[2], static_cast<int>(number(argv[3])), argv[4]);
     unsigned ads = 2000;
     unsigned seed = 1;
     const option known[] = {{"ads", required_argument, nullptr, 'a'},
@@ -167,7 +163,7 @@ int main(int argc, char** argv) {
         switch (found) {
             case 'a': ads = number(optarg); break;
             case 's': seed = number(optarg); break;
-            case 'e': return Leaving::leave(static_cast<int>(number(optarg))) > 0;
+            case 'e': return ExitRun::runAll(static_cast<int>(number(optarg))) > 0;
             default: return 2;
         }
     }

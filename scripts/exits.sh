@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Exits at least 1,000 times (or as often as the first argument says) with ads at every stage, under
-# AddressSanitizer with Qt and under ThreadSanitizer without.
+# Exits at least 1,000 times (or as often as the first argument says) while ads are in all states,
+# under AddressSanitizer with Qt and under ThreadSanitizer without.
 set -euo pipefail
 CDPATH='' cd "$(dirname "$0")/.."
-export QT_QPA_PLATFORM=offscreen
+export QT_QPA_PLATFORM=offscreen TSAN_OPTIONS=suppressions=$PWD/tests/tsan-suppressions.txt
 
 for preset in asan tsan; do
     cmake --preset "$preset" >/dev/null

@@ -11,7 +11,7 @@
 namespace VexmoraSDK::benchmarks {
 
 /// One kind of ad, as the SDK is asked for it.
-struct Kind {
+struct AdKind {
     std::string_view name;
     VexmoraViewType viewType;
     VexmoraAdType adType;
@@ -20,9 +20,9 @@ struct Kind {
     /// so that whoever is compared fetches them each time.
     inline static std::string container = "fault-picture-no-store";
 
-    static const std::vector<Kind>& all();
+    static const std::vector<AdKind>& all();
     /// Ends the program when there is none of that name.
-    static const Kind& named(std::string_view name);
+    static const AdKind& named(std::string_view name);
     static QSize screenSize() { return {360, 640}; }
 
     bool isNative() const { return viewType == VexmoraViewType::native; }

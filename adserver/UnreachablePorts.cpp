@@ -1,4 +1,4 @@
-#include "adserver/ClosedDoors.h"
+#include "adserver/UnreachablePorts.h"
 
 #include <arpa/inet.h>
 #include <httplib.h>
@@ -14,7 +14,7 @@
 namespace VexmoraSDK {
 namespace {
 
-std::string placeOf(int port) {
+std::string addressOf(int port) {
     return "127.0.0.1:" + std::to_string(port);
 }
 
@@ -22,11 +22,11 @@ using Key = std::unique_ptr<EVP_PKEY, decltype(&EVP_PKEY_free)>;
 using Certificate = std::unique_ptr<X509, decltype(&X509_free)>;
 
 Certificate certificateOf(EVP_PKEY* key) {
-    constexpr long day = 86'400;
+    constexpr long kDay = 86'400;
     Certificate certificate(X509_new(), X509_free);
     X509_set_version(certificate.get(), X509_VERSION_3);
-    X509_gmtime_adj(X509_getm_notBefore(certificate.get()), -day);
-    X509_gmtime_adj(X509_getm_notAfter(certificate.get()), day);
+    X509_gmtime_adj(X509_getm_notBefore(certificate.get()), -kDay);
+    X509_gmtime_adj(X509_getm_notAfter(certificate.get()), kDay);
     X509_set_pubkey(certificate.get(), key);
     X509_NAME* name = X509_get_subject_name(certificate.get());
     X509_NAME_add_entry_by_txt(name, "CN", MBSTRING_ASC,
@@ -38,36 +38,36 @@ Certificate certificateOf(EVP_PKEY* key) {
 
 }  // namespace
 
-/// A port that has somebody listening and nobody who looks after the connections.
-class ClosedDoors::Listener {
+/// A listening port whose connections nobody accepts.
+class UnreachablePorts::Listener {
  public:
     explicit Listener(int backlog) {
         socklen_t size = sizeof address_;
         if (bind(socket_, any(), size) != 0 || listen(socket_, backlog) != 0 ||
             getsockname(socket_, any(), &size) != 0) {
-            throw std::runtime_error("no port to be had");
+            throw std::runtime_error("no port is free");
         }
     }
 
     ~Listener() {
         close(socket_);
-        for (const int visitor : visitors_)
-            close(visitor);
+        for (const int client : clients_)
+            close(client);
     }
 
     Listener(const Listener&) = delete;
     Listener& operator=(const Listener&) = delete;
 
-    /// Has visitors take all the places that there are to wait in.
+    /// Fills the queue of connections that wait to be accepted, so that no further one gets in.
     void fill() {
-        for (int& visitor : visitors_) {
-            visitor = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0);
-            // Done at once, or never.
-            static_cast<void>(connect(visitor, any(), sizeof address_));
+        for (int& client : clients_) {
+            client = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0);
+            // The connection is complete at once, or never.
+            static_cast<void>(connect(client, any(), sizeof address_));
         }
     }
 
-    std::string place() const { return placeOf(ntohs(address_.sin_port)); }
+    std::string address() const { return addressOf(ntohs(address_.sin_port)); }
 
  private:
     sockaddr* any() { return reinterpret_cast<sockaddr*>(&address_); }
@@ -75,13 +75,13 @@ class ClosedDoors::Listener {
     const int socket_ = socket(AF_INET, SOCK_STREAM, 0);
     sockaddr_in address_{
         .sin_family = AF_INET, .sin_port = 0, .sin_addr = {htonl(INADDR_LOOPBACK)}, .sin_zero = {}};
-    std::array<int, 4> visitors_{-1, -1, -1, -1};
+    std::array<int, 4> clients_{-1, -1, -1, -1};
 };
 
-class ClosedDoors::TlsServer {
+class UnreachablePorts::TlsServer {
  public:
     TlsServer() : thread_([this] { server_.listen_after_bind(); }) {
-        // Until then it cannot be stopped.
+        // A server that does not run yet ignores `stop`.
         while (port_ > 0 && !server_.is_running())
             std::this_thread::yield();
     }
@@ -91,7 +91,7 @@ class ClosedDoors::TlsServer {
         thread_.join();
     }
 
-    std::string place() const { return placeOf(port_); }
+    std::string address() const { return addressOf(port_); }
 
  private:
     Key key_{EVP_EC_gen("P-256"), EVP_PKEY_free};
@@ -101,29 +101,29 @@ class ClosedDoors::TlsServer {
     std::thread thread_;
 };
 
-ClosedDoors::ClosedDoors() = default;
+UnreachablePorts::UnreachablePorts() = default;
 
-ClosedDoors::~ClosedDoors() = default;
+UnreachablePorts::~UnreachablePorts() = default;
 
-std::string ClosedDoors::full() {
+std::string UnreachablePorts::full() {
     const std::lock_guard lock(mutex_);
     if (!full_) {
         full_ = std::make_unique<Listener>(0);
         full_->fill();
     }
-    return full_->place();
+    return full_->address();
 }
 
-std::string ClosedDoors::silent() {
+std::string UnreachablePorts::silent() {
     const std::lock_guard lock(mutex_);
     if (!silent_) silent_ = std::make_unique<Listener>(SOMAXCONN);
-    return silent_->place();
+    return silent_->address();
 }
 
-std::string ClosedDoors::selfSigned() {
+std::string UnreachablePorts::selfSigned() {
     const std::lock_guard lock(mutex_);
     if (!selfSigned_) selfSigned_ = std::make_unique<TlsServer>();
-    return selfSigned_->place();
+    return selfSigned_->address();
 }
 
 }  // namespace VexmoraSDK

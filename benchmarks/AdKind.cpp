@@ -1,4 +1,4 @@
-#include "benchmarks/Kind.h"
+#include "benchmarks/AdKind.h"
 
 #include <cstdlib>
 #include <iostream>
@@ -7,23 +7,23 @@
 
 namespace VexmoraSDK::benchmarks {
 
-const std::vector<Kind>& Kind::all() {
-    static const std::vector<Kind> kinds = {
+const std::vector<AdKind>& AdKind::all() {
+    static const std::vector<AdKind> kinds = {
         {"banner", VexmoraViewType::banner, VexmoraAdType::banner},
         {"native", VexmoraViewType::native, VexmoraAdType::native},
         {"interstitial", VexmoraViewType::interstitial, VexmoraAdType::mediumRectangle}};
     return kinds;
 }
 
-const Kind& Kind::named(std::string_view name) {
-    for (const Kind& kind : all()) {
+const AdKind& AdKind::named(std::string_view name) {
+    for (const AdKind& kind : all()) {
         if (kind.name == name) return kind;
     }
     std::cerr << "no kind of ad is called " << name << '\n';
     std::exit(2);
 }
 
-std::shared_ptr<VexmoraView> Kind::createView(std::shared_ptr<VexmoraDelegate> delegate) const {
+std::shared_ptr<VexmoraView> AdKind::createView(std::shared_ptr<VexmoraDelegate> delegate) const {
     auto view = VexmoraViewFactory::createView(container, adType, std::move(delegate));
     if (isInterstitial()) {
         const auto [width, height] = QSizeF(screenSize());
@@ -32,7 +32,7 @@ std::shared_ptr<VexmoraView> Kind::createView(std::shared_ptr<VexmoraDelegate> d
     return view;
 }
 
-std::string Kind::address() const {
+std::string AdKind::address() const {
     std::string address = *Config::instance().settingForKey<std::string>("requestUrlFormat");
     const auto fill = [&](const std::string& value) {
         address.replace(address.find("%@"), 2, value);

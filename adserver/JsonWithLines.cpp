@@ -1,4 +1,4 @@
-#include "adserver/LinedJson.h"
+#include "adserver/JsonWithLines.h"
 
 #include <algorithm>
 #include <boost/json/basic_parser_impl.hpp>
@@ -9,13 +9,13 @@ namespace {
 
 namespace json = boost::json;
 
-/// Builds the values from the parser's events, the names of which are the parser's. The parser is
-/// given one character at a time, so that `line` is where it stands.
+/// Builds the values from the parser's events. The parser chooses the names of the event handlers,
+/// and is given one character at a time, so that `line` is always the line of that character.
 class Builder {
  public:
     using Error = boost::system::error_code;
     using Text = json::string_view;
-    using Kind = LinedJson::Kind;
+    using Kind = JsonWithLines::Kind;
 
     static constexpr std::size_t max_object_size = 100'000;
     static constexpr std::size_t max_array_size = 100'000;
@@ -48,7 +48,7 @@ class Builder {
     bool on_comment(Text, Error&) { return true; }
 
     int line = 1;
-    LinedJson root;
+    JsonWithLines root;
 
  private:
     bool collect(Text part) {
@@ -70,7 +70,7 @@ class Builder {
     }
 
     bool end() {
-        LinedJson value = std::move(open_.back());
+        JsonWithLines value = std::move(open_.back());
         open_.pop_back();
         if (open_.empty()) {
             root = std::move(value);
@@ -80,20 +80,21 @@ class Builder {
         return true;
     }
 
-    std::vector<LinedJson> open_;
+    std::vector<JsonWithLines> open_;
     std::string name_;
     std::string text_;
 };
 
 }  // namespace
 
-const LinedJson* LinedJson::member(std::string_view wanted) const {
-    const auto found = std::find_if(values.begin(), values.end(),
-                                    [&](const LinedJson& value) { return value.name == wanted; });
+const JsonWithLines* JsonWithLines::member(std::string_view wanted) const {
+    const auto found = std::find_if(values.begin(), values.end(), [&](const JsonWithLines& value) {
+        return value.name == wanted;
+    });
     return found == values.end() ? nullptr : &*found;
 }
 
-std::string LinedJson::description() const {
+std::string JsonWithLines::description() const {
     switch (kind) {
         case Kind::object: return "an object";
         case Kind::array: return "an array";
@@ -102,7 +103,7 @@ std::string LinedJson::description() const {
     }
 }
 
-LinedJson LinedJson::parse(std::string_view text) {
+JsonWithLines JsonWithLines::parse(std::string_view text) {
     json::basic_parser<Builder> parser{json::parse_options{}};
     Builder& builder = parser.handler();
     boost::system::error_code error;

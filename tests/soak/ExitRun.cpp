@@ -1,0 +1,93 @@
+#include "tests/soak/ExitRun.h"
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <list>
+#include <thread>
+
+#include "tests/App.h"
+#include "tests/LibraryFolder.h"
+#include "tests/Program.h"
+#include "tests/soak/AdRun.h"
+
+namespace VexmoraSDK {
+namespace {
+
+constexpr int kExitStatus = 7;
+constexpr unsigned kFaultyPercent = 50;
+constexpr std::size_t kAdsAtOnce = 32;
+
+std::atomic<bool> isTime = false;
+
+void exitNow() {
+    static std::atomic<bool> exiting = false;
+    if (!exiting.exchange(true)) std::exit(kExitStatus);
+}
+
+}  // namespace
+
+int ExitRun::runAll(int times) {
+    Program server({VEXMORA_ADSERVER, "--catalog", VEXMORA_CATALOG});
+    const LibraryFolder folder(server.readLabelled("Request template: "));
+    server.stopReading();
+    int runs = 0;
+    int failures = 0;
+    while (runs < times) {
+        for (const auto* place : {"the end of main", "a call of the main thread",
+                                  "a call of a delivery thread", "another thread"}) {
+            for (const int events : {0, 1, 5, 20, 60}) {
+                Program process({"/proc/self/exe", "--exit-from", place, std::to_string(events),
+                                 folder.path()});
+                const auto output = process.readAll();
+                const int status = process.wait();
+                ++runs;
+                if (output.empty() && status == kExitStatus) continue;
+                ++failures;
+                std::fprintf(stderr, "%s after %d events: status %d\n%s\n", place, events, status,
+                             output.c_str());
+            }
+        }
+    }
+    std::printf("%d exits, %d of them not clean\n", runs, failures);
+    return failures;
+}
+
+int ExitRun::exitFrom(const std::string& place, int events, const std::string& folder) {
+    platform::Bundle::setLibraryFolder(folder);
+    setenv("XDG_RUNTIME_DIR", folder.c_str(), 1);
+    const auto listener = [&, count =
+                                  std::make_shared<std::atomic<int>>(0)](const std::string& event) {
+        if (++*count < events) return;
+        if (place == "a call of the main thread" && event == "drawn") exitNow();
+        if (place == "a call of a delivery thread" && event == "RequestError") exitNow();
+        isTime = true;
+        isTime.notify_all();
+    };
+    {
+        const App app;
+        std::thread exiter;
+        if (place == "another thread") {
+            exiter = std::thread([] {
+                isTime.wait(false);
+                exitNow();
+            });
+        }
+        Random random(static_cast<unsigned>(getpid()));
+        auto& runs = *new std::list<AdRun>;  // They outlive the app.
+        App::waitFor([&] {
+            runs.remove_if([](const AdRun& run) { return run.isOver(); });
+            while (runs.size() < kAdsAtOnce)
+                runs.emplace_back(random, kFaultyPercent, listener);
+            for (AdRun& run : runs)
+                run.maybeRelease(random);
+            if (events == 0) listener("nothing");
+            return place == "the end of main" && isTime;
+        });
+        if (exiter.joinable()) exiter.join();
+    }
+    exitNow();
+    return 0;
+}
+
+}  // namespace VexmoraSDK

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+namespace VexmoraSDK::ExitRun {
+
+/// Runs at least `times` processes that exit while ads are in all states: from each of the places
+/// below, at once and after some events. Returns how many did not exit with their status and
+/// without a word.
+int runAll(int times);
+
+/// One such process, with the library's resources in `folder`: it exits at "the end of main", in "a
+/// call of the main thread", in "a call of a delivery thread" or in "another thread" once there
+/// were as many `events`.
+int exitFrom(const std::string& place, int events, const std::string& folder);
+
+}  // namespace VexmoraSDK::ExitRun
