@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <ctime>
 #include <string_view>
@@ -12,6 +11,7 @@
 #include "VexmoraSDK/ads/Native.h"
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/presenting/AdSize.h"
 #include "VexmoraSDK/utils/Utils.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
@@ -88,14 +88,13 @@ bool AdSlot::Placement::isComplete() const {
 }
 
 platform::Size AdSlot::Placement::reservedSize() const {
-    const auto kind = adViewBySize().find(adSize);
-    if (kind == adViewBySize().end() || kind->second != VexmoraViewType::banner) return {};
-    int width = 0;
-    int height = 0;
-    const char* const end = adSize.data() + adSize.size();
-    const char* const x = std::from_chars(adSize.data(), end, width).ptr;
-    std::from_chars(x + 1, end, height);
-    return {double(width), double(height)};
+    auto type = adType;
+    if (!adSize.empty()) {
+        const auto found = adTypesBySize().find(adSize);
+        type = found == adTypesBySize().end() ? std::nullopt : std::optional(found->second.front());
+    }
+    if (!type || !std::ranges::count(VexmoraBannerView::allowedAdTypes(), *type)) return {};
+    return sizeOf(*type);
 }
 
 /// The slot without its handle. Whoever calls it holds it, because its delegate may destroy the

@@ -42,7 +42,7 @@ class VEXMORA_EXPORT AdSlot {
         /// Whether an ad can be asked for: there is a container, and a type, a kind or a size that
         /// is one of the five.
         bool isComplete() const;
-        /// The size of the banners that are asked for by size, in points; else empty.
+        /// The size of the banners that are asked for by size or by type, in points; else empty.
         platform::Size reservedSize() const;
 
         friend bool operator==(const Placement&, const Placement&) = default;

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "VexmoraSDK/platform/foundation/Geometry.h"
+#include "VexmoraSDK/types/VexmoraAdType.h"
+
+namespace VexmoraSDK {
+
+/// The size of the ads of a type, in points; empty for types without one.
+platform::Size sizeOf(VexmoraAdType adType);
+
+}  // namespace VexmoraSDK
