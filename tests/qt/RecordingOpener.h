@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
-#include <sys/prctl.h>
-#include <sys/wait.h>
+#include <unistd.h>
 
 #include <QtCore/QTemporaryDir>
 #include <filesystem>
@@ -17,8 +16,7 @@ namespace VexmoraSDK {
 class RecordingOpener {
  public:
     RecordingOpener() {
-        // What the library starts and leaves alone becomes a child of the test's.
-        EXPECT_EQ(prctl(PR_SET_CHILD_SUBREAPER, 1), 0);
+        EXPECT_EQ(pipe(pipe_), 0);
         std::ofstream(script_) << "#!/bin/sh\nwhile [ -e '" << sleeps_.native()
                                << "' ]; do sleep 0.01; done\nprintf '%s\\n' \"$@\" >> '"
                                << record_.native() << "'\n";
@@ -26,7 +24,12 @@ class RecordingOpener {
         setenv("PATH", (script_.parent_path().string() + ':' + path_).c_str(), 1);
     }
 
-    ~RecordingOpener() { setenv("PATH", path_.c_str(), 1); }
+    ~RecordingOpener() {
+        setenv("PATH", path_.c_str(), 1);
+        goOn();
+        close(pipe_[0]);
+        close(pipe_[1]);
+    }
 
     RecordingOpener(const RecordingOpener&) = delete;
     RecordingOpener& operator=(const RecordingOpener&) = delete;
@@ -36,8 +39,12 @@ class RecordingOpener {
 
     /// The addresses that were opened since the last call, once all openers are through.
     std::vector<std::string> opened() {
-        while (wait(nullptr) > 0) {
-        }
+        // Each opener inherits the writing end, so the pipe ends when the last opener does.
+        close(pipe_[1]);
+        char unused = 0;
+        EXPECT_EQ(read(pipe_[0], &unused, 1), 0);
+        close(pipe_[0]);
+        EXPECT_EQ(pipe(pipe_), 0);
         std::vector<std::string> addresses;
         std::ifstream record(record_);
         for (std::string address; std::getline(record, address);)
@@ -47,6 +54,7 @@ class RecordingOpener {
     }
 
  private:
+    int pipe_[2] = {};
     const QTemporaryDir folder_;
     const std::filesystem::path script_ =
         folder_.filePath(QStringLiteral("xdg-open")).toStdString();

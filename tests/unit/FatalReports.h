@@ -4,6 +4,6 @@ namespace VexmoraSDK {
 
 /// The report of a value that must be present and is not, as a pattern.
 inline constexpr char kFoundNil[] =
-    "^fatal error: unexpectedly found nil while unwrapping an Optional value\n$";
+    "^fatal error: unexpectedly found nil while unwrapping an Optional value\n";
 
 }  // namespace VexmoraSDK

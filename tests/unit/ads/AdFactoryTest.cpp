@@ -61,7 +61,7 @@ TEST_F(AdFactoryDeathTest, StopsAtARecordThatMakesNoModelOrOneOfTheOtherKind) {
     }
     EXPECT_DEATH(AdFactory::createAd<Native>(record("77")),
                  "^fatal error: could not cast value of type 'VexmoraSDK.Banner' to "
-                 "'VexmoraSDK.Native'\n$");
+                 "'VexmoraSDK.Native'\n");
 }
 
 }  // namespace

@@ -59,10 +59,10 @@ TEST_F(ImageAdDeathTest, StopsWhenAPictureHasNoBody) {
 TEST_F(ImageAdDeathTest, IsNotMadeOfNothing) {
     EXPECT_DEATH(Native(),
                  "^fatal error: use of unimplemented initializer 'init\\(\\)' for class "
-                 "'VexmoraSDK.Native'\n$");
+                 "'VexmoraSDK.Native'\n");
     EXPECT_DEATH(Banner(),
                  "^fatal error: use of unimplemented initializer 'init\\(\\)' for class "
-                 "'VexmoraSDK.Banner'\n$");
+                 "'VexmoraSDK.Banner'\n");
 }
 
 }  // namespace

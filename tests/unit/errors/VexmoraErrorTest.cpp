@@ -55,7 +55,7 @@ TEST(VexmoraErrorTest, RestoresWhateverAnArchiveHolds) {
 TEST(VexmoraErrorDeathTest, RefusesAFreeDomain) {
     EXPECT_DEATH(VexmoraError("Elsewhere", 5, std::nullopt),
                  "^errors/VexmoraError: 6: 20: fatal error: use of unimplemented initializer "
-                 "'init\\(domain:code:userInfo:\\)' for class 'VexmoraSDK.VexmoraError'\n$");
+                 "'init\\(domain:code:userInfo:\\)' for class 'VexmoraSDK.VexmoraError'\n");
 }
 
 }  // namespace

@@ -91,7 +91,7 @@ TEST_F(NibTest, MakesTheTreeAndConnectsIt) {
 
 TEST_F(NibTest, StopsAtWhatItDoesNotKnow) {
     EXPECT_DEATH(Nib("Missing", Bundle(folder_)),
-                 "^fatal error: could not load the interface file 'Missing'\n$");
+                 "^fatal error: could not load the interface file 'Missing'\n");
     EXPECT_DEATH(load("<dict><key>class</key><string>Oval</string></dict>"),
                  "unknown class 'Oval'");
     EXPECT_DEATH(load("<dict/>"), kFoundNil);

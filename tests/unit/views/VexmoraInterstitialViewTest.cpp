@@ -94,7 +94,7 @@ TEST_F(VexmoraInterstitialViewTest, StopsAtRecordsThatMakeNoBanner) {
     EXPECT_DEATH(serve(kAds, R"([{"adTypeId":1,"clickUrl":"https://a/","bannerUrl":"https://a/",
                                   "title":"","description":"","displayName":""}])"),
                  "^fatal error: could not cast value of type 'VexmoraSDK.Native' to "
-                 "'VexmoraSDK.Banner'\n$");
+                 "'VexmoraSDK.Banner'\n");
     EXPECT_DEATH(
         {
             platform::FakeUrlSession::answerWithoutBody(kAds);
@@ -130,7 +130,7 @@ TEST_F(VexmoraInterstitialViewTest, StopsAtATapOnItsPictureAndAtAWindowWithoutAC
     showAd();
     EXPECT_DEATH(view_->tap({160, 240}),
                  "^fatal error: unrecognized selector 'handleTap:' sent to instance of "
-                 "'VexmoraSDK.VexmoraInterstitialView'\n$");
+                 "'VexmoraSDK.VexmoraInterstitialView'\n");
     window_->setRootViewController(nullptr);
     view_->setWindow(window_);
     EXPECT_DEATH(tapClose(), kFoundNil);
