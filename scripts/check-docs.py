@@ -24,7 +24,8 @@ import sys
 import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-RUN_BY_TESTS = {line.removeprefix("exec ") for script in (".ci/run", "scripts/test.sh")
+RUN_BY_TESTS = {re.sub(r"^\s*(exec |step \w+ )?|( \| tee .*)$", "", line)
+                for script in (".ci/run", "scripts/test.sh")
                 for line in (ROOT / script).read_text().splitlines()}
 
 

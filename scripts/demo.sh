@@ -6,6 +6,8 @@ root=$(CDPATH='' cd "$(dirname "$0")/.." && pwd)
 
 build=$root/build/release
 mkdir -p "$build"
+[ -x "$build/bin/vexmora-demo" ] || echo "Building the demo for the first time takes a few minutes." >&2
+echo "Building (log: $build/build.log)" >&2
 (
     cd "$root"
     cmake --preset release && cmake --build --preset release --target vexmora-demo vexmora-adserver
@@ -13,4 +15,5 @@ mkdir -p "$build"
     cat "$build/build.log" >&2
     exit 1
 }
+echo "Running $build/bin/vexmora-demo" >&2
 exec "$build/bin/vexmora-demo" "$@"

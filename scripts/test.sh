@@ -1,40 +1,90 @@
 #!/usr/bin/env bash
-# Builds and runs all tests. First what can be seen without building and the fuzzers for a moment;
-# then the tests under AddressSanitizer with UndefinedBehaviorSanitizer and under ThreadSanitizer;
-# then the demo, apps of hosts, built with what was installed and packaged, and what the documents
-# say; last the tests as they are.
 set -euo pipefail
 CDPATH='' cd "$(dirname "$0")/.."
-scripts/lint.sh --quick
 
-# Neither a display nor a graphics card is needed.
+usage() {
+    cat <<'EOF'
+Usage: scripts/test.sh
+
+Builds everything and runs all tests, as CI does, and installs packages that are
+missing. It needs neither a display nor a network. The steps, in this order:
+
+  lint       form, spelling, shell scripts, pages about the API
+  fuzz       every fuzzer for 5 seconds
+  asan       tests under AddressSanitizer and UndefinedBehaviorSanitizer
+  tsan       tests under ThreadSanitizer, without Qt
+  build      the debug build
+  demo       the demo's scenario; its pictures are in build/pictures
+  package    apps that use the installed library and the Debian packages
+  documents  the code and the commands of the documents
+  tests      tests of the debug build
+
+It ends at the first step that fails, and prints how long each step took.
+EOF
+}
+
+case "${1:-}" in
+    "") ;;
+    --help) usage; exit ;;
+    *) usage >&2; exit 2 ;;
+esac
+
 export QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software
 CTEST_PARALLEL_LEVEL=$(nproc)
 export CTEST_PARALLEL_LEVEL
+summary=$(mktemp)
+times=()
+current=
 
-echo "== fuzz"
-scripts/fuzz.sh --short
+step() {
+    current=$1
+    local start=$SECONDS
+    echo "== $1"
+    "${@:2}"
+    times+=("$1 $((SECONDS - start))")
+    current=
+}
 
-for preset in asan tsan; do
-    echo "== $preset"
-    cmake --preset "$preset"
-    cmake --build --preset "$preset"
-    ctest --preset "$preset"
-done
+# shellcheck disable=SC2317  # the trap calls it
+report() {
+    local time
+    echo
+    for time in "${times[@]}"; do
+        printf '%-10s %4d s\n' "${time% *}" "${time#* }"
+    done
+    printf '%-10s %4d s\n' total "$SECONDS"
+    sed -n '/tests passed/,$p' "$summary"
+    rm "$summary"
+    [ -z "$current" ] || echo "failed: $current" >&2
+}
+trap report EXIT
 
-echo "== dev"
-cmake --preset dev
-cmake --build --preset dev
+sanitized() {
+    cmake --preset "$1"
+    cmake --build --preset "$1"
+    ctest --preset "$1"
+}
 
-echo "== demo"
-scripts/demo.sh --headless --out build/pictures
+build() {
+    cmake --preset dev
+    cmake --build --preset dev
+}
 
-echo "== package"
-scripts/package.sh
-tests/package/run.sh build/dev build/package/packages
+package() {
+    scripts/package.sh
+    tests/package/run.sh build/dev build/package/packages
+}
 
-echo "== documents"
-scripts/check-docs.py
+tests() {
+    ctest --preset dev | tee "$summary"
+}
 
-echo "== tests"
-ctest --preset dev
+step lint scripts/lint.sh --quick
+step fuzz scripts/fuzz.sh --short
+step asan sanitized asan
+step tsan sanitized tsan
+step build build
+step demo scripts/demo.sh --headless --out build/pictures
+step package package
+step documents scripts/check-docs.py
+step tests tests
