@@ -36,7 +36,7 @@ int number(const Options& options, std::string_view name) {
     return std::atoi(found->second.c_str());
 }
 
-/// What an ad is painted on: the same for all who paint.
+/// The image that all ads are painted on.
 QImage& canvas(QSize size) {
     static QImage canvas;
     if (canvas.size() != size) canvas = QImage(size, QImage::Format_ARGB32_Premultiplied);
@@ -55,14 +55,14 @@ void paint(const FloorView& view) {
     view.paint(painter);
 }
 
-/// What one contender takes for one ad.
+/// What each ad of one contender took.
 struct Times {
-    Samples received;  ///< until the app could know of it
+    Samples received;  ///< Until the app was told of the ad.
     Samples painted;
-    Samples main;     ///< processor time of the main thread, painting included
-    Samples wakeUps;  ///< of all threads
+    Samples main;     ///< Processor time of the main thread, painting included.
+    Samples wakeUps;  ///< Of all threads.
 
-    /// The ad that was asked for when `watch` began is painted.
+    /// Adds an ad that was requested when `watch` began and is painted now.
     void add(Milliseconds receivedAfter, const Stopwatch& watch) {
         painted.add(watch.passed());
         main.add(watch.worked());
@@ -118,8 +118,8 @@ void showFloorAd(Floor& floor, const AdKind& kind, Times& times) {
 
 using Contender = std::pair<std::string_view, std::function<void(Times&)>>;
 
-/// One ad after the other, the contenders in turn, so that what else the machine does hits all of
-/// them. With "only", one of them alone.
+/// Shows one ad after the other. The contenders take turns, so that other load of the machine
+/// affects them alike. With the option "only", one of them runs alone.
 json::object inTurn(const Options& options, const std::vector<Contender>& contenders) {
     constexpr int kWarmUp = 5;
     const auto only = options.find("only");
@@ -145,7 +145,7 @@ json::object oneByOne(const Options& options) {
                             {"floor", [&](Times& times) { showFloorAd(floor, kind, times); }}});
 }
 
-/// One page of a scene after the other: the SDK's item and one written by hand.
+/// A scene that shows one page after the other, with the SDK's item or with one written by hand.
 class Scene {
  public:
     Scene(const AdKind& kind, const std::string& folder) : kind_(kind) {
@@ -189,7 +189,7 @@ class Scene {
 
  private:
     const AdKind& kind_;
-    QSignalMapper ready_;  // A signal of QML can be connected to a slot alone.
+    QSignalMapper ready_;  // A signal of QML cannot be connected to a function.
     QQmlEngine engine_;
     QQuickWindow window_;
     std::vector<std::unique_ptr<QQmlComponent>> components_;
@@ -197,8 +197,8 @@ class Scene {
     std::optional<Milliseconds> received_;
 };
 
-/// The floor takes its turns too, at the pace of the scene, though it shows nothing there: after
-/// the wait for a frame, caches are cold.
+/// The floor takes its turns too, though it shows nothing in the scene: it must find the caches as
+/// cold as the others do after the wait for a frame.
 json::object inScenes(const Options& options) {
     const AdKind& kind = AdKind::named(options.at("kind"));
     Scene scene(kind, options.at("qml"));
@@ -211,24 +211,24 @@ json::object inScenes(const Options& options) {
                              }}});
 }
 
-/// The main thread's work while that many ads arrive at once.
+/// What it took to show many ads at once.
 struct Burst {
     Samples passed;
-    Samples created;  ///< in the host's own calls of `createView`
-    Samples main;     ///< after these
+    Samples created;  ///< Processor time of the calls of `createView`.
+    Samples main;     ///< Processor time of the main thread after these calls.
     Samples longest;
-    Samples process;  ///< of all threads
+    Samples process;  ///< Processor time of all threads.
     Samples lostFrames;
 
-    /// All ads that were asked for when `watch` began are there.
-    void add(const Stopwatch& watch, Milliseconds calls, MainThreadStalls& stretches) {
-        stretches.tick();
+    /// Adds a burst whose ads were requested when `watch` began and are all there now.
+    void add(const Stopwatch& watch, Milliseconds calls, MainThreadStalls& stalls) {
+        stalls.tick();
         passed.add(watch.passed());
         created.add(calls);
         main.add(watch.worked() - calls);
-        longest.add(stretches.longest());
+        longest.add(stalls.longest());
         process.add(watch.workedByAll());
-        lostFrames.add(long{stretches.lostFrames()});
+        lostFrames.add(long{stalls.lostFrames()});
     }
 
     json::object json() const {
@@ -248,9 +248,9 @@ Views showAtOnce(const AdKind& kind, int count, Burst* burst) {
     for (int i = 0; i < count; ++i)
         views.push_back(kind.createView(delegate));
     const auto created = watch.worked();
-    MainThreadStalls stretches;
+    MainThreadStalls stalls;
     runUntil([&] { return received == count; });
-    if (burst) burst->add(watch, created, stretches);
+    if (burst) burst->add(watch, created, stalls);
     return views;
 }
 
@@ -260,9 +260,9 @@ void showByHandAtOnce(Floor& floor, const AdKind& kind, int count, Burst* burst)
     for (int i = 0; i < count; ++i)
         floor.fetch(kind.address(), [&](Floor::Ad ad) { views.emplace_back(kind, std::move(ad)); });
     const auto created = watch.worked();
-    MainThreadStalls stretches;
+    MainThreadStalls stalls;
     runUntil([&] { return views.size() == static_cast<std::size_t>(count); });
-    if (burst) burst->add(watch, created, stretches);
+    if (burst) burst->add(watch, created, stalls);
 }
 
 json::object atOnce(const Options& options) {

@@ -10,27 +10,27 @@
 
 namespace VexmoraSDK::benchmarks {
 
-/// One kind of ad, as the SDK is asked for it.
+/// A kind of ad and the parameters to request it.
 struct AdKind {
     std::string_view name;
     VexmoraViewType viewType;
     VexmoraAdType adType;
 
-    /// What all ads are asked for under: unless told otherwise, one whose pictures may not be kept,
-    /// so that whoever is compared fetches them each time.
+    /// The container identifier of all requests. The pictures of the default one may not be cached,
+    /// so that everything that is compared downloads them each time.
     inline static std::string container = "fault-picture-no-store";
 
     static const std::vector<AdKind>& all();
-    /// Ends the program when there is none of that name.
+    /// Ends the program if there is no kind of that name.
     static const AdKind& named(std::string_view name);
     static QSize screenSize() { return {360, 640}; }
 
     bool isNative() const { return viewType == VexmoraViewType::native; }
     bool isInterstitial() const { return viewType == VexmoraViewType::interstitial; }
 
-    /// A view of the SDK, its request under way.
+    /// Creates a view of the SDK, which starts its request.
     std::shared_ptr<VexmoraView> createView(std::shared_ptr<VexmoraDelegate> delegate) const;
-    /// What that view asks for.
+    /// The address that such a view requests.
     std::string address() const;
 };
 

@@ -1,6 +1,6 @@
-// The platform's session without a network: what is asked for is there, in a block of the main
-// queue. So a whole ad runs on one thread, and takes as many instructions each time. Where it has
-// no answer, nothing comes.
+// A URL session without a network. It completes each task in a block of the main queue, so that a
+// whole ad runs on one thread and takes the same number of instructions each time. Tasks for
+// unknown addresses never complete.
 
 #include "benchmarks/AnsweringUrlSession.h"
 

@@ -6,7 +6,7 @@
 
 namespace VexmoraSDK::benchmarks {
 
-/// What the platform's session answers from now on when it is asked for `address`.
+/// From now on the URL session answers requests for `address` with `body`.
 void answer(const std::string& address, platform::Data body);
 
 }  // namespace VexmoraSDK::benchmarks

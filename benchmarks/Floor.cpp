@@ -42,7 +42,7 @@ std::string text(const boost::json::object& ad, std::string_view name) {
 }  // namespace
 
 Floor::Floor() : multi_(curl_multi_init()) {
-    // As many connections as the SDK takes.
+    // The SDK opens as many connections.
     curl_multi_setopt(multi_, CURLMOPT_MAX_TOTAL_CONNECTIONS, 64L);
     io_ = std::thread([this] { transfer(); });
     pthread_setname_np(io_.native_handle(), "floor-io");

@@ -13,8 +13,8 @@
 
 namespace VexmoraSDK::benchmarks {
 
-/// What is left when an app shows an ad with no SDK: libcurl on a thread of its own, pictures
-/// decoded on workers, one event of the main thread for each hand-over. No errors are handled.
+/// The least that an app needs to show an ad without the SDK: libcurl on one thread, worker threads
+/// that decode pictures, and one event of the main thread for each result. It handles no errors.
 class Floor : public QObject {
  public:
     struct Ad {
@@ -40,7 +40,7 @@ class Floor : public QObject {
  private:
     using JobPointer = std::unique_ptr<Job>;
 
-    /// Jobs that wait for a thread.
+    /// A queue of jobs that wait for a thread.
     struct Jobs {
         std::mutex mutex;
         std::condition_variable changed;

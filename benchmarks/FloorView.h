@@ -10,10 +10,10 @@
 
 namespace VexmoraSDK::benchmarks {
 
-/// An ad placed and painted by hand, as the SDK's view of that kind does it.
+/// Lays out and paints an ad as the SDK's view of that kind does, without the SDK.
 class FloorView {
  public:
-    /// Lays out what there is to lay out.
+    /// Lays out the ad's texts, if it has any.
     FloorView(const AdKind& kind, Floor::Ad ad);
 
     QSize size() const { return size_; }

@@ -1,5 +1,5 @@
-// A host that shows a banner when it is given the library's folder, tells how many milliseconds the
-// first call took, and stays until its input ends.
+// A host that shows a banner if it is given the library's folder. It prints how many milliseconds
+// the first call took and runs until its input ends.
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QImage>

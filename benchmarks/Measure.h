@@ -15,10 +15,10 @@ using Milliseconds = std::chrono::duration<double, std::milli>;
 Milliseconds threadTime();
 /// Processor time of all threads.
 Milliseconds processTime();
-/// How often threads of this process went to sleep and were woken up.
+/// How often threads of this process were woken up.
 long wakeUps();
 
-/// Time that passed, and what the calling thread and all threads did meanwhile.
+/// Time since its construction, and the work of the calling thread and of all threads meanwhile.
 class Stopwatch {
  public:
     Milliseconds passed() const { return std::chrono::steady_clock::now() - begin_; }
@@ -33,16 +33,16 @@ class Stopwatch {
     std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
 };
 
-/// How long the main thread works without giving the event loop a chance, in processor time: a
-/// timer fires each millisecond that it can.
+/// How long the main thread keeps the event loop waiting, in processor time. A timer of one
+/// millisecond ends each stall.
 class MainThreadStalls {
  public:
     MainThreadStalls();
 
-    /// Ends the last stretch.
+    /// Ends the current stall.
     void tick();
     Milliseconds longest() const { return longest_; }
-    /// Frames of a display at 120 Hz that had no chance to be made.
+    /// The frames that a display of 120 Hz lost by stalls.
     int lostFrames() const { return lostFrames_; }
 
  private:
@@ -52,12 +52,12 @@ class MainThreadStalls {
     int lostFrames_ = 0;
 };
 
-/// Runs the event loop until `condition` holds. Ends the program when that takes minutes.
+/// Runs the event loop until `condition` holds. Ends the program if that takes minutes.
 void runUntil(const std::function<bool()>& condition);
-/// Runs what the event loop has to do now.
+/// Runs all events that are pending.
 void settle();
 
-/// Values, in the order in which they came.
+/// Measured values, in the order in which they were added.
 class Samples {
  public:
     void add(Milliseconds value) { values_.push_back(value.count()); }
@@ -72,8 +72,7 @@ class Samples {
 std::size_t liveHeap();
 /// "Pss" or "Rss" of this process, in bytes.
 std::size_t residentBytes(const std::string& which);
-/// Names of this process's threads with the processor time that those of the name took, in
-/// milliseconds.
+/// The processor time of this process's threads by their names, in milliseconds.
 boost::json::object threads();
 
 }  // namespace VexmoraSDK::benchmarks

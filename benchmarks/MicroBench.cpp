@@ -25,7 +25,7 @@ namespace {
 
 using platform::Data;
 
-/// What is measured: an operation, and how many bytes it reads.
+/// An operation to measure, and how many bytes it reads.
 struct Operation {
     std::string name;
     std::function<void()> run;
@@ -83,7 +83,7 @@ Operation painting(std::string name, const AdKind& kind, int scale) {
             bytes};
 }
 
-/// A view whose request and a model whose picture are never answered.
+/// Builds a view whose request never completes.
 Operation buildingView(const AdKind& kind) {
     return {"build view: " + std::string(kind.name), [adType = kind.adType] {
                 VexmoraViewFactory::createView("unanswered", adType, nullptr);
@@ -177,7 +177,7 @@ std::vector<Operation> operations(const std::string& pictures) {
     return all;
 }
 
-/// Has callgrind, which this must run under, count the instructions of one run.
+/// Counts the instructions of one run; the program must run under callgrind.
 void count(const Operation& operation) {
     for (int warmUp = 0; warmUp < 3; ++warmUp)
         operation.run();
@@ -191,8 +191,8 @@ void count(const Operation& operation) {
 }  // namespace
 }  // namespace VexmoraSDK::benchmarks
 
-/// `vexmora-micro LIBRARY PICTURES count` has callgrind count; without "count", Google Benchmark
-/// takes over.
+/// `vexmora-micro LIBRARY PICTURES count` counts instructions under callgrind; without "count",
+/// Google Benchmark measures time.
 int main(int argc, char** argv) {
     using namespace VexmoraSDK::benchmarks;
     if (argc < 3) {

@@ -58,7 +58,7 @@ class Bench:
             server.wait()
 
     def serve(self, latency):
-        # It tells of each request, and whoever read that would be woken up each time.
+        # It prints each request, and a reader would be woken up each time.
         log = f"{self.folder}/server-{latency}.log"
         with open(log, "w", encoding="utf-8") as output:
             self.servers[latency] = subprocess.Popen(
@@ -124,7 +124,7 @@ def time_to_ad(bench, count):
     say("time to ad")
     result = {0: {kind: summaries(bench.run("one-by-one", kind=kind, count=count))
                   for kind in KINDS}}
-    # Those who mostly wait can wait together, several processes for each kind where waits are long.
+    # Processes that mostly wait run at the same time, more of them where the latency is larger.
     running = {latency: {kind: [
         bench.start("one-by-one", latency, kind=kind, count=count * 20 // latency)
         for _ in range(latency // 20)] for kind in KINDS} for latency in bench.libraries if latency}
@@ -250,7 +250,7 @@ class Page(http.server.BaseHTTPRequestHandler):
     """A page that fetches an ad and its picture, and what it fetches."""
 
     protocol_version = "HTTP/1.1"
-    disable_nagle_algorithm = True  # a body must not wait until its head was acknowledged
+    disable_nagle_algorithm = True  # the body must not wait until the headers are acknowledged
     html = """<!doctype html><body><script>
         const show = async () => {
             const [ad] = await (await fetch('/ads')).json();
@@ -368,7 +368,7 @@ def everything(bench, quick):
         "micro": micro(bench),
         "instructions": instructions(bench),
     }
-    # As it will be read back: the keys are texts.
+    # In the file the keys will be strings, too.
     return json.loads(json.dumps(result))
 
 
@@ -386,7 +386,7 @@ def check(bench, recorded):
     for name, count in sorted(counts.items()):
         known = recorded["instructions"].get(name)
         change = count / known - 1 if known else 0
-        # What the floor takes is not the library's doing.
+        # The floor is not the library; its cost is not compared.
         worse = change > 0.1 and not name.startswith("floor")
         good = good and not worse
         print(f"{name}: {count:,} instructions, {change:+.1%}{'  TOO MANY' if worse else ''}")

@@ -7,18 +7,18 @@
 
 namespace VexmoraSDK {
 
-/// A started application of the toolkit's, or one on the fake device; which, is decided when
-/// linking. Its thread is the main thread.
+/// The application object of the toolkit, or of the fake platform, whichever is linked. The thread
+/// that makes it is the main thread.
 class App {
  public:
     App();
     ~App();
 
-    /// Starts one that is never taken down.
+    /// Starts one that is never destroyed.
     static void startForGood() { forGood_ = new App; }
 
-    /// Runs what comes up on the main thread until `condition` holds; false when that takes too
-    /// long.
+    /// Runs the main thread's events until `condition` holds; returns false if that takes longer
+    /// than `longest`.
     template <class Condition>
     static bool waitFor(Condition condition,
                         std::chrono::seconds longest = std::chrono::seconds(60)) {

@@ -11,7 +11,7 @@ App::App() {
     platform::FakeMainQueue::start();
 }
 
-// The queue stays, as it does when a toolkit has ended, and runs no more blocks.
+// The queue stays, as a toolkit's does after its end, and runs no more blocks.
 App::~App() = default;
 
 void App::runForAMoment() {

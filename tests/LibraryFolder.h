@@ -12,13 +12,13 @@
 
 namespace VexmoraSDK {
 
-/// The library's resources as they are shipped, but for settings that lead to a server of the
-/// test's. To be made before the first ad view.
+/// A copy of the shipped resources whose settings have the request template of the test. Make it
+/// before the first ad view, which reads the settings.
 class LibraryFolder {
  public:
     explicit LibraryFolder(const std::string& requestUrlFormat) {
         std::string path = std::filesystem::temp_directory_path() / "vexmora-XXXXXX";
-        if (!mkdtemp(path.data())) throw std::runtime_error("no folder to be had");
+        if (!mkdtemp(path.data())) throw std::runtime_error("cannot make a temporary folder");
         folder_ = path;
         std::filesystem::copy(platform::Bundle::shippedLibraryFolder(), folder_,
                               std::filesystem::copy_options::recursive);

@@ -14,7 +14,7 @@
 
 namespace VexmoraSDK {
 
-/// A program that runs, with what it prints. Ends with the process that runs it.
+/// A running program and what it prints. It is killed if the process that started it ends.
 class Program {
  public:
     explicit Program(std::vector<std::string> command) {
@@ -44,14 +44,14 @@ class Program {
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    /// What comes up to the end of the line that contains `wanted`, or of all there is.
+    /// Reads up to the end of the line that contains `wanted`, or to the end of the output.
     std::string readTo(const std::string& wanted) {
         for (;;) {
-            const std::size_t found = said_.find(wanted);
-            const std::size_t end = found == std::string::npos ? found : said_.find('\n', found);
+            const std::size_t found = printed_.find(wanted);
+            const std::size_t end = found == std::string::npos ? found : printed_.find('\n', found);
             if (end != std::string::npos || !readMore()) {
-                std::string part = said_.substr(0, end);
-                said_.erase(0, end);
+                std::string part = printed_.substr(0, end);
+                printed_.erase(0, end);
                 return part;
             }
         }
@@ -60,21 +60,21 @@ class Program {
     std::string readAll() {
         while (readMore()) {
         }
-        return std::exchange(said_, {});
+        return std::exchange(printed_, {});
     }
 
-    /// What stands behind `label` in the next line that has it.
+    /// Reads the rest of the next line that contains `label`, from behind the label on.
     std::string readLabelled(const std::string& label) {
         const std::string text = readTo(label);
         const std::size_t found = text.rfind(label);
-        if (found == std::string::npos) throw std::runtime_error("not said: " + label);
+        if (found == std::string::npos) throw std::runtime_error("not in the output: " + label);
         return text.substr(found + label.size());
     }
 
-    /// Else what it says and nobody reads would hold it up one day.
+    /// Ignores all further output, so that the program never waits for somebody to read it.
     void stopReading() { close(std::exchange(output_, -1)); }
 
-    /// Asks it to end; its exit status.
+    /// Sends SIGTERM and returns the exit status.
     int end() {
         kill(id_, SIGTERM);
         return wait();
@@ -92,13 +92,13 @@ class Program {
         if (poll(&more, 1, 60'000) != 1) return false;
         char buffer[4096];
         const ssize_t size = read(output_, buffer, sizeof buffer);
-        if (size > 0) said_.append(buffer, static_cast<std::size_t>(size));
+        if (size > 0) printed_.append(buffer, static_cast<std::size_t>(size));
         return size > 0;
     }
 
     pid_t id_ = 0;
     int output_ = -1;
-    std::string said_;
+    std::string printed_;
 };
 
 }  // namespace VexmoraSDK

@@ -23,7 +23,7 @@ App::App() : impl_(std::make_unique<Impl>()) {}
 App::~App() = default;
 
 void App::runForAMoment() {
-    // Not all that is waited for comes about by an event of this thread.
+    // The condition that is waited for may become true without an event of this thread.
     QTimer moment;
     moment.start(10);
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
@@ -32,7 +32,7 @@ void App::runForAMoment() {
 
 }  // namespace VexmoraSDK
 
-// What fontconfig has loaded it keeps, and nothing is to be said about that.
+// fontconfig never frees the fonts that it has loaded.
 extern "C" const char* __lsan_default_suppressions() {
     return "leak:libfontconfig";
 }

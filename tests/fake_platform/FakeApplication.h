@@ -6,7 +6,7 @@
 
 namespace VexmoraSDK::platform::FakeApplication {
 
-/// From now on `opener` is handed the addresses to open, instead of the device.
+/// From now on `opener` is called with each URL that the library opens.
 void setOpener(std::function<void(const Url& url)> opener);
 
 }  // namespace VexmoraSDK::platform::FakeApplication

@@ -1,13 +1,13 @@
 #pragma once
 
-/// The main queue of the tests: its blocks run when the test says so.
+/// The main queue of the unit tests: its blocks run when the test drains it.
 namespace VexmoraSDK::platform::FakeMainQueue {
 
-/// The calling thread is the main thread from now on, with nothing queued.
+/// Makes the calling thread the main thread and empties the queue.
 void start();
-/// There is no main queue from now on; what was queued is dropped.
+/// Drops all blocks; from now on there is no main queue.
 void stop();
-/// Runs what is queued, and what that queues, until nothing is left. Main thread.
+/// Runs blocks until the queue is empty, those that blocks add included. Main thread.
 void drain() noexcept;
 
 }  // namespace VexmoraSDK::platform::FakeMainQueue

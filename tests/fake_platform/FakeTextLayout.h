@@ -8,13 +8,13 @@
 
 namespace VexmoraSDK::platform::FakeTextLayout {
 
-/// Says what the lines of a text take within a width.
+/// Returns the sizes of a text's lines within a width.
 using Rule = std::function<Size(const std::string& text, const Font& font, double width)>;
 
-/// Texts laid out from now on measure as `rule` says. Main thread.
+/// Texts that are laid out from now on are measured by `rule`. Main thread.
 void measureBy(Rule rule);
 
-/// The rule at first: every byte is half the font's size wide, every line as high as the font's
+/// The rule at first: each byte is half the font's size wide, each line is as high as the font's
 /// size, and lines break anywhere.
 Size measureByBytes(const std::string& text, const Font& font, double width);
 

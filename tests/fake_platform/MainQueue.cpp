@@ -27,7 +27,7 @@ State& state() {
 
 thread_local bool runningBlock = false;
 
-// Blocks are let go outside the lock: what they hold may come back to the queue.
+// Blocks are destroyed outside the lock, because what they hold may use the queue.
 void restart(std::optional<std::thread::id> mainThread) {
     std::deque<Block> dropped;
     const std::lock_guard lock(state().mutex);

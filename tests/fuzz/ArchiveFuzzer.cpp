@@ -1,4 +1,4 @@
-// Errors, archived and restored with all that they hold.
+// Archives errors and restores them, with all kinds of user information.
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <bit>
@@ -19,7 +19,7 @@ std::string text(FuzzedDataProvider& bytes) {
     return bytes.ConsumeRandomLengthString(64);
 }
 
-/// What is no number equals nothing, itself included.
+/// NaN would not equal itself.
 double finite(double number) {
     return number == number ? number : std::numeric_limits<double>::infinity();
 }

@@ -1,4 +1,4 @@
-// Fatal stops that the fuzzers outlive, linked in the place of the platform's own.
+// The fatal stops of the fuzzers are exceptions; they are linked instead of the library's own.
 #include "VexmoraSDK/platform/foundation/Fatal.h"
 
 #include <cstdlib>

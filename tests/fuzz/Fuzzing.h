@@ -9,10 +9,10 @@
 
 namespace VexmoraSDK {
 
-/// What a fatal stop is in the fuzzers: an answer like any other.
+/// Thrown by a fatal stop, which is no finding.
 struct FatalStop {};
 
-/// Ends the process, which keeps the input, when the library did not do what it promises.
+/// Reports a finding unless `promise` holds; the fuzzer then keeps the input.
 inline void check(bool promise, const char* broken) {
     if (promise) return;
     std::fprintf(stderr, "%s\n", broken);

@@ -1,4 +1,4 @@
-// What a server may answer to the URL session.
+// Feeds the URL session with responses.
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <netdb.h>
@@ -22,8 +22,8 @@ namespace {
 
 constexpr std::string_view kNextAnswer = "\n%%\n";
 
-/// The only network that the process has: whoever connects, wherever to, gets the next part of the
-/// input, and the last part again and again.
+/// The only network of the process. Each connection, to whatever address, receives the next part of
+/// the input; when all parts were sent, it receives the last one again.
 class Network {
  public:
     static Network& shared() {
@@ -50,7 +50,7 @@ class Network {
         if (end != answers_.npos) answers_.remove_prefix(end + kNextAnswer.size());
         send(ends[1], answer.data(), answer.size(), MSG_NOSIGNAL);
         shutdown(ends[1], SHUT_WR);
-        peers_.push_back(ends[1]);  // else what the client sends would find nobody
+        peers_.push_back(ends[1]);  // so that the client can send its request
         return 0;
     }
 
@@ -68,7 +68,7 @@ void shrinkLimits() {
     limits.body = 64 << 10;
 }
 
-/// A second completion of the task throws on a delivery thread, which ends the process.
+/// A second completion would make the promise throw on a delivery thread, which ends the process.
 void fetch(const std::string& address) {
     auto done = std::make_shared<std::promise<void>>();
     auto future = done->get_future();
@@ -88,7 +88,7 @@ void fetch(const std::string& address) {
 }  // namespace
 }  // namespace VexmoraSDK
 
-// These stand before those of the C library, for libcurl too.
+// The linker prefers these to the functions of the C library, for libcurl too.
 
 extern "C" int connect(int descriptor, const sockaddr*, socklen_t) {
     return VexmoraSDK::Network::shared().connect(descriptor);
@@ -109,7 +109,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     using namespace VexmoraSDK;
     Network::shared().begin({reinterpret_cast<const char*>(bytes), size});
-    // An address that was not asked before, and then again: what is known of it may be used.
+    // The second request for a new address may be answered from the cache.
     static int turn = 0;
     const auto address = "http://10.0.0.1/ads?container=1&types=77&turn=" + std::to_string(++turn);
     fetch(address);

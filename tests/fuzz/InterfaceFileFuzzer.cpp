@@ -1,4 +1,4 @@
-// Interface files, and the views that they make.
+// Loads interface files and uses the views that they make.
 #include <unistd.h>
 
 #include <filesystem>
@@ -18,7 +18,7 @@ std::shared_ptr<platform::View> fromCoder(const platform::Coder& coder) {
     return platform::makeSharedOnMain<View>(coder);
 }
 
-/// A bundle of one interface file.
+/// A bundle with one interface file.
 class Folder {
  public:
     Folder() { std::filesystem::create_directories(path_ / "views"); }

@@ -1,4 +1,4 @@
-// Pictures, decoded and painted.
+// Decodes pictures and paints them.
 #include <QtGui/QGuiApplication>
 #include <QtGui/QImage>
 #include <QtGui/QPainter>

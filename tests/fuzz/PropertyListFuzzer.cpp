@@ -1,4 +1,4 @@
-// Property lists. What was read is written and read again without a change.
+// Reads property lists; what was read must be the same after it was written and read again.
 #include "VexmoraSDK/platform/foundation/Coder.h"
 #include "VexmoraSDK/platform/foundation/PropertyList.h"
 #include "tests/fuzz/Fuzzing.h"
@@ -8,12 +8,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     using platform::Coder;
     namespace PropertyList = platform::PropertyList;
     const auto list = PropertyList::dictionary(dataOf(bytes, size));
-    // What is no number equals nothing, itself included.
+    // NaN would not equal itself.
     if (!list || !(*list == *list)) return 0;
     const auto archive = Coder(*list).data();
     const auto restored = Coder::fromData(archive);
     check(restored.has_value(), "an archive that cannot be read");
-    // Not byte by byte: libplist may write equal containers once or twice.
+    // The bytes may differ, because libplist may write equal containers once or twice.
     check(PropertyList::dictionary(restored->data()) == PropertyList::dictionary(archive),
           "another archive");
     return 0;

@@ -1,4 +1,4 @@
-// The ad server's answer, from its bytes to the models.
+// Parses bodies of ad responses and builds the models.
 #include "VexmoraSDK/ads/AdFactory.h"
 #include "tests/fake_platform/FakeUrlSession.h"
 #include "tests/fuzz/Fuzzing.h"
