@@ -5,6 +5,7 @@
 #include <QtQuick/QQuickWindow>
 
 #include "VexmoraSDK/platform/MainQueue.h"
+#include "VexmoraSDK/quick/Accessibility.h"
 #include "VexmoraSDK/quick/Vexmora.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 #include "VexmoraSDK/views/VexmoraNativeView.h"
@@ -12,9 +13,9 @@
 
 namespace VexmoraSDK {
 
-/// How the item hears of one view. Any thread holds it; only the main thread looks at the item,
-/// which is absent once it is gone or shows another view.
-struct VexmoraAdItem::Ear {
+/// Listens to one view on behalf of the item. Any thread may hold it; only the main thread uses the
+/// item, which is absent once it is destroyed or shows another view.
+struct VexmoraAdItem::Listener {
     QPointer<VexmoraAdItem> item;
 };
 
@@ -45,7 +46,7 @@ QString descriptionOf(const VexmoraError& error) {
     return QLatin1String(QMetaEnum::fromType<Vexmora::ErrorCode>().valueToKey(code));
 }
 
-// The address that a tap opens. Taps come to views that have an ad.
+// The address that a tap opens. Only a view that has an ad is tapped.
 QString clickUrlOf(VexmoraView& view) {
     if (const auto* banner = dynamic_cast<VexmoraBannerView*>(&view))
         return QString::fromStdString(banner->ad()->clickUrl().text());
@@ -62,26 +63,26 @@ void runOnMainThread(std::function<void()> block) {
         queue->async(std::move(block));
 }
 
-template <class EarPointer>
-std::shared_ptr<VexmoraDelegate> delegateFor(const EarPointer& ear) {
+template <class ListenerPointer>
+std::shared_ptr<VexmoraDelegate> delegateFor(const ListenerPointer& listener) {
     using Item = VexmoraAdItem;
     auto delegate = std::make_shared<VexmoraDelegate>();
-    const auto tells = [&ear](void (Item::*signal)()) {
-        return [ear, signal](VexmoraView&) {
-            if (ear->item) Q_EMIT(ear->item->*signal)();
+    const auto tells = [&listener](void (Item::*signal)()) {
+        return [listener, signal](VexmoraView&) {
+            if (listener->item) Q_EMIT(listener->item->*signal)();
         };
     };
     delegate->didReceiveAd = tells(&Item::didReceiveAd);
     delegate->willShowScreen = tells(&Item::willShowScreen);
     delegate->willDismissScreen = tells(&Item::willDismissScreen);
     delegate->didDismissScreen = tells(&Item::didDismissScreen);
-    delegate->willLeaveApplication = [ear](VexmoraView& view) {
-        if (ear->item) Q_EMIT ear->item->willLeaveApplication(clickUrlOf(view));
+    delegate->willLeaveApplication = [listener](VexmoraView& view) {
+        if (listener->item) Q_EMIT listener->item->willLeaveApplication(clickUrlOf(view));
     };
-    delegate->didHaveError = [ear](VexmoraView&, const VexmoraError& error) {
+    delegate->didHaveError = [listener](VexmoraView&, const VexmoraError& error) {
         const int code = static_cast<int>(error.code());
-        runOnMainThread([ear, code, description = descriptionOf(error)] {
-            if (ear->item) Q_EMIT ear->item->didHaveError(code, description);
+        runOnMainThread([listener, code, description = descriptionOf(error)] {
+            if (listener->item) Q_EMIT listener->item->didHaveError(code, description);
         });
     };
     return delegate;
@@ -92,7 +93,7 @@ std::shared_ptr<VexmoraDelegate> delegateFor(const EarPointer& ear) {
 VexmoraAdItem::VexmoraAdItem(QQuickItem* parent) : ViewItem(parent) {}
 
 VexmoraAdItem::~VexmoraAdItem() {
-    stopHearing();
+    stopListening();
 }
 
 void VexmoraAdItem::setContainerId(const QString& containerId) {
@@ -128,8 +129,13 @@ void VexmoraAdItem::setViewType(int viewType) {
 
 void VexmoraAdItem::setView(std::shared_ptr<VexmoraView> view) {
     willAskAnew_ = false;
-    stopHearing();
+    stopListening();
     place(std::move(view));
+}
+
+void VexmoraAdItem::updateAccessibility() {
+    if (auto* link = makeAccessible(this, QAccessible::Link, tr("Advertisement")))
+        connect(link, SIGNAL(pressAction()), SLOT(press()), Qt::UniqueConnection);
 }
 
 void VexmoraAdItem::componentComplete() {
@@ -137,16 +143,16 @@ void VexmoraAdItem::componentComplete() {
     if (!view()) askLater();
 }
 
-// The former view goes at once: its ad is not what the properties say now.
+// The former view goes at once: the properties no longer ask for its ad.
 void VexmoraAdItem::choiceChanged() {
-    stopHearing();
+    stopListening();
     place(nullptr);
     if (isComponentComplete()) askLater();
 }
 
 void VexmoraAdItem::askLater() {
     if (std::exchange(willAskAnew_, true)) return;
-    // No block of the main queue, in which the request would start one turn later still.
+    // A block of the main queue would not do: a request made in it starts one turn later still.
     const auto askNow = [this] {
         if (std::exchange(willAskAnew_, false)) ask();
     };
@@ -154,11 +160,11 @@ void VexmoraAdItem::askLater() {
 }
 
 void VexmoraAdItem::ask() {
-    const auto ear = std::make_shared<Ear>(Ear{this});
-    ear_ = ear;
-    auto view = makeView(delegateFor(ear));
-    // The host may have heard of an error already, and have destroyed the item or placed a view.
-    if (!ear->item) return;
+    const auto listener = std::make_shared<Listener>(Listener{this});
+    listener_ = listener;
+    auto view = makeView(delegateFor(listener));
+    // The host may have heard of an error meanwhile and have destroyed the item or set a view.
+    if (!listener->item) return;
     if (view && isShownOnScreens(view->viewType())) {
         const QSizeF size = screenSize();
         view->setFrame({{0, 0}, {size.width(), size.height()}});
@@ -189,9 +195,9 @@ QSizeF VexmoraAdItem::screenSize() const {
     return window()->size();
 }
 
-void VexmoraAdItem::stopHearing() {
-    if (ear_) ear_->item.clear();
-    ear_.reset();
+void VexmoraAdItem::stopListening() {
+    if (listener_) listener_->item.clear();
+    listener_.reset();
 }
 
 }  // namespace VexmoraSDK

@@ -22,9 +22,9 @@ namespace VexmoraSDK {
 ///
 /// An interstitial ad is not shown in place and takes none: `VexmoraScreenItem` presents it. It is
 /// as large as the item when it is asked for, or as the window where the item has no size.
-class VEXMORA_EXPORT VexmoraAdItem : public VexmoraSDK::ViewItem {  // Spelt out for the QML tools.
+class VEXMORA_EXPORT VexmoraAdItem : public VexmoraSDK::ViewItem {  // The QML tools need all of it.
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(VexmoraAdView)
 
     /// The placement's name at the ad server. It goes into the request address as it is: a name
     /// that makes no valid address, with a space in it for instance, stops the program.
@@ -79,15 +79,16 @@ class VEXMORA_EXPORT VexmoraAdItem : public VexmoraSDK::ViewItem {  // Spelt out
 
  protected:
     void componentComplete() override;
+    void updateAccessibility() override;
 
  private:
-    struct Ear;
+    struct Listener;
 
     void choiceChanged();
     void askLater();
     void ask();
     std::shared_ptr<VexmoraView> makeView(const std::shared_ptr<VexmoraDelegate>& delegate) const;
-    void stopHearing();
+    void stopListening();
     void place(std::shared_ptr<VexmoraView> view);
     QSizeF screenSize() const;
 
@@ -98,7 +99,7 @@ class VEXMORA_EXPORT VexmoraAdItem : public VexmoraSDK::ViewItem {  // Spelt out
 
     std::shared_ptr<VexmoraView> adView_;
     /// Present while the item has a view that the properties ask for.
-    std::shared_ptr<Ear> ear_;
+    std::shared_ptr<Listener> listener_;
     bool willAskAnew_ = false;
 };
 

@@ -1,20 +1,32 @@
 #include "VexmoraSDK/quick/VexmoraScreenItem.h"
 
+#include <QtGui/QGuiApplication>
+#include <QtGui/QPainter>
+#include <QtGui/QPalette>
+#include <QtQuick/QQuickPaintedItem>
 #include <QtQuick/QQuickWindow>
+#include <algorithm>
+#include <array>
 #include <utility>
 
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/platform/ui/Button.h"
 #include "VexmoraSDK/presenting/Presentation.h"
+#include "VexmoraSDK/quick/Accessibility.h"
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
 
 namespace VexmoraSDK {
 namespace {
 
-constexpr int kMilliseconds = 250;
+constexpr int kMoveMilliseconds = 250;
 
-bool closes(const QKeyEvent* event) {
+bool isCloseKey(const QKeyEvent* event) {
     return event->key() == Qt::Key_Escape || event->key() == Qt::Key_Back;
+}
+
+bool isPressKey(const QKeyEvent* event) {
+    constexpr std::array kKeys = {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Select};
+    return std::ranges::find(kKeys, event->key()) != kKeys.end();
 }
 
 }  // namespace
@@ -25,19 +37,42 @@ class VexmoraScreenItem::Stage : public ViewItem {
     using ViewItem::show;
 };
 
+/// Shows nothing but that it has the keyboard.
+class VexmoraScreenItem::CloseKey : public QQuickPaintedItem {
+ public:
+    explicit CloseKey(QQuickItem* parent) : QQuickPaintedItem(parent) { setVisible(false); }
+
+    void paint(QPainter* painter) override {
+        if (!hasActiveFocus()) return;
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(QPen(QGuiApplication::palette().highlight(), 3));
+        painter->drawEllipse(boundingRect().adjusted(2, 2, -2, -2));
+    }
+
+ protected:
+    void itemChange(ItemChange change, const ItemChangeData& data) override {
+        if (change == ItemActiveFocusHasChanged) update();
+        QQuickPaintedItem::itemChange(change, data);
+    }
+};
+
 VexmoraScreenItem::VexmoraScreenItem(QQuickItem* parent)
-    : QQuickItem(parent),
-      presentation_(std::make_unique<Presentation>([this](bool animated) { leave(animated); })),
+    : presentation_(std::make_unique<Presentation>([this](bool animated) { leave(animated); })),
       stage_(new Stage(this)),
+      closeKey_(new CloseKey(stage_)),
       movement_(stage_, "y") {
+    // An item that is in a window and has children cannot become a focus scope any more.
     setFlag(ItemIsFocusScope);
+    setParent(parent);
+    setParentItem(parent);
     setClip(true);
-    movement_.setDuration(kMilliseconds);
+    connect(this, &VexmoraScreenItem::closeRectChanged, this, &VexmoraScreenItem::updateCloseKey);
+    movement_.setDuration(kMoveMilliseconds);
     movement_.setEasingCurve(QEasingCurve::OutCubic);
     connect(&movement_, &QPropertyAnimation::finished, this, [this] {
         if (presentation_->isLeaving()) leftScreen();
     });
-    // Later, so that a host may destroy the screen from inside.
+    // The signal comes later, so that a host may destroy the screen from inside it.
     connect(&movement_, &QPropertyAnimation::stateChanged, this, &VexmoraScreenItem::movingChanged,
             Qt::QueuedConnection);
 }
@@ -60,7 +95,7 @@ bool VexmoraScreenItem::present(std::shared_ptr<VexmoraView> view) {
     setAcceptTouchEvents(true);
     moveStage(0);
     focusedBefore_ = window() ? window()->activeFocusItem() : nullptr;
-    // What follows lets the host act, who may destroy this screen.
+    // The host acts on what follows, and may destroy this screen.
     const QPointer guard(this);
     forceActiveFocus();
     if (guard) Q_EMIT closeRectChanged();
@@ -72,7 +107,7 @@ bool VexmoraScreenItem::isPresenting() const {
     return presentation_->view() != nullptr;
 }
 
-// Later, so that a host may destroy the screen from inside of what this brings about.
+// The button is pressed later, so that a host may destroy the screen while it hears of it.
 void VexmoraScreenItem::close() {
     platform::MainQueue::main()->async([screen = QPointer(this)] {
         if (!screen || screen->presentation_->isLeaving()) return;
@@ -161,10 +196,26 @@ void VexmoraScreenItem::geometryChange(const QRectF& newGeometry, const QRectF& 
     Q_EMIT closeRectChanged();
 }
 
+void VexmoraScreenItem::itemChange(ItemChange change, const ItemChangeData& data) {
+    if (change == ItemSceneChange && data.window) updateCloseKey();
+    QQuickItem::itemChange(change, data);
+}
+
+void VexmoraScreenItem::updateCloseKey() {
+    const QRectF rect = closeRect();
+    closeKey_->setPosition(rect.topLeft());
+    closeKey_->setSize(rect.size());
+    closeKey_->setVisible(!rect.isEmpty());
+    if (auto* button = makeAccessible(closeKey_, QAccessible::Button, closeLabel())) {
+        button->setProperty("focusable", true);
+        connect(button, SIGNAL(pressAction()), SLOT(close()), Qt::UniqueConnection);
+    }
+}
+
 bool VexmoraScreenItem::event(QEvent* event) {
-    // Else a shortcut of the host's would have the key.
+    // Otherwise a shortcut of the host's would get the key.
     if (event->type() == QEvent::ShortcutOverride && isPresenting() &&
-        closes(static_cast<QKeyEvent*>(event))) {
+        isCloseKey(static_cast<QKeyEvent*>(event))) {
         event->accept();
         return true;
     }
@@ -172,17 +223,20 @@ bool VexmoraScreenItem::event(QEvent* event) {
 }
 
 void VexmoraScreenItem::keyPressEvent(QKeyEvent* event) {
-    // The close button is the one thing that Tab leads to.
-    const bool isTab = event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab;
-    event->setAccepted(isPresenting() && (!isTab || presentation_->isLeaving()));
-    if (isPresenting() && closes(event)) close();
+    event->setAccepted(isPresenting());
+    if (!isPresenting() || presentation_->isLeaving()) return;
+    // The keyboard stays with the ad as long as it is there: Tab leads to the close button alone.
+    if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)
+        closeKey_->forceActiveFocus(Qt::TabFocusReason);
+    else if (isCloseKey(event) || (closeKey_->hasActiveFocus() && isPressKey(event)))
+        close();
 }
 
 void VexmoraScreenItem::keyReleaseEvent(QKeyEvent* event) {
     event->setAccepted(isPresenting());
 }
 
-// What is behind the screen gets nothing of these.
+// While an ad is presented these events do not reach what is behind it.
 void VexmoraScreenItem::mousePressEvent(QMouseEvent*) {}
 void VexmoraScreenItem::wheelEvent(QWheelEvent* event) {
     event->setAccepted(isPresenting());

@@ -27,12 +27,9 @@ class Button;
 /// of the rest. An ad is presented in the frame that its view has; when the screen changes its size
 /// meanwhile, the view fills it again. The screen may be destroyed at any time, from inside its own
 /// signals and those of its ad too. Main thread.
-///
-/// A tap on an interstitial ad anywhere but on its close button is a deliberate stop of the
-/// program.
 class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(VexmoraScreen)
 
     /// From the call of `present` until the ad has moved out.
     Q_PROPERTY(bool presenting READ isPresenting NOTIFY presentingChanged FINAL)
@@ -58,7 +55,7 @@ class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     /// The same for a view that the host has made with the factory. Its frame is left as it is.
     bool present(std::shared_ptr<VexmoraView> view);
     /// Taps the close button of the ad that is presented.
-    Q_INVOKABLE void close();
+    Q_SLOT void close();
 
     bool isPresenting() const;
     bool isMoving() const { return movement_.state() == QPropertyAnimation::Running; }
@@ -81,6 +78,7 @@ class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
 
  protected:
     bool event(QEvent* event) override;
+    void itemChange(ItemChange change, const ItemChangeData& data) override;
     void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
@@ -90,7 +88,9 @@ class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
 
  private:
     class Stage;
+    class CloseKey;
 
+    void updateCloseKey();
     void leave(bool animated);
     void leftScreen();
     void moveStage(double to);
@@ -100,6 +100,8 @@ class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     const std::unique_ptr<Presentation> presentation_;
     /// The item that moves.
     Stage* const stage_;
+    /// The close button for the keyboard and for screen readers; fingers touch that of the ad.
+    CloseKey* const closeKey_;
     QPropertyAnimation movement_;
     /// What had the keyboard before, to have it again.
     QPointer<QQuickItem> focusedBefore_;

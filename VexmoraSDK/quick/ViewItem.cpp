@@ -12,24 +12,18 @@
 
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/platform/qt/ViewPainter.h"
+#include "VexmoraSDK/presenting/TapTarget.h"
 
 namespace VexmoraSDK {
 namespace {
 
-// What every graphics card takes as one texture. A larger view is painted with fewer pixels.
+// Every graphics card takes that many in one texture. A larger view is painted with fewer pixels.
 constexpr double kMaxPixelsPerSide = 4096;
 
 QSizeF sizeOf(const std::shared_ptr<platform::View>& view) {
     if (!view) return QSizeF(0, 0);
     const auto [width, height] = view->frame().size;
     return QSizeF(width, height);
-}
-
-// Whether a tap on `view` would fire anything.
-bool takesTaps(std::shared_ptr<platform::View> view) {
-    while (view && view->gestureRecognizers().empty())
-        view = view->superview();
-    return view != nullptr;
 }
 
 }  // namespace
@@ -50,7 +44,7 @@ void ViewItem::press() {
 
 void ViewItem::show(std::shared_ptr<platform::View> view) {
     if (view_) view_->setDisplayCallback({});
-    // A press on the former view is no tap on this one.
+    // A press on the former view shall not end as a tap on this one.
     taps_.cancel();
     view_ = std::move(view);
     if (view_) view_->setDisplayCallback([this] { viewChanged(); });
@@ -69,7 +63,8 @@ void ViewItem::viewChanged() {
 
 void ViewItem::updateImplicitSize() {
     const QSizeF size = sizeOf(view_).isEmpty() ? reservedSize_ : sizeOf(view_);
-    setImplicitSize(size.width(), size.height());
+    const auto bounded = size.boundedTo(QSizeF(kMaxImplicitSize, kMaxImplicitSize));
+    setImplicitSize(bounded.width(), bounded.height());
 }
 
 // The view belongs to this thread; the thread that renders gets a picture of it.
@@ -116,13 +111,14 @@ QSGNode* ViewItem::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData*) {
 
 void ViewItem::itemChange(ItemChange change, const ItemChangeData& data) {
     if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged) polish();
+    if (change == ItemSceneChange && data.window) updateAccessibility();
     QQuickItem::itemChange(change, data);
 }
 
 // Presses that the view has no use for go to what is behind the item.
 void ViewItem::mousePressEvent(QMouseEvent* event) {
     const QPointF position = event->position();
-    if (view_ && takesTaps(view_->hitTest({position.x(), position.y()}))) {
+    if (view_ && takesTap(*view_, {position.x(), position.y()})) {
         taps_.press({event->scenePosition().x(), event->scenePosition().y()});
     } else {
         event->ignore();
@@ -142,12 +138,13 @@ void ViewItem::mouseUngrabEvent() {
     taps_.cancel();
 }
 
-// Later, so that a host may destroy the item from inside of what the tap brings about. By then an
-// earlier tap may have disabled the item.
+// The tap is handed in later, so that a host may destroy the item while it hears of it. Until then
+// an earlier tap may have disabled the item or taken the view away.
 void ViewItem::tap(QPointF position) {
     platform::MainQueue::main()->async([item = QPointer(this), view = view_, position] {
         if (!item || !item->isEnabled() || !view || item->view_ != view) return;
-        view->tap({position.x(), position.y()});
+        const platform::Point point{position.x(), position.y()};
+        if (takesTap(*view, point)) view->tap(point);
     });
 }
 

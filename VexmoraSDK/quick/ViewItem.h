@@ -23,11 +23,18 @@ class VEXMORA_EXPORT ViewItem : public QQuickItem {
  public:
     ~ViewItem() override;
 
-    /// A tap in the middle of the view, for those who cannot point.
-    Q_INVOKABLE void press();
+    /// A tap in the middle of the view, for those who cannot point. An interstitial ad takes none.
+    Q_SLOT void press();
+
+    /// No item asks for more points a side, however large a picture or a text is.
+    static constexpr int kMaxImplicitSize = 4096;
 
  protected:
     explicit ViewItem(QQuickItem* parent);
+
+    /// Called when the item has come into a scene or the view has changed: says what screen readers
+    /// are told of it.
+    virtual void updateAccessibility() {}
 
     /// Shows `view` from now on, which is shown nowhere else; absent for none.
     void show(std::shared_ptr<platform::View> view);

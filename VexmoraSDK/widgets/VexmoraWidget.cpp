@@ -10,6 +10,7 @@
 
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/platform/qt/ViewPainter.h"
+#include "VexmoraSDK/presenting/TapTarget.h"
 
 namespace VexmoraSDK {
 namespace {
@@ -37,7 +38,8 @@ QAccessibleInterface* makeAccessible(const QString&, QObject* object) {
 VexmoraWidget::VexmoraWidget(QWidget* parent) : QWidget(parent) {
     [[maybe_unused]] static const bool accessible =
         (QAccessible::installFactory(makeAccessible), true);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    // No larger than the ad, and smaller where there is no room: a server cannot size the window.
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
 }
 
 VexmoraWidget::VexmoraWidget(std::shared_ptr<VexmoraView> view, QWidget* parent)
@@ -64,7 +66,7 @@ void VexmoraWidget::viewChanged() {
 QSize VexmoraWidget::sizeHint() const {
     if (!view_) return {0, 0};
     const auto [width, height] = view_->frame().size;
-    return {qCeil(width), qCeil(height)};
+    return QSize(qCeil(width), qCeil(height)).boundedTo({kMaxSizeHint, kMaxSizeHint});
 }
 
 void VexmoraWidget::paintEvent(QPaintEvent*) {
@@ -73,10 +75,11 @@ void VexmoraWidget::paintEvent(QPaintEvent*) {
     platform::paintView(painter, *view_);
 }
 
-// Presses beside the view go to what is behind the widget.
+// Presses that the view has no use for go to what is behind the widget.
 void VexmoraWidget::mousePressEvent(QMouseEvent* event) {
     const QPointF position = event->position();
-    if (event->button() == Qt::LeftButton && view_ && view_->hitTest({position.x(), position.y()}))
+    if (event->button() == Qt::LeftButton && view_ &&
+        takesTap(*view_, {position.x(), position.y()}))
         taps_.press({event->globalPosition().x(), event->globalPosition().y()});
     else
         event->ignore();
@@ -92,17 +95,18 @@ void VexmoraWidget::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void VexmoraWidget::press() {
-    if (!view_ || view_->viewType() == VexmoraViewType::interstitial) return;
+    if (!view_) return;
     const auto [width, height] = view_->frame().size;
     tap({width / 2, height / 2});
 }
 
-// Later, so that a host may destroy the widget from inside of what the tap brings about. By then
-// another tap may have had it disabled.
+// The tap is handed in later, so that a host may destroy the widget while it hears of it. Until
+// then an earlier tap may have disabled the widget or taken the view away.
 void VexmoraWidget::tap(QPointF position) {
     platform::MainQueue::main()->async([widget = QPointer(this), view = view_, position] {
-        if (widget && widget->isEnabled() && view && widget->view_ == view)
-            view->tap({position.x(), position.y()});
+        if (!widget || !widget->isEnabled() || !view || widget->view_ != view) return;
+        const platform::Point point{position.x(), position.y()};
+        if (takesTap(*view, point)) view->tap(point);
     });
 }
 

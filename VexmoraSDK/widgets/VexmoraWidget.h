@@ -10,9 +10,10 @@
 namespace VexmoraSDK {
 
 /// Shows an ad view among widgets, its top left at the widget's: paints it when it has changed and
-/// hands taps in. The widget is as large as its view, in points; until the ad has come a banner or
-/// native view has no size, and a minimum size of the widget reserves its place. The widget may be
-/// destroyed at any time, from inside the operations of the view's delegate too. Main thread.
+/// hands taps in. In a layout the widget is as large as its view, in points, and smaller where
+/// there is less room; until the ad has come a banner or native view has no size, and a minimum
+/// size that the host gives the widget reserves its place. The widget may be destroyed at any time,
+/// from inside the operations of the view's delegate too. Main thread.
 ///
 /// An interstitial view belongs on a `VexmoraWidgetScreen`.
 class VEXMORA_EXPORT VexmoraWidget : public QWidget {
@@ -32,6 +33,8 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
     /// A tap in the middle of the ad, for those who cannot point. An interstitial ad takes none.
     void press();
 
+    /// No widget asks for more points a side, however large a picture or a text is.
+    static constexpr int kMaxSizeHint = 4096;
     QSize sizeHint() const override;
 
  protected:

@@ -13,7 +13,7 @@
 namespace VexmoraSDK {
 namespace {
 
-constexpr int kMilliseconds = 250;
+constexpr int kMoveMilliseconds = 250;
 
 /// Shows nothing but that it has the keyboard, and lets fingers through.
 class CloseKey : public QPushButton {
@@ -58,7 +58,7 @@ VexmoraWidgetScreen::VexmoraWidgetScreen(QWidget* window)
     connect(&movement_, &QPropertyAnimation::finished, this, [this] {
         if (presentation_->isLeaving()) leftScreen();
     });
-    movement_.setDuration(kMilliseconds);
+    movement_.setDuration(kMoveMilliseconds);
     movement_.setEasingCurve(QEasingCurve::OutCubic);
 }
 
@@ -130,7 +130,7 @@ std::shared_ptr<platform::Button> VexmoraWidgetScreen::closeButton() const {
     return view ? view->closeButton() : nullptr;
 }
 
-// Later, so that a host may destroy the screen from inside of what this brings about.
+// The button is pressed later, so that a host may destroy the screen while it hears of it.
 void VexmoraWidgetScreen::closeEvent(QCloseEvent* event) {
     event->ignore();
     platform::MainQueue::main()->async([screen = QPointer(this)] {
@@ -140,7 +140,7 @@ void VexmoraWidgetScreen::closeEvent(QCloseEvent* event) {
 }
 
 bool VexmoraWidgetScreen::event(QEvent* event) {
-    // Else a shortcut of the host's would have the key.
+    // Otherwise a shortcut of the host's would get the key.
     if (event->type() == QEvent::ShortcutOverride && isCloseKey(event)) {
         event->accept();
         return true;
@@ -156,7 +156,7 @@ bool VexmoraWidgetScreen::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
-// What is behind the screen gets no key.
+// No key reaches what is behind the screen.
 void VexmoraWidgetScreen::keyPressEvent(QKeyEvent* event) {
     if (isCloseKey(event)) close();
 }

@@ -23,9 +23,6 @@ class Button;
 /// behind it is touched and it has the keyboard. Close buttons stay clear of the screen's contents
 /// margins. The screen may be destroyed at any time, from inside the operations of the view's
 /// delegate too. Main thread.
-///
-/// A tap on the ad anywhere but on its close button is a deliberate stop of the program; nothing
-/// keeps taps from it. A host that presents interstitial ads lives with that.
 class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
     Q_OBJECT
 

@@ -1,0 +1,18 @@
+#include "VexmoraSDK/quick/Accessibility.h"
+
+#include <QtQml/qqml.h>
+#include <QtCore/QMetaType>
+
+namespace VexmoraSDK {
+
+QObject* makeAccessible(QQuickItem* item, QAccessible::Role role, const QString& name) {
+    const auto* type = QMetaType::fromName("QQuickAccessibleAttached*").metaObject();
+    const auto attach = type ? qmlAttachedPropertiesFunction(nullptr, type) : nullptr;
+    if (!attach) return nullptr;
+    auto* const accessible = qmlAttachedPropertiesObject(item, attach);
+    accessible->setProperty("role", role);
+    accessible->setProperty("name", name);
+    return accessible;
+}
+
+}  // namespace VexmoraSDK
