@@ -90,7 +90,10 @@ std::shared_ptr<VexmoraDelegate> delegateFor(const ListenerPointer& listener) {
 
 }  // namespace
 
-VexmoraAdItem::VexmoraAdItem(QQuickItem* parent) : ViewItem(parent) {}
+VexmoraAdItem::VexmoraAdItem(QQuickItem* parent) : ViewItem(parent) {
+    // Its parent may have brought it into a scene before it was an ad item.
+    updateAccessibility();
+}
 
 VexmoraAdItem::~VexmoraAdItem() {
     stopListening();

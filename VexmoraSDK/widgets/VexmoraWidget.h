@@ -31,7 +31,7 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
     void setView(std::shared_ptr<VexmoraView> view);
 
     /// A tap in the middle of the ad, for those who cannot point. An interstitial ad takes none.
-    void press();
+    Q_SLOT void press();
 
     /// No widget asks for more points a side, however large a picture or a text is.
     static constexpr int kMaxSizeHint = 4096;

@@ -161,6 +161,8 @@ void VexmoraWidgetScreen::keyPressEvent(QKeyEvent* event) {
     if (isCloseKey(event)) close();
 }
 
+void VexmoraWidgetScreen::keyReleaseEvent(QKeyEvent*) {}
+
 // The keyboard stays with the ad as long as it is there.
 bool VexmoraWidgetScreen::focusNextPrevChild(bool next) {
     if (!isPresenting()) return QWidget::focusNextPrevChild(next);

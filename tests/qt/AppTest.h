@@ -4,6 +4,9 @@
 
 #include <QtCore/QCoreApplication>
 #include <algorithm>
+#include <functional>
+#include <memory>
+#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,6 +15,40 @@
 
 namespace VexmoraSDK {
 
+/// What a test heard. Callbacks hold it instead of their test, which requests may outlive. Any
+/// thread.
+class HeardEvents {
+ public:
+    void add(const std::string& event) {
+        std::unique_lock lock(mutex_);
+        events_.push_back(event);
+        const auto reaction = std::exchange(reaction_, nullptr);
+        lock.unlock();
+        if (reaction) reaction();
+    }
+
+    bool contain(const std::string& event) const {
+        const std::lock_guard lock(mutex_);
+        return std::ranges::find(events_, event) != events_.end();
+    }
+
+    std::vector<std::string> take() {
+        const std::lock_guard lock(mutex_);
+        return std::exchange(events_, {});
+    }
+
+    /// Runs `reaction` once, inside the callback of the next event.
+    void reactOnce(std::function<void()> reaction) {
+        const std::lock_guard lock(mutex_);
+        reaction_ = std::move(reaction);
+    }
+
+ private:
+    mutable std::mutex mutex_;
+    std::vector<std::string> events_;
+    std::function<void()> reaction_;
+};
+
 /// A test of an application, and what it heard. All tests of a process share one application: only
 /// the first of a process is accessible and animates.
 class AppTest : public testing::Test {
@@ -19,18 +56,18 @@ class AppTest : public testing::Test {
     AppTest() {
         if (!QCoreApplication::instance()) App::startForGood();
     }
+    ~AppTest() override { events_->reactOnce(nullptr); }
 
-    void hear(const std::string& what) { heard_.push_back(what); }
+    void hear(const std::string& what) { events_->add(what); }
 
     bool waitToHear(const std::string& what) {
-        return App::waitFor([&] { return std::ranges::find(heard_, what) != heard_.end(); });
+        return App::waitFor([&] { return events_->contain(what); });
     }
 
     /// What was heard since the last call.
-    std::vector<std::string> heard() { return std::exchange(heard_, {}); }
+    std::vector<std::string> heard() { return events_->take(); }
 
- private:
-    std::vector<std::string> heard_;
+    const std::shared_ptr<HeardEvents> events_ = std::make_shared<HeardEvents>();
 };
 
 }  // namespace VexmoraSDK

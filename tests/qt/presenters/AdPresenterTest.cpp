@@ -116,14 +116,36 @@ TEST_P(AdPresenterTest, OpensTheAddressWhenItIsTappedAndNotWhenItIsDragged) {
     EXPECT_THAT(opener_.opened(), ElementsAre(address_));
 }
 
+TEST_P(AdPresenterTest, DropsATapWhenTheAdIsDisabledOrReplacedMeanwhile) {
+    auto* ad = addDrawn();
+    clickAtOnce({20, 30});
+    ad->setProperty("enabled", false);
+    App::runQueuedBlocks();
+    clickAtOnce({20, 30});
+    App::runQueuedBlocks();
+    ad->setProperty("enabled", true);
+    clickAtOnce({20, 30});
+    app_->setView(ad, plain({{0, 0}, {100, 60}}, kRed));
+    App::runQueuedBlocks();
+    EXPECT_THAT(heard(), IsEmpty());
+}
+
+TEST_P(AdPresenterTest, AsksForABoundedSizeHoweverLargeThePictureIs) {
+    const auto view = plain({{0, 0}, {1, 1'000'000}}, kRed);
+    auto* ad = app_->addAd(view);
+    EXPECT_EQ(app_->sizeOf(ad), QSizeF(1, 4096));
+    view->setFrame({{0, 0}, {1'000'000, 1}});
+    EXPECT_EQ(app_->sizeOf(ad), QSizeF(4096, 1));
+}
+
 TEST_P(AdPresenterTest, MayBeDestroyedFromInsideOfTheOperationsOfTheDelegate) {
     for (const char* container : {"home", "nothing"}) {
         QPointer<QObject> ad = add(container);
-        whenHeard_ = [ad] { delete ad.data(); };
+        events_->reactOnce([ad] { delete ad.data(); });
         EXPECT_TRUE(App::waitFor([&] { return !ad; })) << container;
     }
     QPointer<QObject> ad = addDrawn();
-    whenHeard_ = [ad] { delete ad.data(); };
+    events_->reactOnce([ad] { delete ad.data(); });
     click({20, 30});
     click({20, 30});
     EXPECT_TRUE(App::waitFor([&] { return !ad; }));

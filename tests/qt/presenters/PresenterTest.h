@@ -1,9 +1,7 @@
 #pragma once
 
 #include <QtTest/QTest>
-#include <functional>
 #include <memory>
-#include <utility>
 
 #include "VexmoraSDK/VexmoraSDK.h"
 #include "tests/qt/AppTest.h"
@@ -18,18 +16,15 @@ class PresenterTest : public AppTest,
  protected:
     PresenterTest() {
         const auto on = [this](const char* operation) {
-            return [this, operation](VexmoraView&) { hear(operation); };
+            return [events = events_, operation](VexmoraView&) { events->add(operation); };
         };
         delegate_->didReceiveAd = on("received");
         delegate_->willLeaveApplication = on("leaves");
         delegate_->willDismissScreen = on("will dismiss");
         delegate_->didDismissScreen = on("did dismiss");
-        delegate_->didHaveError = [this](VexmoraView&, const VexmoraError&) { hear("error"); };
-    }
-
-    void hear(const char* what) {
-        AppTest::hear(what);
-        if (whenHeard_) std::exchange(whenHeard_, nullptr)();
+        delegate_->didHaveError = [events = events_](VexmoraView&, const VexmoraError&) {
+            events->add("error");
+        };
     }
 
     std::shared_ptr<VexmoraView> createView(const std::string& container, const char* size) const {
@@ -45,10 +40,18 @@ class PresenterTest : public AppTest,
     }
     void type(Qt::Key key) { QTest::keyClick(app_->window(), key); }
 
+    /// A click before which and during which nothing else is done on the main thread.
+    void clickAtOnce(QPointF point) {
+        const QPointF there = app_->window()->mapToGlobal(point);
+        QMouseEvent press(QEvent::MouseButtonPress, point, there, Qt::LeftButton, Qt::LeftButton,
+                          {});
+        QMouseEvent release(QEvent::MouseButtonRelease, point, there, Qt::LeftButton, {}, {});
+        QCoreApplication::sendEvent(app_->window(), &press);
+        QCoreApplication::sendEvent(app_->window(), &release);
+    }
+
     AdServer& server_ = LocalAds::server();
     const std::shared_ptr<VexmoraDelegate> delegate_ = std::make_shared<VexmoraDelegate>();
-    /// Run once, inside the operation of the delegate that is called next.
-    std::function<void()> whenHeard_;
     std::unique_ptr<Presenters> app_ = GetParam()();
 };
 

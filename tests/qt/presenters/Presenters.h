@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QtCore/QEvent>
 #include <QtGui/QColor>
 #include <QtGui/QWindow>
 #include <memory>
+#include <set>
+#include <utility>
 
 #include "VexmoraSDK/views/VexmoraView.h"
 
@@ -42,6 +45,24 @@ class Presenters {
     /// How often the button was clicked, and how often the host's shortcut for Escape was typed.
     virtual int clicks() = 0;
     virtual int escapes() = 0;
+    /// The kinds of input that reached the button since the last call.
+    std::set<QEvent::Type> inputs() { return std::exchange(filter_.reached, {}); }
+
+ protected:
+    void recordInputsOf(QObject* button) { button->installEventFilter(&filter_); }
+
+ private:
+    struct Filter : QObject {
+        bool eventFilter(QObject*, QEvent* event) override {
+            for (const auto type : {QEvent::MouseButtonPress, QEvent::Wheel, QEvent::TouchBegin,
+                                    QEvent::KeyPress, QEvent::KeyRelease}) {
+                if (event->type() == type) reached.insert(type);
+            }
+            return false;
+        }
+        std::set<QEvent::Type> reached;
+    };
+    Filter filter_;
 };
 
 }  // namespace VexmoraSDK

@@ -14,11 +14,13 @@ class QuickPresenters final : public Presenters {
         scene_.window().requestActivate();
         App::waitFor([&] { return scene_.window().isActive(); });
         button_->forceActiveFocus();
+        recordInputsOf(button_);
         addScreen();
     }
 
     QObject* addAd(View view) override {
-        auto* ad = scene_.add<VexmoraAdItem>("VexmoraAdView { x: 10; y: 20 }");
+        auto* ad = new VexmoraAdItem(scene_.window().contentItem());
+        ad->setPosition({10, 20});
         ad->setView(std::move(view));
         return ad;
     }
@@ -29,7 +31,8 @@ class QuickPresenters final : public Presenters {
 
     QObject* screen() override { return screen_.data(); }
     void addScreen() override {
-        screen_ = scene_.add<VexmoraScreenItem>("VexmoraScreen { width: 400; height: 300 }");
+        screen_ = new VexmoraScreenItem(scene_.window().contentItem());
+        screen_->setSize({400, 300});
     }
     bool present(View view) override { return screen_->present(std::move(view)); }
     bool isPresenting() override { return screen_->isPresenting(); }
@@ -53,7 +56,9 @@ class QuickPresenters final : public Presenters {
     QQuickItem* const button_ = scene_.add(R"(MouseArea {
         id: button; property int clicks; property int escapes
         width: 400; height: 300
+        acceptedButtons: Qt.AllButtons
         onClicked: ++clicks
+        onWheel: {}
         Shortcut { sequence: "Escape"; onActivated: ++button.escapes }
     })");
     QPointer<VexmoraScreenItem> screen_;

@@ -1,12 +1,25 @@
+#include <QtCore/QAnimationDriver>
 #include <QtCore/QPointer>
 #include <QtGui/QAccessible>
+#include <QtGui/QPointingDevice>
 
 #include "tests/qt/presenters/PresenterTest.h"
 
 using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
 using namespace VexmoraSDK;
 
 namespace {
+
+/// Stops what moves as long as it lives.
+class HeldAnimations : public QAnimationDriver {
+ public:
+    HeldAnimations() { install(); }
+    ~HeldAnimations() override { uninstall(); }
+    qint64 elapsed() const override { return 0; }
+    void advance() override {}
+};
 
 /// An interstitial ad to be presented over the window.
 class ScreenPresenterTest : public PresenterTest {
@@ -25,7 +38,21 @@ class ScreenPresenterTest : public PresenterTest {
         EXPECT_EQ(colorAt(340, 270), Qt::blue);
     }
 
+    /// Input of every kind, but for clicks of the left button.
+    void inputAll() {
+        click({200, 150}, Qt::RightButton);
+        const QPointF there = app_->window()->mapToGlobal(QPointF(200, 150));
+        QWheelEvent wheel({200, 150}, there, {}, {0, 120}, {}, {}, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(app_->window(), &wheel);
+        QTest::touchEvent(app_->window(), finger_.get()).press(0, {200, 150});
+        QTest::touchEvent(app_->window(), finger_.get()).release(0, {200, 150});
+        type(Qt::Key_A);
+        App::runQueuedBlocks();
+    }
+
     static constexpr QPoint kClose{400 - 12 - 18, 12 + 18};
+
+    const std::unique_ptr<QPointingDevice> finger_{QTest::createTouchDevice()};
 
     const std::shared_ptr<VexmoraView> ad_ = createView("home", "300x250");
 };
@@ -47,20 +74,57 @@ TEST_P(ScreenPresenterTest, PresentsTheAdInItsMiddleAndTakesItAwayWhenItIsClosed
     click(kClose);
     EXPECT_EQ(app_->clicks(), 1);
     present();
+    click(kClose);
+    EXPECT_TRUE(waitToHear("did dismiss"));
+}
+
+TEST_P(ScreenPresenterTest, ShowsAWhiteCrossToCloseTheAdWith) {
+    present();
+    const auto lightness = [this](double dx, double dy) {
+        return colorAt(kClose.x() + dx, kClose.y() + dy).lightness();
+    };
+    EXPECT_GT(lightness(0, 0) + lightness(1, 1) + lightness(-1, 1), 300);
+    for (const auto& [dx, dy] : {std::pair(10, 0), {-10, 0}, {0, 10}, {0, -10}, {16, 0}, {0, 16}})
+        EXPECT_LT(lightness(dx, dy), 40) << dx << ' ' << dy;
+}
+
+TEST_P(ScreenPresenterTest, TakesAllInputAndHandsTheAdNoTapButOnItsCloseButton) {
+    inputAll();
+    EXPECT_THAT(app_->inputs(), UnorderedElementsAre(QEvent::MouseButtonPress, QEvent::Wheel,
+                                                     QEvent::KeyPress, QEvent::KeyRelease));
+    present();
+    inputAll();
+    for (const QPoint point : {QPoint(200, 150), {60, 30}, {5, 5}})
+        click(point);
+    App::runQueuedBlocks();
+    EXPECT_THAT(app_->inputs(), IsEmpty());
+    EXPECT_TRUE(app_->isPresenting());
+
+    // Nor does what shows it in place.
+    type(Qt::Key_Escape);
+    ASSERT_TRUE(waitToHear("did dismiss"));
+    auto* inPlace = app_->addAd(ad_);
+    QMetaObject::invokeMethod(inPlace, "press");
+    click({200, 150});
+    App::runQueuedBlocks();
+    EXPECT_THAT(heard(), ElementsAre("will dismiss", "did dismiss"));
 }
 
 TEST_P(ScreenPresenterTest, ClosesOnceHoweverOftenItIsToldTo) {
     const QPointer<QObject> focused = app_->focused();
     present();
-    // Two taps at once, before anything comes of the first.
-    click(kClose);
-    click(kClose);
-    app_->close();
-    for (int i = 0; i < 2; ++i) {
-        for (const auto key : {Qt::Key_Escape, Qt::Key_Tab, Qt::Key_Space})
-            type(key);
-        EXPECT_TRUE(waitToHear("will dismiss"));
-        click(kClose);
+    {
+        const HeldAnimations held;
+        for (int i = 0; i < 2; ++i)
+            clickAtOnce(kClose);
+        EXPECT_THAT(heard(), IsEmpty()) << "the second comes before anything comes of the first";
+        app_->close();
+        for (int i = 0; i < 2; ++i) {
+            for (const auto key : {Qt::Key_Escape, Qt::Key_Tab, Qt::Key_Space})
+                type(key);
+            EXPECT_TRUE(waitToHear("will dismiss"));
+            click(kClose);
+        }
     }
     ASSERT_TRUE(waitToHear("did dismiss"));
     EXPECT_THAT(heard(), ElementsAre("will dismiss", "did dismiss"));
@@ -79,6 +143,11 @@ TEST_P(ScreenPresenterTest, GivesTheKeyboardAndScreenReadersACloseButtonThatStay
     app_->setInsets(40, 10);
     present();
     app_->resize({350, 280});
+    click({350 - 10 - 12 - 18, 40 + 12 + 18});
+    ASSERT_TRUE(waitToHear("did dismiss"));
+    heard();
+
+    EXPECT_TRUE(app_->present(ad_));
     type(Qt::Key_Tab);
     type(Qt::Key_Tab);
     auto* const button = QAccessible::queryAccessibleInterface(app_->focused());
@@ -114,12 +183,12 @@ TEST_P(ScreenPresenterTest, MayBeDestroyedFromInsideOfTheOperationsOfTheDelegate
     present();
     click(kClose);
     ASSERT_TRUE(waitToHear("will dismiss"));
-    whenHeard_ = [this] { delete app_->screen(); };
+    events_->reactOnce([this] { delete app_->screen(); });
     ASSERT_TRUE(waitToHear("did dismiss"));
 
     app_->addScreen();
     present();
-    whenHeard_ = [this] { delete app_->screen(); };
+    events_->reactOnce([this] { delete app_->screen(); });
     click(kClose);
     ASSERT_TRUE(App::waitFor([&] { return !app_->screen(); }));
     EXPECT_FALSE(ad_->window());

@@ -24,6 +24,7 @@ class WidgetPresenters final : public Presenters {
         window_.activateWindow();
         App::waitFor([&] { return window_.isActiveWindow(); });
         button_->setFocus();
+        recordInputsOf(button_);
         addScreen();
     }
 

@@ -3,8 +3,10 @@
 #include <QtCore/QPointer>
 #include <QtCore/QThread>
 #include <QtGui/QPointingDevice>
+#include <QtQuick/QSGImageNode>
 
 #include "VexmoraSDK/quick/VexmoraScreenItem.h"
+#include "VexmoraSDK/views/VexmoraBannerView.h"
 #include "VexmoraSDK/views/VexmoraViewFactory.h"
 #include "tests/qt/LocalAds.h"
 #include "tests/qt/RecordingOpener.h"
@@ -24,6 +26,8 @@ using VexmoraSDK::VexmoraDelegate;
 using VexmoraSDK::VexmoraScreenItem;
 using VexmoraSDK::VexmoraView;
 using VexmoraSDK::VexmoraViewFactory;
+using VexmoraSDK::platform::Color;
+using VexmoraSDK::platform::View;
 
 namespace {
 
@@ -248,12 +252,24 @@ TEST_F(VexmoraAdItemTest, IsTappedWhereItIsSeenHoweverTheSceneTurnsAndScalesIt) 
     EXPECT_TRUE(wasTapped());
 }
 
-TEST_F(VexmoraAdItemTest, PaintsAViewLargerThanAnyTexture) {
-    auto* ad = addDrawn();
-    ad->view()->setBackgroundColor(VexmoraSDK::platform::Color{1, 0, 0, 1});
-    ad->view()->setFrame({{0, 0}, {30'000, 60}});
-    EXPECT_EQ(ad->size(), QSizeF(30'000, 60));
+TEST_F(VexmoraAdItemTest, PaintsAViewLargerThanAnyTextureWithFewerPixels) {
+    struct Item : VexmoraAdItem {
+        using VexmoraAdItem::updatePaintNode;
+    } ad;
+    scene_.add(&ad);
+    const auto view = VexmoraSDK::VexmoraBannerView::create({{0, 0}, {30'000, 60}});
+    view->setBackgroundColor(Color{1, 0, 0, 1});
+    const auto end = View::create({{29'000, 0}, {1000, 60}});
+    end->setBackgroundColor(Color{0, 0, 1, 1});
+    view->addSubview(end);
+    ad.setView(view);
     EXPECT_EQ(scene_.colorAt(395, 35), Qt::red);
+    ad.setX(-28'800);
+    EXPECT_EQ(scene_.colorAt(150, 35), Qt::red);
+    EXPECT_EQ(scene_.colorAt(250, 35), Qt::blue);
+    const std::unique_ptr<QSGNode> node(ad.updatePaintNode(nullptr, nullptr));
+    const QSize pixels = static_cast<QSGImageNode*>(node.get())->texture()->textureSize();
+    EXPECT_LE(pixels.width(), 4096);
 }
 
 TEST_F(VexmoraAdItemTest, LeavesClicksBesideTheAdToWhatIsBehind) {

@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include "VexmoraSDK/platform/ui/Button.h"
 #include "VexmoraSDK/platform/ui/ImageView.h"
+#include "VexmoraSDK/platform/ui/TextView.h"
 #include "tests/fake_platform/FakeMainQueue.h"
 #include "tests/unit/foundation/Listener.h"
 
@@ -94,10 +96,27 @@ TEST_F(ViewTest, MayBeReleasedByTheTapOnIt) {
 TEST_F(ViewTest, TellsThePresenterOfTheTreeThatSomethingIsToBePainted) {
     const auto view = addView(*root_, {});
     const auto deep = View::create();
+    const auto text = TextView::create({});
+    const auto button = Button::create({});
+    const auto picture = ImageView::create(nullptr);
     const std::vector<std::function<void()>> changes = {
-        [&] { view->addSubview(deep); },      [&] { deep->setFrame({{1, 2}, {3, 4}}); },
-        [&] { deep->setHidden(true); },       [&] { deep->setBackgroundColor(Color::gray()); },
-        [&] { deep->setCornerRadius(3); },    [&] { deep->setZPosition(1); },
+        [&] { view->addSubview(deep); },
+        [&] {
+            deep->setFrame({{1, 2}, {3, 4}});
+        },
+        [&] { deep->setHidden(true); },
+        [&] { deep->setBackgroundColor(Color::gray()); },
+        [&] { deep->setCornerRadius(3); },
+        [&] { deep->setZPosition(1); },
+        [&] { view->addSubview(text); },
+        [&] { text->setText("a"); },
+        [&] { text->setFont(std::nullopt); },
+        [&] { text->setTextColor(Color::gray()); },
+        [&] { text->setTextContainerInset({}); },
+        [&] { view->addSubview(button); },
+        [&] { button->setTitle("a"); },
+        [&] { view->addSubview(picture); },
+        [&] { picture->setContentMode(ContentMode::center); },
         [&] { deep->removeFromSuperview(); },
     };
     int calls = 0;

@@ -70,6 +70,9 @@ TEST_F(VexmoraNativeViewTest, StacksItsTextsBesideThePictureAndTakesTheirSize) {
     EXPECT_EQ(text(1).text(), "Title");
     EXPECT_EQ(text(1).font(), platform::Font::named("Helvetica-Bold", 13));
     EXPECT_EQ(text(2).font(), platform::Font::named("Helvetica", 12));
+    EXPECT_EQ(text(3).font(), platform::Font::named("Helvetica", 12));
+    EXPECT_EQ(text(1).textColor(), Color::black());
+    EXPECT_EQ(text(2).textColor(), Color::black());
     EXPECT_EQ(text(3).textColor(), Color::gray());
     EXPECT_FALSE(text(3).isEditable());
     EXPECT_EQ(text(3).textContainerInset(), platform::EdgeInsets());

@@ -1,0 +1,52 @@
+#include "VexmoraSDK/widgets/VexmoraWidget.h"
+
+#include <QtWidgets/QVBoxLayout>
+
+#include "VexmoraSDK/views/VexmoraBannerView.h"
+#include "tests/qt/AppTest.h"
+
+using namespace VexmoraSDK;
+
+namespace {
+
+using VexmoraWidgetTest = AppTest;
+
+TEST_F(VexmoraWidgetTest, TakesTheSizeOfItsViewInALayoutAndLessWhereThereIsNoRoom) {
+    QWidget window;
+    QVBoxLayout layout(&window);
+    VexmoraWidget ad;
+    layout.addWidget(&ad);
+    window.resize(600, 400);
+    window.show();
+    EXPECT_EQ(ad.size(), QSize(0, 0));
+
+    const auto view = VexmoraBannerView::create({{0, 0}, {320, 60}});
+    view->setBackgroundColor(platform::Color{1, 0, 0, 1});
+    ad.setView(view);
+    EXPECT_TRUE(App::waitFor([&] { return ad.size() == QSize(320, 60); }));
+    view->setFrame({{0, 0}, {320, 100}});
+    EXPECT_TRUE(App::waitFor([&] { return ad.size() == QSize(320, 100); }));
+    view->setFrame({{0, 0}, {1'000'000, 1'000'000}});
+    App::runQueuedBlocks();
+    EXPECT_EQ(window.size(), QSize(600, 400));
+    EXPECT_EQ(window.minimumSizeHint().boundedTo({100, 100}), window.minimumSizeHint());
+}
+
+TEST_F(VexmoraWidgetTest, IsPaintedAgainWhenItsViewChanges) {
+    const auto view = VexmoraBannerView::create({{0, 0}, {320, 60}});
+    struct Widget : VexmoraWidget {
+        using VexmoraWidget::VexmoraWidget;
+        void paintEvent(QPaintEvent* event) override {
+            VexmoraWidget::paintEvent(event);
+            ++paints;
+        }
+        int paints = 0;
+    } ad(view);
+    ad.show();
+    EXPECT_TRUE(App::waitFor([&] { return ad.paints > 0; }));
+    ad.paints = 0;
+    view->setBackgroundColor(platform::Color{1, 0, 0, 1});
+    EXPECT_TRUE(App::waitFor([&] { return ad.paints > 0; }));
+}
+
+}  // namespace
