@@ -46,6 +46,22 @@ function(vexmora_library name)
     endforeach()
 endfunction()
 
+# What a library is linked for that has a backend in it: an app that links two is refused when CMake
+# generates.
+function(vexmora_backend name backend)
+    foreach(library IN ITEMS ${name} ${name}Static)
+        if(NOT TARGET ${library})
+            continue()
+        endif()
+        set_target_properties(${library} PROPERTIES INTERFACE_VEXMORA_BACKEND ${backend})
+        set_property(TARGET ${library} APPEND PROPERTY COMPATIBLE_INTERFACE_STRING VEXMORA_BACKEND)
+    endforeach()
+    # Its threads and exit handler run until the process ends, whoever closes the library before.
+    if(NOT APPLE)
+        target_link_options(${name} PRIVATE LINKER:-z,nodelete)
+    endif()
+endfunction()
+
 function(vexmora_install_library library name)
     get_target_property(type ${library} TYPE)
     string(REPLACE _LIBRARY "" kind ${type})

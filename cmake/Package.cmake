@@ -1,6 +1,8 @@
 # What others need to find the installed libraries, and Debian packages of them.
 include(CMakePackageConfigHelpers)
 
+get_property(pangoCairoModules GLOBAL PROPERTY VEXMORA_PANGOCAIRO_MODULES)
+list(JOIN pangoCairoModules " " pangoCairoModules)
 set(resources ${CMAKE_INSTALL_DATADIR}/VexmoraSDK)
 configure_package_config_file(cmake/VexmoraSDKConfig.cmake.in VexmoraSDKConfig.cmake
     INSTALL_DESTINATION ${VEXMORA_CMAKE_DIR} PATH_VARS resources NO_SET_AND_CHECK_MACRO)
@@ -24,11 +26,19 @@ function(add_pkg_config name library)
     install(FILES ${PROJECT_BINARY_DIR}/${name}.pc
         DESTINATION ${pkgConfigDir} COMPONENT development)
 endfunction()
-add_pkg_config(vexmora-sdk VexmoraSDK
-    PRIVATE_REQUIRES Qt6Gui libcurl libplist-2.0 zlib
-    PRIVATE_LIBRARIES -lboost_json -lboost_url -pthread -ldl)
-add_pkg_config(vexmora-sdk-quick VexmoraSDKQuick REQUIRES vexmora-sdk Qt6Quick Qt6Qml)
-add_pkg_config(vexmora-sdk-widgets VexmoraSDKWidgets REQUIRES vexmora-sdk Qt6Widgets)
+set(privateModules libcurl libplist-2.0 zlib)
+set(privateLibraries -lboost_json -lboost_url -pthread -ldl)
+if(VEXMORA_QT)
+    add_pkg_config(vexmora-sdk VexmoraSDK
+        PRIVATE_REQUIRES Qt6Gui ${privateModules} PRIVATE_LIBRARIES ${privateLibraries})
+    add_pkg_config(vexmora-sdk-quick VexmoraSDKQuick REQUIRES vexmora-sdk Qt6Quick Qt6Qml)
+    add_pkg_config(vexmora-sdk-widgets VexmoraSDKWidgets REQUIRES vexmora-sdk Qt6Widgets)
+endif()
+if(VEXMORA_CAIRO)
+    add_pkg_config(vexmora-sdk-cairo VexmoraSDKCairo
+        PRIVATE_REQUIRES pangocairo pangoft2 fontconfig fribidi harfbuzz ${privateModules}
+        PRIVATE_LIBRARIES ${privateLibraries})
+endif()
 
 # Debian packages; scripts/package.sh makes them.
 set(CPACK_GENERATOR DEB)

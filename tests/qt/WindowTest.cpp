@@ -1,8 +1,8 @@
 #include <QtCore/QProcess>
 
 #include "VexmoraSDK/quick/VexmoraScreenItem.h"
-#include "tests/qt/LocalAds.h"
-#include "tests/qt/RecordingOpener.h"
+#include "tests/LocalAds.h"
+#include "tests/RecordingOpener.h"
 #include "tests/qt/quick/Scene.h"
 
 using testing::ElementsAre;

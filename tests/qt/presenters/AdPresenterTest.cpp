@@ -2,7 +2,7 @@
 #include <QtGui/QAccessible>
 
 #include "VexmoraSDK/views/VexmoraBannerView.h"
-#include "tests/qt/RecordingOpener.h"
+#include "tests/RecordingOpener.h"
 #include "tests/qt/presenters/PresenterTest.h"
 
 using testing::ElementsAre;

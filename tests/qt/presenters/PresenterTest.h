@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "VexmoraSDK/VexmoraSDK.h"
-#include "tests/qt/AppTest.h"
-#include "tests/qt/LocalAds.h"
+#include "tests/AppTest.h"
+#include "tests/LocalAds.h"
 #include "tests/qt/presenters/Presenters.h"
 
 namespace VexmoraSDK {

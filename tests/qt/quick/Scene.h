@@ -7,7 +7,7 @@
 #include <QtTest/QTest>
 #include <memory>
 
-#include "tests/qt/AppTest.h"
+#include "tests/AppTest.h"
 
 namespace VexmoraSDK {
 

@@ -8,8 +8,8 @@
 #include "VexmoraSDK/quick/VexmoraScreenItem.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 #include "VexmoraSDK/views/VexmoraViewFactory.h"
-#include "tests/qt/LocalAds.h"
-#include "tests/qt/RecordingOpener.h"
+#include "tests/LocalAds.h"
+#include "tests/RecordingOpener.h"
 #include "tests/qt/quick/Scene.h"
 
 using testing::ElementsAre;

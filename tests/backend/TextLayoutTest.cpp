@@ -1,6 +1,6 @@
 #include "VexmoraSDK/platform/TextLayout.h"
 
-#include "tests/qt/AppTest.h"
+#include "tests/AppTest.h"
 
 using VexmoraSDK::AppTest;
 using VexmoraSDK::platform::Font;

@@ -1,21 +1,15 @@
 #include "VexmoraSDK/platform/MainQueue.h"
 
-#include <QtCore/QEventLoop>
-#include <QtCore/QTimer>
 #include <atomic>
 #include <optional>
 #include <thread>
 #include <vector>
 
-#include "VexmoraSDK/views/VexmoraViewFactory.h"
-#include "tests/qt/AppTest.h"
-#include "tests/qt/LocalAds.h"
+#include "tests/AppTest.h"
 
 using testing::ElementsAre;
 using VexmoraSDK::App;
 using VexmoraSDK::AppTest;
-using VexmoraSDK::LocalAds;
-using VexmoraSDK::VexmoraViewFactory;
 using VexmoraSDK::platform::MainQueue;
 
 namespace {
@@ -62,10 +56,10 @@ TEST_F(MainQueueTest, KnowsItsThreadAndItsBlocks) {
 
 TEST_F(MainQueueTest, RunsBlocksLaterInOrderAndInNestedEventLoops) {
     std::vector<int> ran;
-    QEventLoop dialog;
+    bool isDialogOpen = true;
     MainQueue::main()->async([&] {
         ran.push_back(1);
-        dialog.exec();
+        EXPECT_TRUE(App::waitFor([&] { return !isDialogOpen; }));
         EXPECT_TRUE(MainQueue::main()->isRunningBlock());
         ran.push_back(4);
     });
@@ -74,23 +68,12 @@ TEST_F(MainQueueTest, RunsBlocksLaterInOrderAndInNestedEventLoops) {
         ran.push_back(2);
         MainQueue::main()->async([&] {
             ran.push_back(3);
-            dialog.quit();
+            isDialogOpen = false;
         });
     });
     EXPECT_TRUE(ran.empty());
     EXPECT_TRUE(App::waitFor([&] { return ran.size() == 4; }));
     EXPECT_THAT(ran, ElementsAre(1, 2, 3, 4));
-}
-
-TEST_F(MainQueueTest, LeavesTheEventLoopItsTurnHoweverManyBlocksThereAre) {
-    bool over = false;
-    std::function<void()> again = [&] {
-        if (!over) MainQueue::main()->async(again);
-    };
-    MainQueue::main()->async(again);
-    QTimer::singleShot(0, [&] { over = true; });
-    EXPECT_TRUE(App::waitFor([&] { return over; }));
-    App::runQueuedBlocks();
 }
 
 TEST_F(MainQueueTest, GivesUpReferencesOnItsThread) {
@@ -154,25 +137,6 @@ TEST(MainQueueDeathTest, IsAbsentUntilAnApplicationStartsAndKeepsWhatIsLeftForTh
         EXPECT_TRUE(queued.isDestroyedHere() && late.isDestroyedHere());
         EXPECT_FALSE(queued.ran() || late.ran());
     });
-}
-
-TEST(MainQueueDeathTest, IsAbsentInAnAppWithoutAUserInterface) {
-    int argc = 0;
-    EXPECT_EXIT(
-        {
-            const QCoreApplication app(argc, nullptr);
-            LocalAds::server();
-            std::exit(MainQueue::main() ? 1 : 0);
-        },
-        testing::ExitedWithCode(0), "");
-    EXPECT_DEATH(
-        {
-            const QCoreApplication app(argc, nullptr);
-            LocalAds::server();
-            const auto view = VexmoraViewFactory::createView("home", "320x60", nullptr);
-            QCoreApplication::exec();
-        },
-        "unexpectedly found nil");
 }
 
 TEST(MainQueueDeathTest, TakesBlocksWhileApplicationsComeAndGo) {

@@ -1,10 +1,10 @@
 #include "VexmoraSDK/platform/Font.h"
 
-#include <QtCore/QFile>
-#include <QtCore/QStandardPaths>
-#include <QtGui/QFontDatabase>
+#include <fstream>
+#include <iterator>
 
-#include "tests/qt/AppTest.h"
+#include "tests/AppTest.h"
+#include "tests/backend/Backend.h"
 
 using testing::MatchesRegex;
 using VexmoraSDK::AppTest;
@@ -44,24 +44,28 @@ TEST_F(FontTest, IsAbsentForWhatIsNotInstalled) {
 
 TEST_F(FontTest, HasAnInstalledFontOfTheSystem) {
     const auto font = Font::system(12);
-    EXPECT_TRUE(QFontDatabase::hasFamily(QString::fromStdString(font.family())));
+    EXPECT_TRUE(Font::named(font.family(), 12)) << font.family();
     EXPECT_EQ(font.size(), 12);
 }
 
 TEST_F(FontTest, HearsOfFontsThatComeAndGo) {
     // An installed font under another name of the same length.
-    QFile file(
-        QStandardPaths::locate(QStandardPaths::FontsLocation,
-                               QStringLiteral("truetype/liberation/LiberationSans-Regular.ttf")));
-    ASSERT_TRUE(file.open(QFile::ReadOnly));
-    QByteArray font = file.readAll();
-    const QByteArray utf16(QByteArray("\0L\0i\0b\0e\0r", 10));
-    font.replace(utf16, QByteArray("\0C\0o\0m\0e\0t", 10)).replace("Liber", "Comet");
+    std::ifstream file("/usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf");
+    std::string font(std::istreambuf_iterator<char>(file), {});
+    const auto rename = [&font](std::string_view from, std::string_view to) {
+        for (auto at = font.find(from); at != std::string::npos; at = font.find(from, at))
+            font.replace(at, to.size(), to);
+    };
+    using namespace std::string_view_literals;
+    rename("\0L\0i\0b\0e\0r"sv, "\0C\0o\0m\0e\0t"sv);
+    rename("Liber", "Comet");
+    const auto path = testing::TempDir() + "Cometation.ttf";
+    std::ofstream(path) << font;
 
     EXPECT_EQ(found("Cometation Sans"), "absent");
-    const int id = QFontDatabase::addApplicationFontFromData(font);
+    VexmoraSDK::addFont(path);
     EXPECT_EQ(found("Cometation Sans"), "Cometation Sans/");
-    QFontDatabase::removeApplicationFont(id);
+    VexmoraSDK::removeAddedFonts();
     EXPECT_EQ(found("Cometation Sans"), "absent");
 }
 

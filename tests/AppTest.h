@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <QtCore/QCoreApplication>
 #include <algorithm>
 #include <functional>
 #include <memory>
@@ -53,9 +52,7 @@ class HeardEvents {
 /// the first of a process is accessible and animates.
 class AppTest : public testing::Test {
  protected:
-    AppTest() {
-        if (!QCoreApplication::instance()) App::startForGood();
-    }
+    AppTest() { [[maybe_unused]] static const bool started = (App::startForGood(), true); }
     ~AppTest() override { events_->reactOnce(nullptr); }
 
     void hear(const std::string& what) { events_->add(what); }

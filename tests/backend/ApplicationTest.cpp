@@ -1,7 +1,7 @@
 #include "VexmoraSDK/platform/Application.h"
 
-#include "tests/qt/AppTest.h"
-#include "tests/qt/RecordingOpener.h"
+#include "tests/AppTest.h"
+#include "tests/RecordingOpener.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;

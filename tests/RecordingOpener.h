@@ -4,7 +4,6 @@
 #include <stdlib.h>
 #include <unistd.h>
 
-#include <QtCore/QTemporaryDir>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -29,6 +28,7 @@ class RecordingOpener {
         goOn();
         close(pipe_[0]);
         close(pipe_[1]);
+        std::filesystem::remove_all(folder_);
     }
 
     RecordingOpener(const RecordingOpener&) = delete;
@@ -54,12 +54,17 @@ class RecordingOpener {
     }
 
  private:
+    static std::filesystem::path newFolder() {
+        std::string path = std::filesystem::temp_directory_path() / "vexmora-opener-XXXXXX";
+        EXPECT_TRUE(mkdtemp(path.data()));
+        return path;
+    }
+
+    const std::filesystem::path folder_ = newFolder();
+    const std::filesystem::path script_ = folder_ / "xdg-open";
+    const std::filesystem::path record_ = folder_ / "opened";
+    const std::filesystem::path sleeps_ = folder_ / "sleeps";
     int pipe_[2] = {};
-    const QTemporaryDir folder_;
-    const std::filesystem::path script_ =
-        folder_.filePath(QStringLiteral("xdg-open")).toStdString();
-    const std::filesystem::path record_ = folder_.filePath(QStringLiteral("opened")).toStdString();
-    const std::filesystem::path sleeps_ = folder_.filePath(QStringLiteral("sleeps")).toStdString();
     const std::string path_ = getenv("PATH");
 };
 

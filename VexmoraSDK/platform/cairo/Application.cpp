@@ -1,0 +1,20 @@
+#include "VexmoraSDK/platform/Application.h"
+
+#include <glib.h>
+
+#include "VexmoraSDK/platform/foundation/AllowedSchemes.h"
+
+namespace VexmoraSDK::platform {
+
+// The opener is started as a grandchild, which the app has not to wait for.
+void Application::openUrl(const Url& url) {
+    if (!isAllowed(url)) return;
+    char opener[] = "xdg-open";
+    std::string address = url.text();
+    char* arguments[] = {opener, address.data(), nullptr};
+    const auto flags = static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL |
+                                                G_SPAWN_STDERR_TO_DEV_NULL);
+    g_spawn_async(nullptr, arguments, nullptr, flags, nullptr, nullptr, nullptr, nullptr);
+}
+
+}  // namespace VexmoraSDK::platform

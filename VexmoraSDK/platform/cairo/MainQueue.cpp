@@ -1,0 +1,144 @@
+#include "VexmoraSDK/platform/MainQueue.h"
+
+#include <condition_variable>
+#include <cstdlib>
+#include <deque>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <utility>
+
+#include "VexmoraSDK/platform/cairo/HostLoop.h"
+#include "VexmoraSDK/platform/cairo/PangoContexts.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/platform/foundation/NoDestructor.h"
+
+namespace VexmoraSDK::platform {
+namespace {
+
+using Block = std::function<void()>;
+
+// What is handed in after the loop has ended stays here, so that nothing of the main thread is
+// destroyed elsewhere.
+struct State {
+    std::mutex mutex;
+    std::deque<Block> blocks;
+    /// Whether there is a loop that runs them.
+    bool hasLoop = false;
+    /// Of the latest loop; absent before the first one.
+    std::optional<std::thread::id> mainThread;
+    /// How many blocks the main thread is in, one inside the other.
+    int running = 0;
+    std::condition_variable ranBlock;
+    bool processEnds = false;
+
+    /// Held while `wakeUp` is called, so that it is not called after the loop's end.
+    std::mutex wakeUpMutex;
+    std::function<void()> wakeUp;
+
+    bool mayRun() const { return hasLoop && !processEnds && !blocks.empty(); }
+};
+
+State& state() {
+    static NoDestructor<State> state;
+    return *state;
+}
+
+thread_local bool runningBlock = false;
+
+void wakeUp() {
+    const std::lock_guard lock(state().wakeUpMutex);
+    if (state().wakeUp) state().wakeUp();
+}
+
+void runNextBlock(std::unique_lock<std::mutex>& lock) {
+    Block block = std::move(state().blocks.front());
+    state().blocks.pop_front();
+    ++state().running;
+    lock.unlock();
+    const bool isNested = std::exchange(runningBlock, true);
+    block();
+    block = nullptr;
+    runningBlock = isNested;
+    lock.lock();
+    --state().running;
+    state().ranBlock.notify_all();
+}
+
+void processEnds() {
+    const bool onMainThread = MainQueue::main()->isMainThread();
+    std::unique_lock lock(state().mutex);
+    state().processEnds = true;
+    if (onMainThread) return;
+    state().ranBlock.wait_for(lock, std::chrono::seconds(1), [] { return state().running == 0; });
+}
+
+}  // namespace
+
+HostLoop::HostLoop(std::function<void()> wakeUp) {
+    PangoContexts::warmUp();
+    std::unique_lock lock(state().mutex);
+    if (state().hasLoop) fatalError("there is a HostLoop already");
+    state().hasLoop = true;
+    state().mainThread = std::this_thread::get_id();
+    // What an earlier loop has left is let go on the main thread.
+    auto left = std::exchange(state().blocks, {});
+    lock.unlock();
+    {
+        const std::lock_guard wakeUpLock(state().wakeUpMutex);
+        state().wakeUp = std::move(wakeUp);
+    }
+    if (!left.empty()) MainQueue::main()->async([left = std::move(left)] {});
+}
+
+HostLoop::~HostLoop() {
+    {
+        const std::lock_guard lock(state().mutex);
+        state().hasLoop = false;
+    }
+    std::function<void()> last;
+    const std::lock_guard lock(state().wakeUpMutex);
+    last.swap(state().wakeUp);
+}
+
+bool HostLoop::run(std::chrono::microseconds budget) noexcept {
+    const auto end = std::chrono::steady_clock::now() + budget;
+    std::unique_lock lock(state().mutex);
+    while (state().mayRun()) {
+        runNextBlock(lock);
+        if (std::chrono::steady_clock::now() >= end) break;
+    }
+    const bool isLeft = state().mayRun();
+    lock.unlock();
+    if (isLeft) wakeUp();
+    return isLeft;
+}
+
+MainQueue* MainQueue::main() {
+    static MainQueue queue;
+    const std::lock_guard lock(state().mutex);
+    return state().mainThread ? &queue : nullptr;
+}
+
+void MainQueue::async(std::function<void()> block) {
+    std::unique_lock lock(state().mutex);
+    state().blocks.push_back(std::move(block));
+    const bool isFirst = state().hasLoop && state().blocks.size() == 1;
+    lock.unlock();
+    if (isFirst) wakeUp();
+}
+
+void MainQueue::endWithProcess() {
+    if (std::atexit(processEnds) != 0) fatalNoMemory();
+}
+
+bool MainQueue::isMainThread() const {
+    const std::lock_guard lock(state().mutex);
+    return state().mainThread == std::this_thread::get_id();
+}
+
+bool MainQueue::isRunningBlock() const {
+    return runningBlock;
+}
+
+}  // namespace VexmoraSDK::platform

@@ -1,0 +1,44 @@
+#include <condition_variable>
+#include <mutex>
+
+#include "VexmoraSDK/platform/cairo/HostLoop.h"
+#include "tests/App.h"
+
+namespace VexmoraSDK {
+
+struct App::Impl {
+    void sleep() {
+        std::unique_lock lock(mutex);
+        // Not all that is waited for comes about by a block.
+        changed.wait_for(lock, std::chrono::milliseconds(10), [this] { return woken; });
+        woken = false;
+    }
+
+    void wakeUp() {
+        const std::lock_guard lock(mutex);
+        woken = true;
+        changed.notify_one();
+    }
+
+    static inline Impl* running = nullptr;
+
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool woken = false;
+    platform::HostLoop loop{[this] { wakeUp(); }};
+};
+
+App::App() : impl_(std::make_unique<Impl>()) {
+    Impl::running = impl_.get();
+}
+
+App::~App() {
+    Impl::running = nullptr;
+}
+
+void App::runForAMoment() {
+    Impl::running->sleep();
+    Impl::running->loop.run(std::chrono::milliseconds(4));
+}
+
+}  // namespace VexmoraSDK
