@@ -12,8 +12,9 @@ void Application::openUrl(const Url& url) {
     char opener[] = "xdg-open";
     std::string address = url.text();
     char* arguments[] = {opener, address.data(), nullptr};
-    const auto flags = static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL |
-                                                G_SPAWN_STDERR_TO_DEV_NULL);
+    const auto flags =
+        static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_LEAVE_DESCRIPTORS_OPEN |
+                                 G_SPAWN_STDOUT_TO_DEV_NULL | G_SPAWN_STDERR_TO_DEV_NULL);
     g_spawn_async(nullptr, arguments, nullptr, flags, nullptr, nullptr, nullptr, nullptr);
 }
 
