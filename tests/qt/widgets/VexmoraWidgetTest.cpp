@@ -3,7 +3,7 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include "VexmoraSDK/views/VexmoraBannerView.h"
-#include "tests/qt/AppTest.h"
+#include "tests/AppTest.h"
 
 using namespace VexmoraSDK;
 
