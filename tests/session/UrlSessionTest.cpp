@@ -239,8 +239,8 @@ TEST_F(UrlSessionTest, KeepsWholeAnswersOfTheAddressItselfAndNoOthers) {
     const auto answer = [&](const char* path, const std::string& status, const std::string& head) {
         host.Get(path, [&turn, status, head](const httplib::Request&, httplib::Response&) {
             HttpServer::connection().sendAll("HTTP/1.1 " + status +
-                                         "\r\nCache-Control: max-age=60\r\n" + head + "\r\n" +
-                                         std::to_string(++turn % 10));
+                                             "\r\nCache-Control: max-age=60\r\n" + head + "\r\n" +
+                                             std::to_string(++turn % 10));
             HttpServer::connection().close();
         });
     };
