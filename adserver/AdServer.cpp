@@ -55,6 +55,7 @@ std::string contentType(const std::filesystem::path& picture) {
 }
 
 void sendErrorPage(const httplib::Request&, httplib::Response& response) {
+    if (!response.body.empty()) return;
     const std::string status = std::to_string(response.status);
     response.set_content(
         "<!DOCTYPE html><title>" + status + "</title><h1>Error " + status + "</h1>", "text/html");
@@ -186,9 +187,10 @@ struct AdServer::Site {
         return request.path == "/" || request.path.starts_with("/page/");
     }
 
-    void note(const httplib::Request& request, const std::string& outcome) {
+    void note(const httplib::Request& request, const std::string& outcome,
+              const std::string& warning = "") {
         const Answer answer{std::chrono::system_clock::now(), request.method, request.target,
-                            outcome};
+                            outcome, warning};
         if (options.onAnswer) options.onAnswer(answer);
         const std::lock_guard lock(mutex);
         answers.push_front(answer);
@@ -198,22 +200,39 @@ struct AdServer::Site {
     void sendAds(const httplib::Request& request, httplib::Response& response) {
         const std::string container = request.get_param_value("container");
         const std::string types = request.get_param_value("types");
-        const Fault fault = Fault::of(container);
+        const std::optional<Fault> fault = Fault::of(container);
+        if (!fault) return refuse(request, response, container);
         const auto served = currentStock();
         std::vector<const Creative*> candidates =
             served->catalog.candidates(container, parseTypes(types));
-        if (fault.container.empty()) takeTurns(candidates, container + '?' + types);
-        note(request, !fault.container.empty() ? container
-                      : candidates.empty()     ? "no ad"
-                                               : "ad " + candidates.front()->name);
+        if (fault->container.empty()) {
+            takeTurns(candidates, container + '?' + types);
+            note(request, candidates.empty() ? "no ad" : "ad " + candidates.front()->name,
+                 served->catalog.placements.contains(container) ? "" : "unknown placement");
+        } else {
+            note(request, container);
+        }
 
         json::array ads;
         for (const Creative* creative : candidates)
-            ads.push_back(record(*creative, fault));
-        Exchange exchange{
-            request,   response, ports, "application/json", ads.empty() ? "[]" : fault.compose(ads),
-            "no-store"};
-        fault.ads->send(exchange);
+            ads.push_back(record(*creative, *fault));
+        Exchange exchange{request,
+                          response,
+                          ports,
+                          "application/json",
+                          ads.empty() ? "[]" : fault->compose(ads),
+                          "no-store"};
+        fault->ads->send(exchange);
+    }
+
+    /// Whoever misspells a fault must not take a good ad for a fault that was survived.
+    void refuse(const httplib::Request& request, httplib::Response& response,
+                const std::string& container) {
+        note(request, "status 400", "unknown fault");
+        response.status = 400;
+        response.set_content("There is no fault \"" + container + "\". The page " + address +
+                                 "/ lists all faults.\n",
+                             "text/plain; charset=utf-8");
     }
 
     void sendPicture(const httplib::Request& request, httplib::Response& response) {
@@ -225,16 +244,17 @@ struct AdServer::Site {
             return;
         }
         const std::string container = request.get_param_value("container");
-        const Fault fault = Fault::of(container);
-        note(request, fault.spoilsPicture() ? container : "picture " + picture->first);
+        const std::optional<Fault> fault = Fault::of(container);
+        if (!fault) return refuse(request, response, container);
+        note(request, fault->spoilsPicture() ? container : "picture " + picture->first);
         // A client sees a picture that has changed under its name a minute later at most.
         Exchange exchange{request,
                           response,
                           ports,
                           contentType(picture->second),
                           contents(picture->second),
-                          fault.spoilsPicture() ? "no-store" : "max-age=60"};
-        fault.picture->send(exchange);
+                          fault->spoilsPicture() ? "no-store" : "max-age=60"};
+        fault->picture->send(exchange);
     }
 
     /// Puts another candidate first each time that the same request comes.
@@ -277,7 +297,7 @@ struct AdServer::Site {
             ads.push_back({{"name", creative.name},
                            {"picture", "/page/pictures/" + creative.picture.filename().string()},
                            {"containers", containers},
-                           {"record", record(creative, Fault::of(""))}});
+                           {"record", record(creative, *Fault::of(""))}});
         }
         const std::lock_guard lock(mutex);
         for (const Answer& answer : answers) {
@@ -285,10 +305,12 @@ struct AdServer::Site {
             recent.push_back({{"at", sinceEpoch / std::chrono::milliseconds(1)},
                               {"method", answer.method},
                               {"target", answer.target},
-                              {"outcome", answer.outcome}});
+                              {"outcome", answer.outcome},
+                              {"warning", answer.warning}});
         }
         return {{"requestUrlFormat", requestUrlFormat()},
                 {"problem", problem},
+                {"warnings", json::value_from(served->catalog.warnings)},
                 {"faults", json::value_from(faultyContainers())},
                 {"ads", ads},
                 {"answers", recent}};
@@ -337,6 +359,10 @@ std::string AdServer::requestUrlFormat() const {
 
 std::string AdServer::reload(const std::filesystem::path& catalogFile) {
     return site_->reload(catalogFile);
+}
+
+std::vector<std::string> AdServer::warnings() const {
+    return site_->currentStock()->catalog.warnings;
 }
 
 std::vector<AdServer::Request> AdServer::requests() const {

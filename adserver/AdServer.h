@@ -25,8 +25,9 @@ class AdServer {
     struct Answer {
         std::chrono::system_clock::time_point at;
         std::string method;
-        std::string target;   ///< Path and query, byte for byte as they were received.
-        std::string outcome;  ///< For a log: "ad tea", "no ad", "fault-stall", "picture tea.png".
+        std::string target;     ///< Path and query, byte for byte as they were received.
+        std::string outcome;    ///< For a log: "ad tea", "no ad", "fault-stall", "picture tea.png".
+        std::string warning{};  ///< "unknown placement" or "unknown fault", else empty.
     };
 
     struct Options {
@@ -64,6 +65,9 @@ class AdServer {
     /// catalogue before it stays, and the mistakes of the file are returned, one on each line; the
     /// web page shows them too.
     std::string reload(const std::filesystem::path& catalogFile);
+
+    /// The warnings of the catalogue that is served.
+    std::vector<std::string> warnings() const;
 
     /// The latest 10,000 requests, oldest first. A request is among them before the first byte of
     /// its response is sent.

@@ -2,19 +2,26 @@
 
 #include <algorithm>
 #include <array>
+#include <boost/url/parse.hpp>
 #include <cctype>
 #include <fstream>
 #include <initializer_list>
 #include <iterator>
+#include <map>
 #include <stdexcept>
 
 #include "adserver/JsonWithLines.h"
+#include "adserver/PictureSize.h"
 
 namespace VexmoraSDK {
 namespace {
 
 constexpr std::array kAdTypes{Creative::kNativeAdType, 14L, 15L, 77L, 79L, 83L, 84L};
 constexpr std::array kPictureExtensions{".png", ".jpg", ".jpeg", ".webp"};
+
+/// The sizes of the ad types that have one, in points.
+const std::map<long, PictureSize> kSizes = {
+    {14, {300, 250}}, {15, {728, 90}}, {77, {320, 60}}, {83, {320, 100}}, {84, {468, 60}}};
 
 template <typename Range, typename T>
 bool contains(const Range& range, const T& value) {
@@ -35,6 +42,14 @@ bool isUrlOrPath(const std::string& address) {
     });
     return address.starts_with('/') ||
            (end != address.end() && end != address.begin() && *end == ':');
+}
+
+bool isValidUrl(const std::string& address) {
+    return boost::urls::parse_uri_reference(address).has_value();
+}
+
+std::string description(const PictureSize& size) {
+    return std::to_string(size.width) + " × " + std::to_string(size.height);
 }
 
 /// Reads a catalogue and collects what is wrong with it.
@@ -71,6 +86,11 @@ class Reader {
 
     void complain(const JsonWithLines& value, const std::string& place, const std::string& what) {
         complain(':' + std::to_string(value.line), place.empty() ? what : place + ": " + what);
+    }
+
+    void warn(const JsonWithLines& value, const std::string& place, const std::string& what) {
+        catalog_.warnings.push_back(file_.string() + ':' + std::to_string(value.line) + ": " +
+                                    place + ": " + what);
     }
 
     bool expect(bool fulfilled, const JsonWithLines& value, const std::string& place,
@@ -140,6 +160,8 @@ class Reader {
         creative.adTypeId = adType(value, place);
         creative.clickUrl = clickUrl(value, place);
         creative.picture = picture(value, place);
+        if (const JsonWithLines* const picture = value.member("picture"))
+            readScale(creative, *picture, within(place, "picture"));
         if (creative.adTypeId == Creative::kNativeAdType) {
             creative.title = text(value, place, "title");
             creative.description = text(value, place, "description");
@@ -165,8 +187,11 @@ class Reader {
         const std::string what = "an address, or a path that begins with \"/\"";
         std::string address = text(parent, place, "clickUrl", what);
         if (!address.empty()) {
-            expect(isUrlOrPath(address), *parent.member("clickUrl"), within(place, "clickUrl"),
-                   what);
+            const JsonWithLines& value = *parent.member("clickUrl");
+            const std::string here = within(place, "clickUrl");
+            expect(isUrlOrPath(address), value, here, what);
+            if (!isValidUrl(address))
+                warn(value, here, "stops the app: not a valid URL: " + value.description());
         }
         return address;
     }
@@ -188,8 +213,25 @@ class Reader {
         return folder / name;
     }
 
+    void readScale(Creative& creative, const JsonWithLines& value, const std::string& place) {
+        const std::optional<PictureSize> pixels = PictureSize::of(creative.picture);
+        if (!pixels) return warn(value, place, "stops the app: not a PNG, JPEG or WebP picture");
+        const auto size = kSizes.find(creative.adTypeId);
+        if (size == kSizes.end()) return;
+        const auto [width, height] = size->second;
+        creative.scale = std::max(1, pixels->width / width);
+        if (*pixels == PictureSize{creative.scale * width, creative.scale * height}) return;
+        warn(value, place,
+             "looks wrong: expected " + description(size->second) +
+                 " pixels or a whole multiple of it, not " + description(*pixels));
+    }
+
     void readPlacement(const JsonWithLines& value, const std::string& place) {
         std::vector<Creative>& placement = catalog_.placements[value.name];
+        if (!isValidUrl("/ads?container=" + value.name))
+            warn(value, place, "stops the app that asks for it: not valid in a URL");
+        expect(!value.name.starts_with("fault-"), value, place,
+               "a name that does not begin with \"fault-\"");
         if (!expect(value.kind == Kind::array, value, place, "an array of names of creatives"))
             return;
         for (const JsonWithLines& name : value.values) {
@@ -238,7 +280,7 @@ std::vector<const Creative*> Catalog::candidates(std::string_view container,
     }
     for (const long type : acceptedTypes) {
         for (const Creative& creative : creatives) {
-            if (creative.adTypeId == type) suitable.push_back(&creative);
+            if (creative.adTypeId == type && creative.scale == 1) suitable.push_back(&creative);
         }
         if (!suitable.empty()) break;
     }

@@ -18,6 +18,7 @@ struct Creative {
     std::string title{};            ///< This and the next two are for native ads only.
     std::string description{};
     std::string displayName{};
+    int scale = 1;       ///< The picture's pixels for each point of the ad's size, or 1.
     std::string name{};  ///< Its name in the catalogue; if empty, the server uses the picture's.
 };
 
@@ -27,6 +28,9 @@ struct Catalog {
     std::vector<Creative> creatives;
     /// The ads of those containers that have a list of their own.
     std::map<std::string, std::vector<Creative>, std::less<>> placements;
+
+    /// What would stop an app or look wrong in it, a line each: file, line, member, what is wrong.
+    std::vector<std::string> warnings{};
 
     /// Reads a catalogue; adserver/README.md describes the format. Throws std::runtime_error when
     /// the file cannot be used, with a line for each mistake: file, line, member, what was
@@ -38,8 +42,9 @@ struct Catalog {
     static std::filesystem::path defaultFile();
 
     /// The ads that suit a request, best first. If the container is a placement, these are its ads
-    /// of the accepted types; otherwise all ads of the first accepted type that the catalogue has.
-    /// The pointers are valid as long as the catalogue stays unchanged.
+    /// of the accepted types; otherwise all ads of the first accepted type that the catalogue has,
+    /// except for those of a scale that is not 1. The pointers are valid as long as the catalogue
+    /// stays unchanged.
     std::vector<const Creative*> candidates(std::string_view container,
                                             const std::vector<long>& acceptedTypes) const;
 };

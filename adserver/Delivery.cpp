@@ -276,9 +276,9 @@ std::span<const Delivery> Delivery::bad() {
     return kBad;
 }
 
-const Delivery& Delivery::named(std::string_view name) {
-    const auto found = std::ranges::find(kBad, name, &Delivery::name);
-    return found == std::end(kBad) ? kGood : *found;
+const Delivery* Delivery::named(std::string_view name) {
+    const auto* const found = std::ranges::find(kBad, name, &Delivery::name);
+    return found == std::end(kBad) ? nullptr : found;
 }
 
 }  // namespace VexmoraSDK

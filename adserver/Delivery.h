@@ -30,8 +30,8 @@ struct Delivery {
     static const Delivery& good();
     /// All others. Some of them deliver the whole response all the same.
     static std::span<const Delivery> bad();
-    /// The delivery of that name; the good one if there is none of that name.
-    static const Delivery& named(std::string_view name);
+    /// The bad one of that name, or nullptr.
+    static const Delivery* named(std::string_view name);
 };
 
 }  // namespace VexmoraSDK

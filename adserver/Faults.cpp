@@ -101,23 +101,22 @@ constexpr Content kContents[] = {
 
 }  // namespace
 
-Fault Fault::of(std::string_view container) {
-    const Fault none{"", oneAd, &Delivery::good(), &Delivery::good()};
-    Fault fault = none;
+std::optional<Fault> Fault::of(std::string_view container) {
+    Fault fault{"", oneAd, &Delivery::good(), &Delivery::good()};
+    if (!container.starts_with(kPrefix)) return fault;
     fault.container = container;
     if (container.starts_with(kPicturePrefix)) {
-        fault.picture = &Delivery::named(container.substr(kPicturePrefix.size()));
-        return fault.spoilsPicture() ? fault : none;
+        fault.picture = Delivery::named(container.substr(kPicturePrefix.size()));
+        return fault.picture ? std::optional(fault) : std::nullopt;
     }
-    if (!container.starts_with(kPrefix)) return none;
     const auto name = container.substr(kPrefix.size());
     for (const Content& content : kContents) {
         if (content.name != name) continue;
         fault.compose = content.compose;
         return fault;
     }
-    fault.ads = &Delivery::named(name);
-    return fault.ads != none.ads ? fault : none;
+    fault.ads = Delivery::named(name);
+    return fault.ads ? std::optional(fault) : std::nullopt;
 }
 
 std::vector<std::string> Fault::containers() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <boost/json.hpp>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,9 +19,10 @@ struct Fault {
     const Delivery* ads;
     const Delivery* picture;
 
-    /// The fault of this container; one that does nothing if the container has none. `container`
-    /// must outlive the result.
-    static Fault of(std::string_view container);
+    /// The fault of this container, which must outlive it. If the container's name does not begin
+    /// with "fault-", the fault changes nothing; if it does and no fault has that name, there is
+    /// none.
+    static std::optional<Fault> of(std::string_view container);
 
     /// All containers that have a fault.
     static std::vector<std::string> containers();

@@ -1,6 +1,7 @@
 #include <getopt.h>
 #include <poll.h>
 #include <sys/signalfd.h>
+#include <unistd.h>
 
 #include <charconv>
 #include <csignal>
@@ -32,7 +33,8 @@ A mock ad server on 127.0.0.1, to try VexmoraSDK against.
 The address that it prints leads to a page with the catalogue, pictures
 included, and the latest requests. Each request is a line on standard output:
 the time, the request, what was answered. Containers named fault-... get faulty
-answers, for instance fault-status-404; the page lists them.
+answers, for instance fault-status-404; the page lists them. What in the
+catalogue would stop an app is a warning on standard error.
 
 Ends at SIGINT (Ctrl+C) or SIGTERM. Exits with 2 when an option, the catalogue
 or the port is no good.
@@ -79,16 +81,24 @@ std::string now() {
 }
 
 /// Prints one line; any thread. Control characters that a client sent must not reach the terminal.
-void print(std::string line) {
+void print(std::string line, bool red = false) {
     for (char& character : line) {
         if (static_cast<unsigned char>(character) < ' ' || character == '\x7f') character = '?';
     }
+    if (red && isatty(STDOUT_FILENO)) line = "\x1b[31m" + line + "\x1b[0m";
     std::cout << line + '\n' << std::flush;
 }
 
 void printAnswer(const AdServer::Answer& answer) {
+    const std::string warning = answer.warning.empty() ? "" : ", " + answer.warning;
     print(clockTime(answer.at) + "  " + answer.method + ' ' + answer.target + "  " +
-          answer.outcome);
+              answer.outcome + warning,
+          answer.outcome == "status 400");
+}
+
+void printWarnings(const std::vector<std::string>& warnings) {
+    for (const std::string& warning : warnings)
+        std::cerr << "warning: " << warning << '\n';
 }
 
 Catalog loadOrRefuse(const std::filesystem::path& file) {
@@ -114,6 +124,7 @@ void serveUntilTheEnd(AdServer& server, const std::filesystem::path& catalogFile
         const std::string mistakes = server.reload(catalogFile);
         if (mistakes.empty()) {
             print(now() + "  catalogue read again");
+            printWarnings(server.warnings());
         } else {
             std::cerr << mistakes << '\n' << now() << "  catalogue not usable, the old one stays\n";
         }
@@ -149,6 +160,7 @@ int main(int argc, char** argv) {
     CatalogWatch watch(catalogFile);
     Catalog catalog = loadOrRefuse(catalogFile);
     const std::string offer = summary(catalog);
+    printWarnings(catalog.warnings);
 
     const int endSignals = openEndSignals();
     std::signal(SIGPIPE, SIG_IGN);  // the reader of the log may end before the server

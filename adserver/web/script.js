@@ -89,7 +89,7 @@ function targetParts(method, target) {
   return [element("strong", container), types ? ` accepts ${types}` : " accepts nothing"];
 }
 
-function requestRow({ at, method, target, outcome }) {
+function requestRow({ at, method, target, outcome, warning }) {
   const row = fromTemplate("request-template");
   const time = new Date(at);
   row.querySelector("time").textContent = time.toLocaleTimeString("en-GB");
@@ -97,7 +97,7 @@ function requestRow({ at, method, target, outcome }) {
   const told = row.querySelector(".outcome");
   const [kind, name] = [outcome.split(/[ -]/)[0], outcome.slice(outcome.indexOf(" ") + 1)];
   row.dataset.kind = kind;
-  told.textContent = outcome;
+  told.textContent = warning ? `${outcome}, ${warning}` : outcome;
   if (kind === "ad") told.href = `#ad-${name}`;
   row.title = `${method} ${target}`;
   try {
@@ -124,9 +124,9 @@ const showFaults = onChange((faults) => {
   }));
 });
 
-function showProblem(problem) {
-  byId("problem").hidden = !problem;
-  byId("problem").querySelector("pre").textContent = problem;
+function showText(id, text) {
+  byId(id).hidden = !text;
+  byId(id).querySelector("pre").textContent = text;
 }
 
 function showTemplate(template) {
@@ -145,7 +145,8 @@ async function refresh() {
     const response = await fetch("/page/state.json");
     const state = await response.json();
     showTemplate(state.requestUrlFormat);
-    showProblem(state.problem);
+    showText("problem", state.problem);
+    showText("warnings", state.warnings.join("\n"));
     showAds(state.ads);
     showRequests(state.answers);
     showFaults(state.faults);

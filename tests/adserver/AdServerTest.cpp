@@ -66,6 +66,32 @@ TEST_F(AdServerTest, ServesOtherContainersTheFirstAcceptedTypeThatThereIs) {
     EXPECT_TRUE(ads("elsewhere", "").empty());
 }
 
+TEST_F(AdServerTest, ServesPicturesOfTwiceTheSizeToThePlacementsThatListThemAlone) {
+    const auto isSharp = [&](const json::value& ad) {
+        return picture(ad).find("-640x120") != std::string::npos;
+    };
+    EXPECT_TRUE(isSharp(ads("home-bottom-2x").at(0)));
+    for (int i = 0; i < 6; ++i)
+        EXPECT_FALSE(isSharp(ads("elsewhere").at(0)));
+}
+
+TEST_F(AdServerTest, TellsUnknownFaultsAndPlacements) {
+    std::vector<std::string> warnings;
+    AdServer server(Catalog::load(), {.onAnswer = [&](const AdServer::Answer& answer) {
+                        warnings.push_back(answer.outcome.substr(0, 6) + ", " + answer.warning);
+                    }});
+    httplib::Client client(server.address());
+    for (const char* container : {"fault-stal", "fault-picture-stal"}) {
+        const auto refused = client.Get(std::string("/ads?types=77&container=") + container);
+        EXPECT_EQ(refused->status, 400);
+        EXPECT_EQ(refused->get_header_value("Content-Type"), "text/plain; charset=utf-8");
+        EXPECT_NE(refused->body.find(container), std::string::npos);
+    }
+    client.Get("/ads?types=77&container=home-botom");
+    EXPECT_EQ(warnings, (std::vector<std::string>{"status, unknown fault", "status, unknown fault",
+                                                  "ad har, unknown placement"}));
+}
+
 TEST_F(AdServerTest, ServesThePictureAndTheLandingPageOfEveryAd) {
     const std::map<std::string, std::string> beginnings{
         {"image/png", "\x89PNG"}, {"image/jpeg", "\xff\xd8\xff"}, {"image/webp", "RIFF"}};

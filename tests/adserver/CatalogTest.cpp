@@ -105,6 +105,40 @@ TEST_F(CatalogTest, NamesMistakesOfItsSectionsAndPlacements) {
               "4: placements.home: expected an array of names of creatives, not an object");
 }
 
+TEST_F(CatalogTest, WarnsOfWhatWouldStopAnAppOrLookWrong) {
+    const auto shipped = Catalog::defaultFile().parent_path() / "pictures";
+    for (const char* picture : {"harbour-coffee-320x60.png", "paperlark-notes-300x250.jpg",
+                                "fellside-trails-728x90.webp", "solstice-gardens-320x100.webp"})
+        std::filesystem::copy(shipped / picture, folder_ / "pictures");
+    std::ofstream(file_) << R"({"creatives": {
+"blank": {"adTypeId": 77, "clickUrl": "/a b", "picture": "harbour-coffee-320x60.png"},
+"small": {"adTypeId": 83, "clickUrl": "/", "picture": "harbour-coffee-320x60.png"},
+"jpeg": {"adTypeId": 15, "clickUrl": "/", "picture": "paperlark-notes-300x250.jpg"},
+"lossy": {"adTypeId": 14, "clickUrl": "/", "picture": "fellside-trails-728x90.webp"},
+"alpha": {"adTypeId": 14, "clickUrl": "/", "picture": "solstice-gardens-320x100.webp"},
+"native": {"adTypeId": 1, "clickUrl": "/", "picture": "harbour-coffee-320x60.png",
+           "title": "T", "description": "D", "displayName": "N"},
+"none": {"adTypeId": 77, "clickUrl": "/", "picture": "tea.png"}},
+"placements": {"home bottom": []}})";
+    const auto& warnings = Catalog::load(file_).warnings;
+    const std::string expected[] = {
+        "2: creatives.blank.clickUrl: stops the app: not a valid URL: \"/a b\"",
+        "3: creatives.small.picture: looks wrong: expected 320 × 100 pixels or a whole multiple of "
+        "it, not 320 × 60",
+        "4: creatives.jpeg.picture: looks wrong: expected 728 × 90 pixels or a whole multiple of "
+        "it, not 300 × 250",
+        "5: creatives.lossy.picture: looks wrong: expected 300 × 250 pixels or a whole multiple of "
+        "it, not 728 × 90",
+        "6: creatives.alpha.picture: looks wrong: expected 300 × 250 pixels or a whole multiple of "
+        "it, not 320 × 100",
+        "9: creatives.none.picture: stops the app: not a PNG, JPEG or WebP picture",
+        "10: placements.home bottom: stops the app that asks for it: not valid in a URL"};
+    ASSERT_EQ(warnings.size(), std::size(expected));
+    for (std::size_t i = 0; i < warnings.size(); ++i)
+        EXPECT_EQ(warnings[i], file_.string() + ':' + expected[i]);
+    EXPECT_TRUE(Catalog::load().warnings.empty());
+}
+
 TEST_F(CatalogTest, RefusesWhatIsNoReadableFile) {
     for (const std::string& file : {std::string("/nowhere/catalog.json"), folder_.string()}) {
         EXPECT_EQ(mistakesOf(file), file + ": expected a readable file");
