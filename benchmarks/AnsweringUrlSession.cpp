@@ -12,7 +12,7 @@
 
 namespace VexmoraSDK::platform {
 
-struct UrlSessionTask::Transfer {
+struct UrlSessionTask::Fetch {
     Url url;
     UrlSession::Completion completion;
 };
@@ -26,21 +26,23 @@ std::map<std::string, Data>& answers() {
 
 }  // namespace
 
+UrlSession::UrlSession() = default;
+
 UrlSession& UrlSession::shared() {
-    static auto& session = *new UrlSession;
-    return session;
+    static NoDestructor<UrlSession> session;
+    return *session;
 }
 
 UrlSessionTask UrlSession::dataTask(Url url, Completion completion) {
-    using Transfer = UrlSessionTask::Transfer;
+    using Fetch = UrlSessionTask::Fetch;
     return UrlSessionTask(
-        std::make_shared<Transfer>(Transfer{std::move(url), std::move(completion)}));
+        std::make_shared<Fetch>(Fetch{std::move(url), std::move(completion)}));
 }
 
 void UrlSessionTask::resume() {
-    const auto answer = answers().find(transfer_->url.text());
+    const auto answer = answers().find(fetch_->url.text());
     if (answer == answers().end()) return;
-    MainQueue::main()->async([transfer = transfer_, answer] {
+    MainQueue::main()->async([transfer = fetch_, answer] {
         transfer->completion(answer->second, UrlResponse{200}, std::nullopt);
     });
 }

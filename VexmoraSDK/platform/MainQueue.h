@@ -19,10 +19,13 @@ class VEXMORA_EXPORT MainQueue {
     /// loops too. Once the toolkit has ended blocks never run. Any thread.
     void async(std::function<void()> block);
 
-    /// Has the queue end when the process exits, in whatever thread: from then on no block begins.
-    /// A block that the main thread is running is waited for, before what it uses is destroyed, but
-    /// no longer than a second, since it may be waiting itself. Any thread, once.
-    void endWithProcess();
+    /// Has the toolkit build for good what blocks will use, so that its exit handlers are registered
+    /// before the one that calls `end`, and run after it. Once, with or without an application.
+    void prepareForEnd();
+    /// The process exits, in whatever thread: from now on no block begins, and one that the main
+    /// thread is in the midst of is waited for, though no longer than a second, for it may be
+    /// waiting itself. Any thread, once.
+    void end();
 
     /// Whether the caller runs on the main thread.
     bool isMainThread() const;

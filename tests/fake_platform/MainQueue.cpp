@@ -56,7 +56,9 @@ void MainQueue::async(std::function<void()> block) {
     if (state().mainThread) state().blocks.push_back(std::move(block));
 }
 
-void MainQueue::endWithProcess() {}
+void MainQueue::prepareForEnd() {}
+
+void MainQueue::end() {}
 
 bool MainQueue::isMainThread() const {
     const std::lock_guard lock(state().mutex);

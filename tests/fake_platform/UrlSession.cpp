@@ -12,23 +12,23 @@
 
 namespace VexmoraSDK::platform {
 
-struct UrlSessionTask::Transfer {
+struct UrlSessionTask::Fetch {
     Url url;
     UrlSession::Completion completion;
     std::once_flag resumed;
 
-    Transfer(Url address, UrlSession::Completion callback)
+    Fetch(Url address, UrlSession::Completion callback)
         : url(std::move(address)), completion(std::move(callback)) {}
 };
 
 namespace {
 
-using Transfer = UrlSessionTask::Transfer;
+using Fetch = UrlSessionTask::Fetch;
 
 struct State {
     std::mutex mutex;
     std::vector<std::string> requests;
-    std::vector<std::shared_ptr<Transfer>> open;
+    std::vector<std::shared_ptr<Fetch>> open;
 };
 
 State& state() {
@@ -36,13 +36,13 @@ State& state() {
     return state;
 }
 
-void start(std::shared_ptr<Transfer> transfer) {
+void start(std::shared_ptr<Fetch> transfer) {
     const std::lock_guard lock(state().mutex);
     state().requests.push_back(transfer->url.text());
     state().open.push_back(std::move(transfer));
 }
 
-std::shared_ptr<Transfer> takeOpen(std::string_view url) {
+std::shared_ptr<Fetch> takeOpen(std::string_view url) {
     const std::lock_guard lock(state().mutex);
     auto& open = state().open;
     const auto found = std::ranges::find(open, url, [](auto& each) { return each->url.text(); });
@@ -54,7 +54,7 @@ std::shared_ptr<Transfer> takeOpen(std::string_view url) {
 
 // The last reference to the transfer, and with it to what its completion holds, goes on the
 // delivery thread.
-void deliver(std::shared_ptr<Transfer> transfer, std::optional<Data> body,
+void deliver(std::shared_ptr<Fetch> transfer, std::optional<Data> body,
              std::optional<UrlResponse> response, std::optional<Error> error) {
     std::thread([&, transfer = std::move(transfer)]() mutable noexcept {
         try {
@@ -68,27 +68,29 @@ void deliver(std::shared_ptr<Transfer> transfer, std::optional<Data> body,
 
 }  // namespace
 
+UrlSession::UrlSession() = default;
+
 UrlSession& UrlSession::shared() {
-    static UrlSession& session = *new UrlSession;
-    return session;
+    static NoDestructor<UrlSession> session;
+    return *session;
 }
 
 UrlSessionTask UrlSession::dataTask(Url url, Completion completion) {
-    return UrlSessionTask(std::make_shared<Transfer>(std::move(url), std::move(completion)));
+    return UrlSessionTask(std::make_shared<Fetch>(std::move(url), std::move(completion)));
 }
 
 void UrlSessionTask::resume() {
-    std::call_once(transfer_->resumed, [this] {
+    std::call_once(fetch_->resumed, [this] {
         if (auto* queue = MainQueue::main(); queue && queue->isRunningBlock()) {
-            queue->async([transfer = transfer_] { start(transfer); });
+            queue->async([transfer = fetch_] { start(transfer); });
         } else {
-            start(transfer_);
+            start(fetch_);
         }
     });
 }
 
 void FakeUrlSession::reset() {
-    std::vector<std::shared_ptr<Transfer>> dropped;
+    std::vector<std::shared_ptr<Fetch>> dropped;
     const std::lock_guard lock(state().mutex);
     state().requests.clear();
     dropped.swap(state().open);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "VexmoraSDK/platform/http/UrlSession.h"
 #include "VexmoraSDK/platform/http/UrlSessionLimits.h"
 #include "adserver/AdServer.h"
 #include "tests/faults/Hosts.h"
@@ -14,8 +15,8 @@ class OutcomesTest : public testing::Test {
  protected:
     OutcomesTest() {
         limits_ = {};
-        limits_.body = std::size_t{1} << 20;
-        limits_.transfers = 128;
+        limits_.maxBodyBytes = std::size_t{1} << 20;
+        limits_.maxConcurrentTransfers = 128;
     }
 
     static bool isStop(const Promise& promise) { return promise.events == "stop"; }
@@ -40,7 +41,7 @@ class OutcomesTest : public testing::Test {
             EXPECT_EQ(events[i], chosen[i].events) << chosen[i].container;
     }
 
-    platform::UrlSessionLimits& limits_ = platform::UrlSessionLimits::shared();
+    platform::UrlSessionLimits& limits_ = platform::UrlSession::shared().limits();
 };
 
 TEST_F(OutcomesTest, AreWrittenDownForEveryFault) {
@@ -59,9 +60,9 @@ TEST_F(OutcomesTest, AreAsPromisedWhereTheResponseEnds) {
 }
 
 TEST_F(OutcomesTest, AreAsPromisedWhereALimitOfTimeEndsTheRequest) {
-    limits_.connecting = std::chrono::seconds(2);
-    limits_.silence = std::chrono::seconds(2);
-    limits_.total = std::chrono::seconds(8);
+    limits_.connectTimeout = std::chrono::seconds(2);
+    limits_.idleTimeout = std::chrono::seconds(2);
+    limits_.totalTimeout = std::chrono::seconds(8);
     expectAllKept(
         promisesThat([](const Promise& each) { return !isStop(each) && isEndless(each); }));
 }

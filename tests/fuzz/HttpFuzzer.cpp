@@ -61,11 +61,11 @@ class Network {
 };
 
 void shrinkLimits() {
-    auto& limits = platform::UrlSessionLimits::shared();
-    limits.connecting = std::chrono::seconds(10);
-    limits.total = std::chrono::seconds(10);
-    limits.redirects = 3;
-    limits.body = 64 << 10;
+    auto& limits = platform::UrlSession::shared().limits();
+    limits.connectTimeout = std::chrono::seconds(10);
+    limits.totalTimeout = std::chrono::seconds(10);
+    limits.maxRedirects = 3;
+    limits.maxBodyBytes = 64 << 10;
 }
 
 /// A second completion would make the promise throw on a delivery thread, which ends the process.
@@ -77,7 +77,7 @@ void fetch(const std::string& address) {
         url.value(), [done](auto body, auto response, auto error) {
             check(body.has_value() != error.has_value(), "neither a body nor an error, or both");
             check(body.has_value() == response.has_value(), "a body without a response");
-            check(!body || body->size() <= platform::UrlSessionLimits::shared().body,
+            check(!body || body->size() <= platform::UrlSession::shared().limits().maxBodyBytes,
                   "more than the largest body");
             done->set_value();
         });

@@ -24,8 +24,8 @@ Url url(const std::string& text) {
 
 class HttpCacheTest : public testing::Test {
  protected:
-    void keep(const std::string& at, const CacheTerms& terms, std::string_view body = "body") {
-        cache.keep(url(at), terms, dataOf(body), {kNoon, kNoon});
+    void keep(const std::string& at, const CachePolicy& policy, std::string_view body = "body") {
+        cache.store(url(at), policy, dataOf(body), {kNoon, kNoon});
     }
 
     std::string found(const std::string& at, HttpCache::Time now = kNoon) {
@@ -40,7 +40,7 @@ class HttpCacheTest : public testing::Test {
 
 TEST_F(HttpCacheTest, UsesAnAnswerForAsLongAsItSaysAndThenAsksAboutIt) {
     struct Case {
-        CacheTerms terms;
+        CachePolicy policy;
         long freshFor;
         std::vector<std::string> conditions{};
     };
@@ -84,10 +84,10 @@ TEST_F(HttpCacheTest, UsesAnAnswerForAsLongAsItSaysAndThenAsksAboutIt) {
         {{.cacheControl = "max-age=60", .etag = "1"}, 60},
         {{.cacheControl = "max-age=60", .etag = "\"a\rX: b\"", .lastModified = "noon"}, 60},
     };
-    for (const auto& [terms, freshFor, conditions] : cases) {
-        SCOPED_TRACE(terms.cacheControl + " | " + terms.expires + " | " + terms.age + " | " +
-                     terms.etag);
-        keep(address, terms);
+    for (const auto& [policy, freshFor, conditions] : cases) {
+        SCOPED_TRACE(policy.cacheControl + " | " + policy.expires + " | " + policy.age + " | " +
+                     policy.etag);
+        keep(address, policy);
         const auto end = kNoon + seconds(freshFor);
         if (freshFor > 0) {
             const auto fresh = cache.find(url(address + "#d"), end - seconds(1));
@@ -97,17 +97,17 @@ TEST_F(HttpCacheTest, UsesAnAnswerForAsLongAsItSaysAndThenAsksAboutIt) {
         }
         const auto old = cache.find(url(address), end);
         EXPECT_TRUE(!old || !old->isFresh(end));
-        EXPECT_EQ(old ? old->terms.conditions() : std::vector<std::string>(), conditions);
+        EXPECT_EQ(old ? old->policy.conditionalHeaders() : std::vector<std::string>(), conditions);
     }
 
-    cache.keep(url(address), CacheTerms{.cacheControl = "max-age=60", .age = "5"}, {},
-               {kNoon, kNoon + seconds(10)});
+    cache.store(url(address), CachePolicy{.cacheControl = "max-age=60", .age = "5"}, {},
+                {kNoon, kNoon + seconds(10)});
     EXPECT_TRUE(cache.find(url(address), kNoon + seconds(54)));
     EXPECT_FALSE(cache.find(url(address), kNoon + seconds(55))) << "it was long on its way";
 }
 
 TEST_F(HttpCacheTest, KeepsNoAnswerThatMayNotBeKeptAndForgetsTheOneBefore) {
-    const CacheTerms cases[] = {
+    const CachePolicy cases[] = {
         {.cacheControl = "no-store, max-age=60", .etag = kOne},
         {.cacheControl = "max-age=60,NO-STORE", .etag = kOne},
         {.cacheControl = "max-age=60; private", .etag = kOne},
@@ -122,15 +122,15 @@ TEST_F(HttpCacheTest, KeepsNoAnswerThatMayNotBeKeptAndForgetsTheOneBefore) {
         {.cacheControl = "max-age=0", .etag = "1"},
         {},
     };
-    for (const auto& terms : cases) {
-        SCOPED_TRACE(terms.cacheControl + " | " + terms.vary);
+    for (const auto& policy : cases) {
+        SCOPED_TRACE(policy.cacheControl + " | " + policy.vary);
         keep(address, {.cacheControl = "max-age=60"});
         EXPECT_EQ(found(address), "body");
-        keep(address, terms);
+        keep(address, policy);
         EXPECT_EQ(found(address), "nothing");
     }
     keep(address, {.cacheControl = "max-age=60"});
-    cache.keep(url(address), std::nullopt, {}, {kNoon, kNoon});
+    cache.store(url(address), std::nullopt, {}, {kNoon, kNoon});
     EXPECT_EQ(found(address), "nothing");
 }
 
@@ -140,8 +140,8 @@ TEST_F(HttpCacheTest, RenewsAnAnswerThatTheServerFindsRight) {
         keep(address, {.cacheControl = "max-age=60", .age = "20", .etag = kOne});
         return cache.find(url(address), later);
     };
-    const auto renewWith = [&](const CacheTerms& terms) {
-        cache.renew(ask(), terms, {later, later});
+    const auto renewWith = [&](const CachePolicy& policy) {
+        cache.revalidated(ask(), policy, {later, later});
     };
 
     renewWith({.date = kMinuteLater});
@@ -159,34 +159,34 @@ TEST_F(HttpCacheTest, RenewsAnAnswerThatTheServerFindsRight) {
 
     const auto asked = ask();
     keep(address, {.cacheControl = "max-age=90"}, "another");
-    cache.renew(asked, {}, {later, later});
+    cache.revalidated(asked, {}, {later, later});
     EXPECT_EQ(found(address, later), "another") << "it has come meanwhile";
 }
 
 TEST_F(HttpCacheTest, HoldsNoMoreThanItsBoundAndWhatWasUsedLast) {
-    limits.cache = 80'000;
-    const CacheTerms terms{.cacheControl = "max-age=60"};
+    limits.maxCacheBytes = 80'000;
+    const CachePolicy policy{.cacheControl = "max-age=60"};
     const auto place = [](int number) { return "https://a.example/" + std::to_string(number); };
     const auto holds = [&](int number) { return cache.find(url(place(number)), kNoon) != nullptr; };
     for (int number = 0; number < 10; ++number) {
-        keep(place(number), terms, std::string(8'000, 'x'));
+        keep(place(number), policy, std::string(8'000, 'x'));
         EXPECT_TRUE(holds(0));
     }
     EXPECT_FALSE(holds(1));
     for (int number = 2; number < 10; ++number)
         EXPECT_TRUE(holds(number)) << number;
 
-    keep(place(99), terms, std::string(9'999, 'x'));
+    keep(place(99), policy, std::string(9'999, 'x'));
     EXPECT_FALSE(holds(99)) << "with its address more than an eighth";
-    keep("https://a.example/" + std::string(9'999, 'x'), terms);
+    keep("https://a.example/" + std::string(9'999, 'x'), policy);
     EXPECT_TRUE(holds(2));
 
     for (int number = 0; number < 1'000; ++number)
-        keep(place(number), terms, "");
+        keep(place(number), policy, "");
     int held = 0;
     for (int number = 0; number < 1'000; ++number)
         held += holds(number);
-    EXPECT_LT(held, 80'000 / 256) << "addresses and terms take memory, too";
+    EXPECT_LT(held, 80'000 / 256) << "addresses and policy take memory, too";
 }
 
 }  // namespace

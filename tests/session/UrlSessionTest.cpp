@@ -55,13 +55,33 @@ TEST_F(UrlSessionTest, TakesHalfAnAnswerForNone) {
 TEST_F(UrlSessionTest, DecodesOneCompressedFileAfterAnother) {
     using namespace std::literals;
     const auto abc = "\x1f\x8b\b\0\0\0\0\0\2\3KLJ\6\0\xc2\x41\x24\x35\3\0\0\0"s;
-    const auto head = "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\n\r\n"s;
+    const auto head = "HTTP/1.1 200 OK\r\nContent-Encoding: X-GZip\r\n\r\n"s;
     const RudeServer two(head + abc + abc);
     EXPECT_EQ(fetch(two.address()).text(), "abcabc");
     const RudeServer oneAndABit(head + abc + abc.substr(0, 5));
     expectTransportError(oneAndABit.address());
     const RudeServer oneAndWords(head + abc + "and so on");
     expectTransportError(oneAndWords.address());
+}
+
+TEST_F(UrlSessionTest, BoundsABodyAfterItIsDecodedToo) {
+    using namespace std::literals;
+    const RudeServer rude(
+        "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\n\r\n"
+        "\x1f\x8b\b\0\0\0\0\0\2\3\xed\xc1\x31\1\0\0\0\xc2\xa0\xf5\x4f\x6d\f\x1f\xa0\0\0\0\0\0"
+        "\0\0\0\0\0\0\xe0\x6f\x9e\x92\xa7\x6a\xe0\x2e\0\0"s);
+    limits.maxBodyBytes = 12'000;
+    EXPECT_EQ(fetch(rude.address()).text().size(), 12'000u);
+    limits.maxBodyBytes = 11'999;
+    expectTransportError(rude.address());
+}
+
+TEST_F(UrlSessionTest, TakesABodyInAnEncodingThatIsNotGzipAsItIs) {
+    for (const auto* encoding : {"utf-8", "none", "", "aws-chunked", "identity, origami"}) {
+        const RudeServer rude(std::string("HTTP/1.1 200 OK\r\nContent-Encoding: ") + encoding +
+                              "\r\n\r\nabc");
+        EXPECT_EQ(fetch(rude.address()).text(), "abc") << encoding;
+    }
 }
 
 TEST_F(UrlSessionTest, FetchesOnlyAbsoluteAddressesOfHttp) {
@@ -76,8 +96,8 @@ TEST_F(UrlSessionTest, FetchesOnlyAbsoluteAddressesOfHttp) {
 }
 
 TEST_F(UrlSessionTest, GivesUpOnAServerThatStallsWhileConnectedOrConnecting) {
-    limits.silence = std::chrono::seconds(1);
-    limits.connecting = std::chrono::seconds(1);
+    limits.idleTimeout = std::chrono::seconds(1);
+    limits.connectTimeout = std::chrono::seconds(1);
     std::vector<std::pair<std::string, std::future<Outcome>>> stalled;
     for (const auto* fault : {"stall", "stall-body", "stall-connect", "stall-handshake"}) {
         const auto address = ads(std::string("fault-") + fault);
@@ -90,12 +110,12 @@ TEST_F(UrlSessionTest, GivesUpOnAServerThatStallsWhileConnectedOrConnecting) {
 }
 
 TEST_F(UrlSessionTest, GivesUpOnAServerThatGoesOnForTooLong) {
-    limits.total = std::chrono::milliseconds(300);
+    limits.totalTimeout = std::chrono::milliseconds(300);
     expectTransportError(ads("fault-stall-body"));
 }
 
 TEST_F(UrlSessionTest, TakesNoMoreThanTheLargestBody) {
-    limits.body = 1 << 20;
+    limits.maxBodyBytes = 1 << 20;
     const RudeServer boastful("HTTP/1.1 200 OK\r\nContent-Length: 9999999999999\r\n\r\nabc");
     for (const auto& address : {ads("fault-endless"), boastful.address()}) {
         const Outcome outcome = fetch(address);
@@ -105,7 +125,7 @@ TEST_F(UrlSessionTest, TakesNoMoreThanTheLargestBody) {
 }
 
 TEST_F(UrlSessionTest, TakesNoMoreThanTheLargestHeads) {
-    limits.heads = 10'000;
+    limits.maxHeaderBytes = 10'000;
     const auto filler = "X: " + std::string(6'000, 'x') + "\r\n";
     const RudeServer modest("HTTP/1.1 200 OK\r\n" + filler + "Content-Length: 0\r\n\r\n");
     EXPECT_FALSE(fetch(modest.address()).error);
@@ -117,10 +137,18 @@ TEST_F(UrlSessionTest, TakesNoMoreThanTheLargestHeads) {
 }
 
 TEST_F(UrlSessionTest, LetsASlowNameDelayNobody) {
-    limits.connecting = std::chrono::milliseconds(100);
+    limits.connectTimeout = std::chrono::milliseconds(100);
     StalledResolver resolver;
     expectTransportError(std::string("http://") + StalledResolver::kName + "/");
     EXPECT_THAT(fetch(ads("home-bottom")).text(), HasSubstr("adTypeId"));
+}
+
+TEST_F(UrlSessionTest, FetchesBesideAServerThatStalls) {
+    auto [task, stalled] = taskFor(ads("fault-stall-body"));
+    task.resume();
+    ASSERT_TRUE(server.waitForRequests(1));
+    EXPECT_THAT(fetch(ads("home-bottom")).text(), HasSubstr("adTypeId"));
+    EXPECT_EQ(stalled.wait_for(std::chrono::seconds(0)), std::future_status::timeout);
 }
 
 TEST_F(UrlSessionTest, LetsCompletionsThatWaitDelayNoTransfer) {
@@ -144,7 +172,7 @@ TEST_F(UrlSessionTest, LetsCompletionsThatWaitDelayNoTransfer) {
 }
 
 TEST_F(UrlSessionTest, OpensNoMoreConnectionsThanTransfersMayBeAtOnce) {
-    limits.transfers = 2;
+    limits.maxConcurrentTransfers = 2;
     std::vector<std::future<Outcome>> outcomes;
     for (int i = 0; i < 6; ++i) {
         auto [task, future] = taskFor(ads("fault-slow"));
@@ -198,12 +226,14 @@ TEST_F(UrlSessionTest, AsksAboutAnOldAnswerAndUsesItAgainWhereItIsStillRight) {
     HttpServer host;
     std::atomic<int> version = 1;
     std::atomic<bool> hasMoved = false;
+    std::atomic<bool> staysFresh = false;
     host.Get("/", [&](const httplib::Request& request, httplib::Response& response) {
         const auto tag = '"' + std::to_string(version) + '"';
         if (hasMoved) return response.set_redirect("/other");
         response.set_header("ETag", tag);
         if (request.get_header_value("If-None-Match") == tag) {
             response.status = 304;
+            if (staysFresh) response.set_header("Cache-Control", "max-age=60");
         } else {
             response.set_content("version " + tag, "text/plain");
         }
@@ -212,8 +242,10 @@ TEST_F(UrlSessionTest, AsksAboutAnOldAnswerAndUsesItAgainWhereItIsStillRight) {
         response.status = request.has_header("If-None-Match") ? 200 : 304;
     });
     const auto address = "http://127.0.0.1:" + std::to_string(host.bind(0)) + "/";
+    std::atomic<int> requests = 0;
     std::atomic<int> conditions = 0;
     host.onRequest = [&](const auto& request) {
+        ++requests;
         conditions += request.has_header("If-None-Match");
     };
     host.serve();
@@ -231,6 +263,13 @@ TEST_F(UrlSessionTest, AsksAboutAnOldAnswerAndUsesItAgainWhereItIsStillRight) {
     hasMoved = true;
     expect("", 304, 4);  // of the other address, which was asked without a condition
     expect("", 304, 4);
+    hasMoved = false;
+    expect("version \"2\"", 200, 4);
+    staysFresh = true;
+    expect("version \"2\"", 200, 5);
+    const int requestsBefore = requests;
+    expect("version \"2\"", 200, 5);
+    EXPECT_EQ(requests, requestsBefore);
 }
 
 TEST_F(UrlSessionTest, KeepsWholeAnswersOfTheAddressItselfAndNoOthers) {
@@ -276,6 +315,15 @@ TEST_F(UrlSessionTest, CompletesOnAThreadThatLeavesTheHostsSignalsAlone) {
     std::promise<std::thread::id> completes;
     std::string name(16, '\0');
     sigset_t blocked;
+    const auto callersMask = [] {
+        sigset_t mask;
+        pthread_sigmask(SIG_SETMASK, nullptr, &mask);
+        std::set<int> signals;
+        for (int signal = 1; signal < NSIG; ++signal)
+            if (sigismember(&mask, signal) == 1) signals.insert(signal);
+        return signals;
+    };
+    const auto maskBefore = callersMask();
     auto task = UrlSession::shared().dataTask(
         Url::fromString(ads("home-bottom")).value(),
         [&, guest = std::shared_ptr<Guest>(new Guest{guestLeaves})](auto, auto, auto) {
@@ -284,6 +332,7 @@ TEST_F(UrlSessionTest, CompletesOnAThreadThatLeavesTheHostsSignalsAlone) {
             completes.set_value(std::this_thread::get_id());
         });
     task.resume();
+    EXPECT_EQ(callersMask(), maskBefore);
     auto left = guestLeaves.get_future();
     ASSERT_EQ(left.wait_for(kDeadline), std::future_status::ready);
     EXPECT_EQ(left.get(), completes.get_future().get());

@@ -84,7 +84,7 @@ class UrlSessionTest : public testing::Test {
         return entry == userInfo.end() ? "" : *entry->second.as<std::string>();
     }
 
-    UrlSessionLimits& limits = UrlSessionLimits::shared();
+    UrlSessionLimits& limits = UrlSession::shared().limits();
     AdServer server{Catalog::load(VEXMORA_CATALOG)};
 };
 

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "VexmoraSDK/platform/http/UrlSession.h"
 #include "VexmoraSDK/platform/http/UrlSessionLimits.h"
 #include "tests/App.h"
 #include "tests/LibraryFolder.h"
@@ -101,9 +102,9 @@ void show(std::size_t ads, Random& random, Counts& counts) {
 }
 
 void soak(std::size_t ads, unsigned seed) {
-    auto& limits = platform::UrlSessionLimits::shared();
-    limits.total = std::chrono::seconds(5);
-    limits.body = std::size_t{1} << 20;
+    auto& limits = platform::UrlSession::shared().limits();
+    limits.totalTimeout = std::chrono::seconds(5);
+    limits.maxBodyBytes = std::size_t{1} << 20;
 
     Program server({VEXMORA_ADSERVER, "--catalog", VEXMORA_CATALOG});
     const LibraryFolder folder(server.readLabelled("Request template: "));
@@ -123,7 +124,7 @@ void soak(std::size_t ads, unsigned seed) {
     Holdings after;
     const bool holdsNoMore = App::waitFor([&] {
         after = Holdings::now();
-        return after.areNoMoreThan(before, static_cast<long>(limits.transfers));
+        return after.areNoMoreThan(before, static_cast<long>(limits.maxConcurrentTransfers));
     });
 
     const std::chrono::duration<double, std::ratio<60>> minutes =

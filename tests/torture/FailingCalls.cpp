@@ -2,11 +2,9 @@
 
 #include <curl/curl.h>
 #include <dlfcn.h>
-#include <plist/plist.h>
 #include <poll.h>
 #include <pthread.h>
 #include <sys/socket.h>
-#include <sys/stat.h>
 #include <unistd.h>
 #include <zlib.h>
 
@@ -124,10 +122,7 @@ void operator delete[](void* memory, std::size_t) noexcept {
     }
 // NOLINTEND(bugprone-macro-parentheses)
 
-CAN_FAIL_FOR(EMFILE, nullptr, FILE*, fopen64, (const char* path, const char* mode), (path, mode))
 CAN_FAIL_FOR(EIO, -1, ssize_t, read, (int file, void* bytes, size_t count), (file, bytes, count))
-CAN_FAIL_FOR(EACCES, -1, int, stat, (const char* path, struct stat* to) noexcept, (path, to))
-CAN_FAIL_FOR(EACCES, nullptr, char*, realpath, (const char* path, char* to) noexcept, (path, to))
 CAN_FAIL_FOR(EMFILE, -1, int, socket, (int domain, int type, int protocol) noexcept,
              (domain, type, protocol))
 CAN_FAIL_FOR(EMFILE, -1, int, socketpair, (int domain, int type, int protocol, int* pair) noexcept,
@@ -157,10 +152,6 @@ CAN_FAIL(CURLM_OUT_OF_MEMORY, CURLMcode, curl_multi_perform, (CURLM * multi, int
 CAN_FAIL(CURLM_OUT_OF_MEMORY, CURLMcode, curl_multi_poll,
          (CURLM * multi, curl_waitfd* extra, unsigned count, int timeout, int* ready),
          (multi, extra, count, timeout, ready))
-CAN_FAIL(CURLHE_OUT_OF_MEMORY, CURLHcode, curl_easy_header,
-         (CURL * easy, const char* name, size_t index, unsigned origin, int request,
-          curl_header** header),
-         (easy, name, index, origin, request, header))
 CAN_FAIL(Z_MEM_ERROR, int, inflateInit2_,
          (z_stream * stream, int bits, const char* version, int size),
          (stream, bits, version, size))
@@ -169,18 +160,3 @@ CAN_FAIL(CURLM_WAKEUP_FAILURE, CURLMcode, curl_multi_wakeup, (CURLM * multi), (m
 CAN_FAIL_WITH_ANY(CURLE_OUT_OF_MEMORY, CURLcode, curl_easy_setopt, CURL, CURLoption)
 CAN_FAIL_WITH_ANY(CURLE_OUT_OF_MEMORY, CURLcode, curl_easy_getinfo, CURL, CURLINFO)
 CAN_FAIL_WITH_ANY(CURLSHE_NOMEM, CURLSHcode, curl_share_setopt, CURLSH, CURLSHoption)
-
-CAN_FAIL(void(), void, plist_from_memory, (const char* bytes, uint32_t count, plist_t* root),
-         (bytes, count, root))
-CAN_FAIL(void(), void, plist_to_bin, (plist_t root, char** text, uint32_t* length),
-         (root, text, length))
-CAN_FAIL(void(), void, plist_dict_new_iter, (plist_t node, plist_dict_iter* iterator),
-         (node, iterator))
-CAN_FAIL(nullptr, plist_t, plist_new_dict, (), ())
-CAN_FAIL(nullptr, plist_t, plist_new_array, (), ())
-CAN_FAIL(nullptr, plist_t, plist_new_bool, (uint8_t value), (value))
-CAN_FAIL(nullptr, plist_t, plist_new_uint, (uint64_t value), (value))
-CAN_FAIL(nullptr, plist_t, plist_new_real, (double value), (value))
-CAN_FAIL(nullptr, plist_t, plist_new_string, (const char* value), (value))
-CAN_FAIL(nullptr, plist_t, plist_new_data, (const char* value, uint64_t count), (value, count))
-CAN_FAIL(nullptr, plist_t, plist_new_date, (int32_t seconds, int32_t rest), (seconds, rest))

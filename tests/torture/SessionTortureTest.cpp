@@ -45,8 +45,8 @@ const char* outcomeOf(const std::optional<Data>& body, const std::optional<UrlRe
 std::string fetchAll(std::array<Url, 3> addresses, const std::function<void()>& begin) {
     FailingCalls::countMemoryOfLibcurl();
     FakeMainQueue::start();
-    UrlSessionLimits::shared().connecting = std::chrono::seconds(5);
-    UrlSessionLimits::shared().silence = std::chrono::seconds(3);
+    UrlSession::shared().limits().connectTimeout = std::chrono::seconds(5);
+    UrlSession::shared().limits().idleTimeout = std::chrono::seconds(3);
     std::array<Ending, 3> endings;
     std::counting_semaphore<> done(0);
     std::array<UrlSession::Completion, 3> completions;

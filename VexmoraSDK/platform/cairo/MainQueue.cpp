@@ -1,7 +1,6 @@
 #include "VexmoraSDK/platform/MainQueue.h"
 
 #include <condition_variable>
-#include <cstdlib>
 #include <deque>
 #include <mutex>
 #include <optional>
@@ -30,13 +29,13 @@ struct State {
     /// How many blocks the main thread is in, one inside the other.
     int running = 0;
     std::condition_variable ranBlock;
-    bool processEnds = false;
+    bool hasEnded = false;
 
     /// Held while `wakeUp` is called, so that it is not called after the loop's end.
     std::mutex wakeUpMutex;
     std::function<void()> wakeUp;
 
-    bool mayRun() const { return hasLoop && !processEnds && !blocks.empty(); }
+    bool mayRun() const { return hasLoop && !hasEnded && !blocks.empty(); }
 };
 
 State& state() {
@@ -63,14 +62,6 @@ void runNextBlock(std::unique_lock<std::mutex>& lock) {
     lock.lock();
     --state().running;
     state().ranBlock.notify_all();
-}
-
-void processEnds() {
-    const bool onMainThread = MainQueue::main()->isMainThread();
-    std::unique_lock lock(state().mutex);
-    state().processEnds = true;
-    if (onMainThread) return;
-    state().ranBlock.wait_for(lock, std::chrono::seconds(1), [] { return state().running == 0; });
 }
 
 }  // namespace
@@ -128,8 +119,14 @@ void MainQueue::async(std::function<void()> block) {
     if (isFirst) wakeUp();
 }
 
-void MainQueue::endWithProcess() {
-    if (std::atexit(processEnds) != 0) fatalNoMemory();
+void MainQueue::prepareForEnd() {}
+
+void MainQueue::end() {
+    const bool onMainThread = isMainThread();
+    std::unique_lock lock(state().mutex);
+    state().hasEnded = true;
+    if (onMainThread) return;
+    state().ranBlock.wait_for(lock, std::chrono::seconds(1), [] { return state().running == 0; });
 }
 
 bool MainQueue::isMainThread() const {

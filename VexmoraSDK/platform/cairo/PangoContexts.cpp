@@ -7,7 +7,7 @@
 
 #include "VexmoraSDK/platform/cairo/FontImpl.h"
 #include "VexmoraSDK/platform/foundation/NoDestructor.h"
-#include "VexmoraSDK/platform/http/WorkerThread.h"
+#include "VexmoraSDK/platform/foundation/WorkerThread.h"
 
 namespace VexmoraSDK::platform {
 namespace {
@@ -68,7 +68,7 @@ void PangoContexts::warmUp() {
 }
 
 PangoContext* PangoContexts::forDirection(PangoDirection direction) {
-    finishWorkerThread(fontFinder());
+    if (fontFinder().joinable()) fontFinder().join();
     if (const auto version = fontsVersion(); version != contexts().version) {
         contexts().version = version;
         pango_fc_font_map_config_changed(PANGO_FC_FONT_MAP(contexts().fonts));

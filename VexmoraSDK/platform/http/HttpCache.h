@@ -11,68 +11,65 @@
 
 #include "VexmoraSDK/platform/foundation/Data.h"
 #include "VexmoraSDK/platform/foundation/Url.h"
-#include "VexmoraSDK/platform/http/CacheTerms.h"
+#include "VexmoraSDK/platform/http/CachePolicy.h"
 #include "VexmoraSDK/platform/http/UrlSessionLimits.h"
 
 namespace VexmoraSDK::platform {
 
-/// Answers that may be used again, in memory. Those that were used last stay longest. Any thread.
+/// A stored response of status 200, its body decoded.
+struct CachedResponse {
+    using Time = CachePolicy::Time;
+
+    std::string address;  ///< Without a fragment.
+    CachePolicy policy;
+    std::shared_ptr<const Data> body;
+    Time responseTime;
+    Time freshUntil;
+
+    /// Whether it may be used without revalidation. It is stale, too, when the clock was set back.
+    bool isFresh(Time now) const { return responseTime <= now && now < freshUntil; }
+};
+
+/// Responses that may be used again, in memory. The one that was not used for longest goes first.
+/// Any thread.
 class HttpCache {
  public:
-    using Time = CacheTerms::Time;
+    using Time = CachePolicy::Time;
+    using Response = std::shared_ptr<const CachedResponse>;
+
+    /// When a request was sent and when its response had arrived.
+    struct Times {
+        Time requestTime;
+        Time responseTime;
+    };
 
     static Time now() {
         return std::chrono::floor<Time::duration>(std::chrono::system_clock::now());
     }
 
-    /// A whole answer of status 200, its body decoded.
-    struct Answer {
-        std::string address;  ///< Without a fragment.
-        CacheTerms terms;
-        std::shared_ptr<const Data> body;
-        Time received;
-        Time freshUntil;
-
-        /// Whether it may be used without asking. Clocks are set back, too.
-        bool isFresh(Time now) const { return received <= now && now < freshUntil; }
-    };
-
-    /// When a request was sent and its answer was there.
-    struct Times {
-        Time asked;
-        Time received;
-    };
-
     explicit HttpCache(const UrlSessionLimits& limits) : limits_(limits) {}
 
-    /// That of the shared session; never destroyed.
-    static HttpCache& shared() {
-        static auto& cache = *new HttpCache(UrlSessionLimits::shared());
-        return cache;
-    }
+    /// The stored response for the address, fresh or with a validator; null when there is none.
+    Response find(const Url& url, Time now);
 
-    /// The answer to use for the address, or to ask the server about; null when there is none.
-    std::shared_ptr<const Answer> find(const Url& url, Time now);
-
-    /// Forgets the answer before, and keeps this one if its terms, where there are any, allow it.
-    /// Where memory lacks it is not kept.
-    void keep(const Url& url, const std::optional<CacheTerms>& terms, const Data& body,
-              Times times) noexcept;
-
-    /// The server was asked about the answer, and it is still right.
-    void renew(const std::shared_ptr<const Answer>& answer, const CacheTerms& terms,
+    /// Stores the response if it has a policy that allows it and is of use, in place of the one
+    /// before, which goes in any case. Where memory lacks it is not stored.
+    void store(const Url& url, const std::optional<CachePolicy>& policy, const Data& body,
                Times times) noexcept;
 
- private:
-    using Answers = std::list<std::shared_ptr<const Answer>>;
+    /// A 304 with this policy has revalidated the response.
+    void revalidated(const Response& response, const CachePolicy& policy, Times times) noexcept;
 
-    void put(std::shared_ptr<const Answer> answer);
+ private:
+    using Responses = std::list<Response>;
+
+    void put(Response response);
     void remove(std::string_view address);
 
     const UrlSessionLimits& limits_;
     std::mutex mutex_;
-    Answers answers_;  // used last, first
-    std::unordered_map<std::string_view, Answers::iterator> places_;
+    Responses responses_;  // the one that was used last comes first
+    std::unordered_map<std::string_view, Responses::iterator> byAddress_;
     std::size_t bytes_ = 0;
 };
 

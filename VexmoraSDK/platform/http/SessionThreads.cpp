@@ -1,127 +1,151 @@
 #include "VexmoraSDK/platform/http/SessionThreads.h"
 
 #include <algorithm>
+#include <chrono>
 #include <iterator>
 #include <string>
 #include <utility>
 
 #include "VexmoraSDK/platform/foundation/Fatal.h"
-#include "VexmoraSDK/platform/http/WorkerThread.h"
+#include "VexmoraSDK/platform/foundation/WorkerThread.h"
 
 namespace VexmoraSDK::platform {
+namespace {
 
-void SessionThreads::start(std::shared_ptr<Transfer> transfer) {
-    if (begin(transfer)) return;
-    transfer->fail(CURLE_FAILED_INIT, curl_easy_strerror(CURLE_FAILED_INIT));
-    complete(std::move(transfer));
-}
+/// For which the exit of the process waits for the threads.
+constexpr std::chrono::seconds kMaxExitDelay(1);
 
-bool SessionThreads::begin(const std::shared_ptr<Transfer>& transfer) {
-    std::unique_lock lock(mutex_);
-    const std::size_t waiting = loop_.add(transfer);
-    if (waiting == 0) return false;
-    moves_ = true;
-    addThreads();
-    const bool led = hasLeader();
-    // Whoever is woken up takes the lock first.
-    lock.unlock();
-    // Where others wait already, somebody has been told, or looks again as soon as there is room.
-    if (waiting > 1) return true;
-    if (led) return loop_.wake() || !loop_.remove(transfer);
-    changed_.notify_one();
-    return true;
-}
+}  // namespace
 
-void SessionThreads::complete(std::shared_ptr<Transfer> transfer) {
+void SessionThreads::transfer(std::shared_ptr<Fetch> fetch) {
     const std::lock_guard lock(mutex_);
-    ended_.push_back(std::move(transfer));
+    waiting_.push_back(std::move(fetch));
     addThreads();
-    if (idle_ > 0) {
+    if (mayBegin()) notifyLeader();
+}
+
+void SessionThreads::complete(std::shared_ptr<Fetch> fetch) {
+    const std::lock_guard lock(mutex_);
+    ended_.push_back(std::move(fetch));
+    addThreads();
+    if (following_ > 0) {
         changed_.notify_one();
-    } else if (hasLeader()) {
+    } else if (hasLeader_) {
         loop_.wake();
     }
 }
 
 void SessionThreads::stop() {
-    std::thread::id sleeper;
-    {
-        const std::lock_guard lock(mutex_);
-        stopped_ = true;
-        if (hasLeader() && !loop_.wake()) sleeper = leader_;
-    }
+    std::unique_lock lock(mutex_);
+    stopped_ = true;
+    if (hasLeader_) loop_.wake();
     changed_.notify_all();
-    for (auto& thread : threads_) {
-        // A sleep that cannot be ended must not hold up whoever waits for the end of the thread.
-        if (thread.joinable() && thread.get_id() == sleeper) {
-            thread.detach();
+    const auto isOwn = [](const Worker& worker) {
+        return worker.thread.get_id() == std::this_thread::get_id();
+    };
+    changed_.wait_for(lock, kMaxExitDelay, [&] {
+        return std::ranges::all_of(
+            workers_, [&](const Worker& worker) { return worker.isGone || isOwn(worker); });
+    });
+    for (auto& [thread, isGone] : workers_) {
+        if (isGone) {
+            thread.join();  // which has nothing more to do
         } else {
-            finishWorkerThread(thread);
+            thread.detach();
         }
     }
 }
 
-void SessionThreads::work() {
+void SessionThreads::work(Worker& self) {
     std::unique_lock lock(mutex_);
     while (!stopped_)
         workOnce(lock);
+    self.isGone = true;
+    changed_.notify_all();
 }
 
 void SessionThreads::workOnce(std::unique_lock<std::mutex>& lock) {
     if (!ended_.empty() && mayComplete()) {
-        auto transfer = std::move(ended_.front());
-        ended_.pop_front();
-        ++completing_;
-        const std::size_t left = ended_.size() + (needsLeader() ? 1 : 0);
-        const std::size_t helpers = std::min(idle_, left);
-        lock.unlock();
-        for (std::size_t i = 0; i < helpers; ++i)
-            changed_.notify_one();
-        transfer->complete();
-        transfer.reset();
-        lock.lock();
-        --completing_;
+        completeOne(lock);
     } else if (needsLeader()) {
-        leader_ = std::this_thread::get_id();
-        lock.unlock();
-        auto ended = loop_.turn();
-        lock.lock();
-        leader_ = {};
-        moves_ = loop_.isBusy();
-        std::ranges::move(ended, std::back_inserter(ended_));
-        addThreads();
+        leadOnce(lock);
     } else {
-        ++idle_;
+        ++following_;
         changed_.wait(lock);
-        --idle_;
+        --following_;
     }
+}
+
+void SessionThreads::completeOne(std::unique_lock<std::mutex>& lock) {
+    auto fetch = std::move(ended_.front());
+    ended_.pop_front();
+    ++completing_;
+    const std::size_t left = ended_.size() + (needsLeader() ? 1 : 0);
+    const std::size_t helpers = std::min(following_, left);
+    lock.unlock();
+    // Whoever is woken up takes the lock first.
+    for (std::size_t i = 0; i < helpers; ++i)
+        changed_.notify_one();
+    fetch->complete();
+    fetch.reset();
+    lock.lock();
+    --completing_;
+}
+
+void SessionThreads::leadOnce(std::unique_lock<std::mutex>& lock) {
+    TransferLoop::Fetches starting;
+    while (mayBegin()) {
+        starting.push_back(std::move(waiting_.front()));
+        waiting_.pop_front();
+        ++inFlight_;
+    }
+    loop_.open();
+    hasLeader_ = true;
+    leaderIsNotified_ = false;
+    lock.unlock();
+    auto ended = loop_.turn(std::move(starting));
+    lock.lock();
+    hasLeader_ = false;
+    inFlight_ -= ended.size();
+    std::ranges::move(ended, std::back_inserter(ended_));
+    addThreads();
 }
 
 /// Somebody has to be left to lead, unless nobody else is to be had.
 bool SessionThreads::mayComplete() const {
-    return completing_ + 1 < threads_.size() || threads_.size() == 1;
+    return completing_ + 1 < workers_.size() || workers_.size() == 1;
 }
 
 bool SessionThreads::needsLeader() const {
-    return moves_ && !hasLeader();
+    return !hasLeader_ && (inFlight_ > 0 || mayBegin());
 }
 
-bool SessionThreads::hasLeader() const {
-    return leader_ != std::thread::id();
+bool SessionThreads::mayBegin() const {
+    return !waiting_.empty() && inFlight_ < limits_.maxConcurrentTransfers;
+}
+
+void SessionThreads::notifyLeader() {
+    if (std::exchange(leaderIsNotified_, true)) return;
+    if (hasLeader_) {
+        loop_.wake();
+    } else {
+        changed_.notify_one();
+    }
 }
 
 void SessionThreads::addThreads() {
     // Each question reads a file.
     static const std::size_t cores = std::clamp(std::thread::hardware_concurrency(), 1u, 4u);
     const std::size_t wanted = std::min(completing_ + ended_.size(), cores) + 1;
-    threads_.reserve(cores + 1);  // no thread is started that could then not be kept
-    while (!stopped_ && threads_.size() < wanted) {
-        auto thread =
-            startWorkerThread("vexmora-" + std::to_string(threads_.size()), [this] { work(); });
-        if (!thread.joinable()) break;
-        threads_.push_back(std::move(thread));
+    while (!stopped_ && workers_.size() < wanted) {
+        Worker& worker = workers_.emplace_back();
+        worker.thread = startWorkerThread("vexmora-" + std::to_string(workers_.size() - 1),
+                                          [this, &worker] { work(worker); });
+        if (worker.thread.joinable()) continue;
+        workers_.pop_back();
+        break;
     }
-    if (!stopped_ && threads_.empty()) fatalError("no thread to be had");
+    if (!stopped_ && workers_.empty()) fatalError("no thread to be had");
 }
 
 }  // namespace VexmoraSDK::platform

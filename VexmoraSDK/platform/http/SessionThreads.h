@@ -2,55 +2,78 @@
 
 #include <condition_variable>
 #include <deque>
+#include <list>
 #include <memory>
 #include <mutex>
 #include <thread>
-#include <vector>
 
 #include "VexmoraSDK/platform/http/TransferLoop.h"
 
 namespace VexmoraSDK::platform {
 
-/// The threads of the session, as leader and followers. The leader moves the bytes of all
-/// transfers. When one has ended it completes that one itself, and a follower takes the lead if
-/// there are others: no completion waits for a thread to wake up, and no transfer for a completion
-/// that decodes a picture. As many complete at once as there are cores, at most four, and one more
-/// leads. None is started before there is work for it; where there is none to be had, those that
-/// run do the work, and a process that has none at all is stopped.
+/// The threads of the session, as leader and followers.
+///
+/// | a thread that is | does this                      | until                                   |
+/// |------------------|--------------------------------|-----------------------------------------|
+/// | following        | nothing                        | it is notified of work                  |
+/// | leading          | one turn of the loop, in which | transfers have ended, or it is woken    |
+/// |                  | the bytes of all are moved     |                                         |
+/// | completing       | one completion                 | that has returned                       |
+/// | gone             |                                | the session has been stopped            |
+///
+/// Behind each of these a thread looks again: it completes if a completion waits and somebody is
+/// left to lead; else it leads if there are transfers and nobody does; else it follows. So whoever
+/// got the last byte of a response completes it himself without waking anybody up, another takes
+/// the lead if there are other transfers, and none of them waits for a completion that decodes a
+/// picture. As many complete at once as there are cores, at most four, and one more leads. No
+/// thread is started before there is work for it; where none is to be had, those that run do the
+/// work, and a process that has none at all is stopped.
 class SessionThreads {
  public:
-    /// Has the transfer made and completed. Any thread.
-    void start(std::shared_ptr<Transfer> transfer);
+    explicit SessionThreads(const UrlSessionLimits& limits) : limits_(limits), loop_(limits) {}
 
-    /// Has the transfer, whose outcome is known, completed. Any thread.
-    void complete(std::shared_ptr<Transfer> transfer);
+    /// Has a transfer made and completed. Any thread.
+    void transfer(std::shared_ptr<Fetch> fetch);
 
-    /// Lets the running completions finish and no further one begin; transfers in flight stay as
-    /// they are. From one of the threads too.
+    /// Has a fetch completed whose outcome is known. Any thread.
+    void complete(std::shared_ptr<Fetch> fetch);
+
+    /// Lets no further completion begin, and gives the running ones a second to return. Threads
+    /// that take longer, and the calling one if it is one of these, are left behind: they are
+    /// detached, and what they use is never destroyed.
     void stop();
 
  private:
-    /// False when that is not possible.
-    bool begin(const std::shared_ptr<Transfer>& transfer);
-    void work();
+    struct Worker {
+        std::thread thread;
+        bool isGone = false;
+    };
+
+    void work(Worker& self);
     // The mutex is held in all of these.
     void workOnce(std::unique_lock<std::mutex>& lock);
+    void completeOne(std::unique_lock<std::mutex>& lock);
+    void leadOnce(std::unique_lock<std::mutex>& lock);
     bool mayComplete() const;
     bool needsLeader() const;
-    bool hasLeader() const;
+    bool mayBegin() const;
     void addThreads();
+    void notifyLeader();
 
+    const UrlSessionLimits& limits_;
     TransferLoop loop_;
 
     std::mutex mutex_;
     std::condition_variable changed_;
-    std::deque<std::shared_ptr<Transfer>> ended_;
-    std::vector<std::thread> threads_;
-    std::size_t idle_ = 0;
+    std::list<Worker> workers_;
+    std::deque<std::shared_ptr<Fetch>> waiting_;  // to begin
+    std::deque<std::shared_ptr<Fetch>> ended_;    // to be completed
+    std::size_t inFlight_ = 0;
     std::size_t completing_ = 0;
-    /// Whether there are transfers to move.
-    bool moves_ = false;
-    std::thread::id leader_;
+    std::size_t following_ = 0;
+    bool hasLeader_ = false;
+    /// Whether somebody has been notified since the last turn began.
+    bool leaderIsNotified_ = false;
     bool stopped_ = false;
 };
 

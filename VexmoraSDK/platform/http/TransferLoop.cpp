@@ -4,21 +4,12 @@
 #include <thread>
 #include <utility>
 
-#include "VexmoraSDK/platform/http/UrlSessionLimits.h"
-
 namespace VexmoraSDK::platform {
 namespace {
 
-/// Polling sleeps until a transfer, a limit or `start` wants it; this is only how long at most.
-constexpr int kLongestPoll = 60 * 60 * 1000;
-
-/// Absent too when no descriptors are left for what wakes its polling up.
-CURLM* makeMulti() {
-    CURLM* multi = curl_multi_init();
-    if (!multi || curl_multi_wakeup(multi) == CURLM_OK) return multi;
-    curl_multi_cleanup(multi);
-    return nullptr;
-}
+/// While it has transfers libcurl looks after them once a second anyway. Should it ever fail to be
+/// woken, a request waits no longer than this.
+constexpr int kMaxPollMilliseconds = 1000;
 
 CURLSH* makeCookieJar() {
     CURLSH* cookies = curl_share_init();
@@ -30,39 +21,34 @@ CURLSH* makeCookieJar() {
     return nullptr;
 }
 
+void settle(Fetch& fetch, CurlTransfer& transfer) {
+    if (transfer.error() == CURLE_OK) {
+        fetch.response = std::move(transfer.response());
+    } else {
+        fetch.fail(transfer.error(), transfer.errorText());
+    }
+}
+
 }  // namespace
 
-std::size_t TransferLoop::add(std::shared_ptr<Transfer> transfer) {
-    const std::lock_guard lock(mutex_);
+void TransferLoop::open() {
     if (!cookies_) cookies_ = makeCookieJar();
-    if (!multi_) multi_ = makeMulti();
-    if (!cookies_ || !multi_) return 0;
-    waiting_.push_back(std::move(transfer));
-    return waiting_.size();
+    if (!multi_ && cookies_) multi_ = curl_multi_init();
 }
 
-bool TransferLoop::remove(const std::shared_ptr<Transfer>& transfer) {
-    const std::lock_guard lock(mutex_);
-    return std::erase(waiting_, transfer) > 0;
+void TransferLoop::wake() {
+    if (multi_) curl_multi_wakeup(multi_);
 }
 
-bool TransferLoop::isBusy() {
-    const std::lock_guard lock(mutex_);
-    return !waiting_.empty() || !exchanges_.empty();
-}
-
-bool TransferLoop::wake() {
-    return curl_multi_wakeup(multi_) == CURLM_OK;
-}
-
-std::vector<std::shared_ptr<Transfer>> TransferLoop::turn() {
-    Ended ended;
-    beginWaiting(ended);
+TransferLoop::Fetches TransferLoop::turn(Fetches starting) {
+    Fetches ended;
+    for (auto& fetch : starting)
+        begin(std::move(fetch), ended);
     int running = 0;
     const auto performed = curl_multi_perform(multi_, &running);
     takeDone(ended);
     if (!ended.empty()) return ended;
-    const auto polled = curl_multi_poll(multi_, nullptr, 0, kLongestPoll, nullptr);
+    const auto polled = curl_multi_poll(multi_, nullptr, 0, kMaxPollMilliseconds, nullptr);
     if (performed != CURLM_OK || polled != CURLM_OK) {
         // Lack of memory, say: not to be met with a busy loop. The transfers have their limits.
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
@@ -70,38 +56,37 @@ std::vector<std::shared_ptr<Transfer>> TransferLoop::turn() {
     return ended;
 }
 
-void TransferLoop::beginWaiting(Ended& ended) {
-    std::unique_lock lock(mutex_);
-    while (!waiting_.empty() && exchanges_.size() < UrlSessionLimits::shared().transfers) {
-        auto transfer = std::move(waiting_.front());
-        waiting_.pop_front();
-        lock.unlock();
-        begin(std::move(transfer), ended);
-        lock.lock();
+void TransferLoop::begin(std::shared_ptr<Fetch> fetch, Fetches& ended) {
+    fetch->requestTime = HttpCache::now();
+    auto transfer = std::unique_ptr<Transfer>(
+        new Transfer{fetch, {fetch->url.text(), fetch->requestHeaders(), cookies_, limits_}});
+    CurlTransfer& curl = transfer->curl;
+    if (curl.isReady() && curl_multi_add_handle(multi_, curl.easy()) == CURLM_OK) {
+        transfers_.emplace(curl.easy(), std::move(transfer));
+        return;
     }
+    if (curl.isReady()) curl.finish(CURLE_FAILED_INIT);
+    settle(*fetch, curl);
+    ended.push_back(std::move(fetch));
 }
 
-void TransferLoop::begin(std::shared_ptr<Transfer> transfer, Ended& ended) {
-    auto exchange = std::make_unique<HttpExchange>(std::move(transfer));
-    CURLcode result = exchange->configure(cookies_);
-    if (result == CURLE_OK && curl_multi_add_handle(multi_, exchange->easy()) == CURLM_OK) {
-        exchanges_.emplace(exchange->easy(), std::move(exchange));
-    } else {
-        exchange->finish(result == CURLE_OK ? CURLE_FAILED_INIT : result);
-        ended.push_back(exchange->transfer());
-    }
-}
-
-void TransferLoop::takeDone(Ended& ended) {
+void TransferLoop::takeDone(Fetches& ended) {
     int left = 0;
     while (const CURLMsg* message = curl_multi_info_read(multi_, &left)) {
         if (message->msg != CURLMSG_DONE) continue;
         const CURLcode result = message->data.result;
-        const auto done = exchanges_.extract(message->easy_handle);
-        // The end of the exchange removes what could not be removed here.
-        static_cast<void>(curl_multi_remove_handle(multi_, done.key()));
-        done.mapped()->finish(result);
-        ended.push_back(done.mapped()->transfer());
+        CURL* const easy = message->easy_handle;
+        const auto found = transfers_.find(easy);
+        CurlTransfer& curl = found->second->curl;
+        // The end of the transfer removes what could not be removed here.
+        static_cast<void>(curl_multi_remove_handle(multi_, easy));
+        if (curl.finish(result)) {
+            if (curl_multi_add_handle(multi_, easy) == CURLM_OK) continue;
+            curl.finish(CURLE_FAILED_INIT);
+        }
+        settle(*found->second->fetch, curl);
+        ended.push_back(std::move(found->second->fetch));
+        transfers_.erase(found);
     }
 }
 

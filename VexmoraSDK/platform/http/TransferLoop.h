@@ -2,13 +2,12 @@
 
 #include <curl/curl.h>
 
-#include <deque>
 #include <memory>
-#include <mutex>
 #include <unordered_map>
 #include <vector>
 
-#include "VexmoraSDK/platform/http/HttpExchange.h"
+#include "VexmoraSDK/platform/http/CurlTransfer.h"
+#include "VexmoraSDK/platform/http/Fetch.h"
 
 namespace VexmoraSDK::platform {
 
@@ -16,37 +15,38 @@ namespace VexmoraSDK::platform {
 /// letting go of it would wait for names that are being resolved.
 class TransferLoop {
  public:
-    /// Has the transfer begin in a later turn, as soon as fewer than the most are in flight.
-    /// Returns how many wait to begin; 0, and nothing done, when that is not possible. Any thread.
-    std::size_t add(std::shared_ptr<Transfer> transfer);
-    /// Undoes an `add`. False when the transfer has begun. Any thread.
-    bool remove(const std::shared_ptr<Transfer>& transfer);
-    /// Whether there are transfers to move. Between turns.
-    bool isBusy();
+    explicit TransferLoop(const UrlSessionLimits& limits) : limits_(limits) {}
 
-    /// Ends the wait of a turn, or else that of the next one. False when that is not possible. Any
-    /// thread, after an `add`.
-    bool wake();
+    using Fetches = std::vector<std::shared_ptr<Fetch>>;
 
-    /// Moves what there is to move, or waits until there is, and returns the transfers that ended,
-    /// each once, with their outcomes filled in. On one thread at a time.
-    std::vector<std::shared_ptr<Transfer>> turn();
+    /// Sets libcurl up, if need be. Before each turn, and not at the same time as `wake`. Where
+    /// descriptors or memory lack it does not succeed, and transfers that begin fail.
+    void open();
+
+    /// Ends the wait of the turn, or else of the next one. Any thread.
+    void wake();
+
+    /// Begins these transfers, moves what there is to move, or else waits for a while or until it
+    /// is woken, and returns the transfers that ended, each once, with their outcomes filled in. On
+    /// one thread at a time.
+    Fetches turn(Fetches starting);
+
+    /// How many transfers are in flight. Between turns.
+    std::size_t inFlight() const { return transfers_.size(); }
 
  private:
-    using Ended = std::vector<std::shared_ptr<Transfer>>;
+    struct Transfer {
+        std::shared_ptr<Fetch> fetch;
+        CurlTransfer curl;
+    };
 
-    void beginWaiting(Ended& ended);
-    void begin(std::shared_ptr<Transfer> transfer, Ended& ended);
-    void takeDone(Ended& ended);
+    void begin(std::shared_ptr<Fetch> fetch, Fetches& ended);
+    void takeDone(Fetches& ended);
 
-    std::mutex mutex_;
-    std::deque<std::shared_ptr<Transfer>> waiting_;
-    // Set before the first turn, and then for good.
+    const UrlSessionLimits& limits_;
     CURLSH* cookies_ = nullptr;
     CURLM* multi_ = nullptr;
-
-    // Of whoever takes the turn.
-    std::unordered_map<CURL*, std::unique_ptr<HttpExchange>> exchanges_;
+    std::unordered_map<CURL*, std::unique_ptr<Transfer>> transfers_;
 };
 
 }  // namespace VexmoraSDK::platform

@@ -1,80 +1,72 @@
 #include "VexmoraSDK/platform/http/UrlSession.h"
 
-#include <unistd.h>
-
-#include <cstdlib>
-#include <new>
+#include <mutex>
 #include <utility>
 
 #include "VexmoraSDK/platform/MainQueue.h"
+#include "VexmoraSDK/platform/http/Fetch.h"
+#include "VexmoraSDK/platform/http/ProcessExit.h"
 #include "VexmoraSDK/platform/http/SessionThreads.h"
-#include "VexmoraSDK/platform/images/Image.h"
 
 namespace VexmoraSDK::platform {
-namespace {
 
-/// What works for the shared session.
-class Engine {
- public:
-    static Engine& shared() {
-        static auto& engine = *new Engine;
-        return engine;
-    }
-
-    void start(std::shared_ptr<Transfer> transfer) {
-        // libcurl would guess what is not written; a relative reference leads nowhere.
-        const auto scheme = transfer->url.scheme();
-        if ((scheme != "http" && scheme != "https") || transfer->url.host().empty()) {
-            transfer->fail(CURLE_UNSUPPORTED_PROTOCOL, "The address is not one of HTTP");
-            threads_.complete(std::move(transfer));
-        } else if (libcurlSetUp_ != CURLE_OK) {
-            transfer->fail(libcurlSetUp_, curl_easy_strerror(libcurlSetUp_));
-            threads_.complete(std::move(transfer));
-        } else if (transfer->isAnsweredByCache()) {
-            threads_.complete(std::move(transfer));
+struct UrlSession::Impl {
+    /// The way of every GET begins here.
+    void start(std::shared_ptr<Fetch> fetch) {
+        std::call_once(setUpOnce, [this] {
+            libcurlSetUp = curl_global_init(CURL_GLOBAL_DEFAULT);
+            ProcessExit::prepare();
+        });
+        // libcurl would guess what is missing; a relative reference leads nowhere.
+        const auto scheme = fetch->url.scheme();
+        if ((scheme != "http" && scheme != "https") || fetch->url.host().empty()) {
+            fetch->fail(CURLE_UNSUPPORTED_PROTOCOL, "The address is not one of HTTP");
+            threads.complete(std::move(fetch));
+        } else if (libcurlSetUp != CURLE_OK) {
+            fetch->fail(libcurlSetUp, curl_easy_strerror(libcurlSetUp));
+            threads.complete(std::move(fetch));
+        } else if (fetch->isServedFromCache()) {
+            threads.complete(std::move(fetch));
         } else {
-            threads_.start(std::move(transfer));
+            threads.transfer(std::move(fetch));
         }
     }
 
- private:
-    Engine() {
-        // Handlers run in the reverse order of their registration, and this one must find alive
-        // what the threads use: TLS, which libcurl has set up by now, and what decodes pictures.
-        Image::prepareDecoding();
-        if (auto* queue = MainQueue::main()) queue->endWithProcess();
-        if (std::atexit([] { shared().stop(); }) != 0) throw std::bad_alloc();
-    }
-
-    void stop() {
-        // A process that was forked off has none of the threads.
-        if (getpid() != process_) return;
-        threads_.stop();
-    }
-
-    const pid_t process_ = getpid();
-    const CURLcode libcurlSetUp_ = curl_global_init(CURL_GLOBAL_DEFAULT);
-    SessionThreads threads_;
+    UrlSessionLimits limits;
+    HttpCache cache{limits};
+    SessionThreads threads{limits};
+    std::once_flag setUpOnce;
+    CURLcode libcurlSetUp = CURLE_OK;
 };
 
-}  // namespace
+UrlSession::UrlSession() : impl_(std::make_shared<Impl>()) {}
 
 UrlSession& UrlSession::shared() {
-    static auto& session = *new UrlSession;
-    return session;
+    static NoDestructor<UrlSession> session;
+    return *session;
 }
 
 UrlSessionTask UrlSession::dataTask(Url url, Completion completion) {
-    return UrlSessionTask(std::make_shared<Transfer>(std::move(url), std::move(completion)));
+    return UrlSessionTask(std::make_shared<Fetch>(std::move(url), std::move(completion),
+                                                  impl_->cache, impl_->limits));
 }
 
 void UrlSessionTask::resume() {
-    if (transfer_->resumed.exchange(true)) return;
+    if (fetch_->resumed.exchange(true)) return;
+    UrlSession::Impl& session = *UrlSession::shared().impl_;
     if (auto* queue = MainQueue::main(); queue && queue->isRunningBlock()) {
-        queue->async([transfer = transfer_] { Engine::shared().start(transfer); });
+        queue->async([&session, fetch = fetch_] { session.start(fetch); });
     } else {
-        Engine::shared().start(transfer_);
+        session.start(fetch_);
     }
+}
+
+UrlSessionLimits& UrlSession::limits() {
+    return impl_->limits;
+}
+
+void UrlSession::stop() {
+    impl_->threads.stop();
 }
 
 }  // namespace VexmoraSDK::platform

@@ -6,11 +6,14 @@
 
 #include "VexmoraSDK/platform/foundation/Data.h"
 #include "VexmoraSDK/platform/foundation/Error.h"
+#include "VexmoraSDK/platform/foundation/NoDestructor.h"
 #include "VexmoraSDK/platform/foundation/Url.h"
 
 namespace VexmoraSDK::platform {
 
-/// What is known of an HTTP answer besides its body.
+struct UrlSessionLimits;
+
+/// What is known of an HTTP response besides its body.
 struct UrlResponse {
     long statusCode = 0;
 };
@@ -19,30 +22,29 @@ struct UrlResponse {
 /// whether or not somebody holds it.
 class UrlSessionTask {
  public:
-    struct Transfer;
+    struct Fetch;
 
-    explicit UrlSessionTask(std::shared_ptr<Transfer> transfer) : transfer_(std::move(transfer)) {}
+    explicit UrlSessionTask(std::shared_ptr<Fetch> fetch) : fetch_(std::move(fetch)) {}
 
-    /// Starts the transfer, once; later calls do nothing. Inside a main-queue block the start waits
-    /// for a further block, so that whatever this block still sets up is in place before the answer
+    /// Starts the task, once; later calls do nothing. Inside a main-queue block the start waits for
+    /// a further block, so that whatever this block still sets up is in place before the response
     /// comes; elsewhere it is at once. Any thread.
     void resume();
 
  private:
-    std::shared_ptr<Transfer> transfer_;
+    std::shared_ptr<Fetch> fetch_;
 };
 
-/// Fetches addresses over HTTP and HTTPS.
+/// Fetches addresses over HTTP and HTTPS. Owns its limits, its cache and its threads.
 class UrlSession {
  public:
     /// Called once per resumed task, on a delivery thread of the session, never from inside
     /// `resume`; what it holds is let go there right afterwards. With an error, body and response
-    /// are absent; otherwise both are present, the body of an answer without one being empty.
+    /// are absent; otherwise both are present, the body of a response without one being empty.
     using Completion = std::function<void(
         std::optional<Data> body, std::optional<UrlResponse> response, std::optional<Error> error)>;
 
-    /// The process-wide session; never destroyed. When the process exits, its threads stop and
-    /// transfers in flight end without a completion. Any thread.
+    /// The process-wide session; never destroyed. `ProcessExit.h` tells how it ends. Any thread.
     static UrlSession& shared();
 
     /// A task that fetches `url`. Redirects are followed, cookies kept in memory, certificates
@@ -50,8 +52,21 @@ class UrlSession {
     /// Any thread.
     UrlSessionTask dataTask(Url url, Completion completion);
 
+    /// To be changed only while no task is under way.
+    UrlSessionLimits& limits();
+
+    /// When the process exits: no further completion begins, and transfers in flight end without
+    /// one. Running completions are waited for.
+    void stop();
+
  private:
-    UrlSession() = default;
+    friend class NoDestructor<UrlSession>;
+    friend class UrlSessionTask;
+    struct Impl;
+
+    UrlSession();
+
+    const std::shared_ptr<Impl> impl_;
 };
 
 }  // namespace VexmoraSDK::platform

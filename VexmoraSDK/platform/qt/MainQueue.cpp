@@ -7,7 +7,6 @@
 #include <QtGui/QTextLayout>
 #include <chrono>
 #include <condition_variable>
-#include <cstdlib>
 #include <deque>
 #include <mutex>
 
@@ -35,7 +34,7 @@ struct State {
     /// How many blocks the main thread is running, one inside the other.
     int running = 0;
     std::condition_variable ranBlock;
-    bool processEnds = false;
+    bool hasEnded = false;
 };
 
 State& state() {
@@ -73,21 +72,13 @@ void runBlocks() noexcept {
     const auto end = std::chrono::steady_clock::now() + kMaxTurn;
     std::unique_lock lock(state().mutex);
     state().scheduled = false;
-    while (state().receiver && !state().processEnds && !state().blocks.empty()) {
+    while (state().receiver && !state().hasEnded && !state().blocks.empty()) {
         // A block may run an event loop of its own, in which the remaining blocks have to run.
         if (state().blocks.size() > 1) schedule();
         runNextBlock(lock);
         if (std::chrono::steady_clock::now() >= end) break;
     }
     if (state().receiver && !state().blocks.empty()) schedule();
-}
-
-void processEnds() {
-    const bool onMainThread = MainQueue::main()->isMainThread();
-    std::unique_lock lock(state().mutex);
-    state().processEnds = true;
-    if (onMainThread) return;
-    state().ranBlock.wait_for(lock, std::chrono::seconds(1), [] { return state().running == 0; });
 }
 
 /// Has Qt build the statics that it needs to lay out texts.
@@ -142,14 +133,19 @@ MainQueue* MainQueue::main() {
 void MainQueue::async(std::function<void()> block) {
     const std::lock_guard lock(state().mutex);
     state().blocks.push_back(std::move(block));
-    if (state().receiver) schedule();
+    if (state().receiver && !state().hasEnded) schedule();
 }
 
-void MainQueue::endWithProcess() {
-    // Exit handlers and the destructors of statics run in the reverse order of their registration
-    // and construction: the statics for texts have to be older than the handler.
+void MainQueue::prepareForEnd() {
     if (guiApplication()) layOutText();
-    if (std::atexit(processEnds) != 0) std::abort();
+}
+
+void MainQueue::end() {
+    const bool onMainThread = isMainThread();
+    std::unique_lock lock(state().mutex);
+    state().hasEnded = true;
+    if (onMainThread) return;
+    state().ranBlock.wait_for(lock, std::chrono::seconds(1), [] { return state().running == 0; });
 }
 
 bool MainQueue::isMainThread() const {

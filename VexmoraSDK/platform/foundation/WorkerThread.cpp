@@ -1,13 +1,10 @@
-#include "VexmoraSDK/platform/http/WorkerThread.h"
+#include "VexmoraSDK/platform/foundation/WorkerThread.h"
 
 #include <pthread.h>
 
 #include <csignal>
-#include <new>
 #include <system_error>
 #include <utility>
-
-#include "VexmoraSDK/platform/foundation/Fatal.h"
 
 namespace VexmoraSDK::platform {
 
@@ -21,28 +18,13 @@ std::thread startWorkerThread(const std::string& name, std::function<void()> wor
     pthread_sigmask(SIG_SETMASK, &blocked, &before);
     std::thread thread;
     try {
-        thread = std::thread([work = std::move(work)]() noexcept {
-            try {
-                work();
-            } catch (const std::bad_alloc&) {
-                fatalNoMemory();
-            }
-        });
+        thread = std::thread([work = std::move(work)]() noexcept { work(); });
         pthread_setname_np(thread.native_handle(), name.c_str());
     } catch (const std::system_error&) {
         // `thread` stays as it is.
     }
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
     return thread;
-}
-
-void finishWorkerThread(std::thread& thread) {
-    if (!thread.joinable()) return;
-    if (thread.get_id() == std::this_thread::get_id()) {
-        thread.detach();
-    } else {
-        thread.join();
-    }
 }
 
 }  // namespace VexmoraSDK::platform

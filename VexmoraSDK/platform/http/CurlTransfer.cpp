@@ -1,0 +1,191 @@
+#include "VexmoraSDK/platform/http/CurlTransfer.h"
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <new>
+#include <utility>
+
+namespace VexmoraSDK::platform {
+namespace {
+
+/// Where a redirect leads that was sent by `base`; empty when the location is not a valid URL.
+std::string resolved(const std::string& base, const std::string& location) {
+    const std::unique_ptr<CURLU, decltype(&curl_url_cleanup)> url(curl_url(), curl_url_cleanup);
+    char* text = nullptr;
+    // Many a server sends blanks and letters beyond ASCII as they are.
+    if (!url || curl_url_set(url.get(), CURLUPART_URL, base.c_str(), 0) != CURLUE_OK ||
+        curl_url_set(url.get(), CURLUPART_URL, location.c_str(),
+                     CURLU_URLENCODE | CURLU_ALLOW_SPACE) != CURLUE_OK ||
+        curl_url_get(url.get(), CURLUPART_URL, &text, 0) != CURLUE_OK) {
+        return {};
+    }
+    const std::unique_ptr<char, decltype(&curl_free)> owned(text, curl_free);
+    return text;
+}
+
+}  // namespace
+
+CurlTransfer::CurlTransfer(std::string url, const std::vector<std::string>& requestHeaders,
+                           CURLSH* cookies, const UrlSessionLimits& limits)
+    : limits_(limits), url_(std::move(url)) {
+    configure(requestHeaders, cookies);
+}
+
+CurlTransfer::~CurlTransfer() {
+    curl_easy_cleanup(easy_);
+    curl_slist_free_all(requestHeaders_);
+}
+
+template <class Value>
+void CurlTransfer::set(CURLoption option, Value value) {
+    if (error_ == CURLE_OK) error_ = curl_easy_setopt(easy_, option, value);
+}
+
+void CurlTransfer::configure(const std::vector<std::string>& requestHeaders, CURLSH* cookies) {
+    if (!easy_) error_ = CURLE_FAILED_INIT;
+    set(CURLOPT_URL, url_.c_str());
+    set(CURLOPT_PATH_AS_IS, 1L);
+    set(CURLOPT_PROTOCOLS_STR, "http,https");
+    set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_2TLS));
+    set(CURLOPT_ACCEPT_ENCODING, "gzip");
+    set(CURLOPT_HTTP_CONTENT_DECODING, 0L);
+    set(CURLOPT_PROXY, "");
+    set(CURLOPT_SHARE, cookies);
+    set(CURLOPT_COOKIEFILE, "");  // no file, but it switches cookies on
+
+    set(CURLOPT_NOSIGNAL, 1L);
+    // Otherwise the end of a transfer waits until its name is resolved, and all others with it.
+    set(CURLOPT_QUICK_EXIT, 1L);
+    set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(limits_.connectTimeout.count()));
+    set(CURLOPT_LOW_SPEED_LIMIT, 1L);
+    set(CURLOPT_LOW_SPEED_TIME, static_cast<long>(limits_.idleTimeout.count()));
+    set(CURLOPT_TIMEOUT_MS, static_cast<long>(limits_.totalTimeout.count()));
+    set(CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(limits_.maxBodyBytes));
+
+    set(CURLOPT_ERRORBUFFER, errorText_.data());
+    set(CURLOPT_HEADERFUNCTION, &CurlTransfer::receiveHeader);
+    set(CURLOPT_HEADERDATA, this);
+    set(CURLOPT_WRITEFUNCTION, &CurlTransfer::receiveBody);
+    set(CURLOPT_WRITEDATA, this);
+
+    for (const auto& header : requestHeaders) {
+        curl_slist* longer = curl_slist_append(requestHeaders_, header.c_str());
+        if (!longer) error_ = CURLE_OUT_OF_MEMORY;
+        if (longer) requestHeaders_ = longer;
+    }
+    if (requestHeaders_) set(CURLOPT_HTTPHEADER, requestHeaders_);
+}
+
+bool CurlTransfer::finish(CURLcode result) {
+    const bool libcurlTellsWhy = result != CURLE_OK && refusal_ == CURLE_OK;
+    if (!libcurlTellsWhy) errorText_.front() = '\0';
+    error_ = refusal_ != CURLE_OK ? refusal_ : result;
+    // libcurl takes a connection that ends inside the headers for the end of the response.
+    if (error_ == CURLE_OK && !headIsComplete_) error_ = CURLE_PARTIAL_FILE;
+    if (error_ == CURLE_OK && !redirection().empty()) return follow();
+    response_.isSelfDelimited = isSelfDelimited();
+    response_.isRedirected = redirects_ > 0;
+    return false;
+}
+
+const char* CurlTransfer::errorText() const {
+    return errorText_.front() != '\0' ? errorText_.data() : curl_easy_strerror(error_);
+}
+
+bool CurlTransfer::follow() {
+    const auto next = resolved(url_, std::string(redirection()));
+    const auto left = limits_.totalTimeout - (std::chrono::steady_clock::now() - start_);
+    const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(left).count();
+    if (next.empty()) error_ = CURLE_URL_MALFORMAT;
+    if (redirects_++ == limits_.maxRedirects) error_ = CURLE_TOO_MANY_REDIRECTS;
+    if (milliseconds <= 0) error_ = CURLE_OPERATION_TIMEDOUT;
+    url_ = next;
+    set(CURLOPT_URL, url_.c_str());
+    set(CURLOPT_TIMEOUT_MS, static_cast<long>(milliseconds));
+    // The request headers are for the host that was asked.
+    set(CURLOPT_HTTPHEADER, nullptr);
+    headIsComplete_ = false;
+    response_ = {};
+    return error_ == CURLE_OK;
+}
+
+// A count other than the given one makes libcurl end the transfer with an error.
+
+std::size_t CurlTransfer::receiveHeader(const char* bytes, std::size_t, std::size_t count,
+                                        void* self) noexcept {
+    auto& transfer = *static_cast<CurlTransfer*>(self);
+    transfer.refusal_ = transfer.takeHeader({bytes, count});
+    return transfer.refusal_ == CURLE_OK ? count : 0;
+}
+
+std::size_t CurlTransfer::receiveBody(const char* bytes, std::size_t, std::size_t count,
+                                      void* self) noexcept {
+    auto& transfer = *static_cast<CurlTransfer*>(self);
+    try {
+        transfer.refusal_ = transfer.takeBody(reinterpret_cast<const std::byte*>(bytes), count);
+    } catch (const std::bad_alloc&) {
+        transfer.refusal_ = CURLE_OUT_OF_MEMORY;
+    }
+    return transfer.refusal_ == CURLE_OK ? count : 0;
+}
+
+// Each response, interim ones too, begins with a status line and has an empty line behind its
+// headers. Lines after that are trailers.
+CURLcode CurlTransfer::takeHeader(std::string_view line) {
+    headerBytes_ += line.size();
+    if (headerBytes_ > limits_.maxHeaderBytes) return CURLE_FILESIZE_EXCEEDED;
+    if (line.starts_with("HTTP/")) {
+        headIsComplete_ = false;
+        response_.headers.clear();
+    } else if (line == "\r\n" || line == "\n") {
+        headIsComplete_ = true;
+        const auto known = curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &response_.status);
+        return known == CURLE_OK ? checkFraming() : known;
+    } else if (!headIsComplete_) {
+        response_.headers.add(line);
+    }
+    return CURLE_OK;
+}
+
+CURLcode CurlTransfer::takeBody(const std::byte* bytes, std::size_t count) {
+    bodyBytes_ += count;
+    if (bodyBytes_ > limits_.maxBodyBytes) return CURLE_FILESIZE_EXCEEDED;
+    if (!redirection().empty()) return CURLE_OK;
+    Data& body = response_.body;
+    curl_off_t announced = 0;
+    if (body.empty() &&
+        curl_easy_getinfo(easy_, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced) == CURLE_OK &&
+        announced > 0) {
+        body.reserve(std::min(static_cast<std::size_t>(announced), limits_.maxBodyBytes));
+    }
+    body.insert(body.end(), bytes, bytes + count);
+    return CURLE_OK;
+}
+
+/// libcurl takes the first number of several lengths for the length.
+CURLcode CurlTransfer::checkFraming() const {
+    const auto combined = response_.headers.combined("Content-Length");
+    const auto lengths = listElements(combined);
+    const bool differ = std::ranges::adjacent_find(lengths, std::not_equal_to()) != lengths.end();
+    return differ ? CURLE_WEIRD_SERVER_REPLY : CURLE_OK;
+}
+
+/// Where the response redirects to; empty when it does not.
+std::string_view CurlTransfer::redirection() const {
+    const long status = response_.status;
+    if (status != 301 && status != 302 && status != 303 && status != 307 && status != 308)
+        return {};
+    const auto locations = response_.headers.values("Location");
+    return locations.empty() ? std::string_view() : locations.front();
+}
+
+bool CurlTransfer::isSelfDelimited() const {
+    long version = 0;
+    return !response_.headers.values("Content-Length").empty() ||
+           equalIgnoringCase(response_.headers.combined("Transfer-Encoding"), "chunked") ||
+           (curl_easy_getinfo(easy_, CURLINFO_HTTP_VERSION, &version) == CURLE_OK &&
+            version >= CURL_HTTP_VERSION_2_0);
+}
+
+}  // namespace VexmoraSDK::platform

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <curl/curl.h>
+
+#include <array>
+#include <chrono>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "VexmoraSDK/platform/http/HttpResponse.h"
+#include "VexmoraSDK/platform/http/UrlSessionLimits.h"
+
+namespace VexmoraSDK::platform {
+
+/// One GET over libcurl: request headers in, a response or an error out. Redirects are followed
+/// here and not by libcurl, which would send the request headers to every host on the way and count
+/// nothing of what these send. On one thread.
+class CurlTransfer {
+ public:
+    CurlTransfer(std::string url, const std::vector<std::string>& requestHeaders, CURLSH* cookies,
+                 const UrlSessionLimits& limits);
+    ~CurlTransfer();
+    CurlTransfer(const CurlTransfer&) = delete;
+    CurlTransfer& operator=(const CurlTransfer&) = delete;
+
+    /// Whether `easy` may be handed to libcurl: half a configuration might let through what it
+    /// should not.
+    bool isReady() const { return error_ == CURLE_OK; }
+    CURL* easy() const { return easy_; }
+
+    /// Takes libcurl's result of a request. True when the response is a redirect and `easy` is to
+    /// be handed to libcurl once more.
+    bool finish(CURLcode result);
+
+    /// Of a finished transfer.
+    CURLcode error() const { return error_; }
+    const char* errorText() const;
+    HttpResponse& response() { return response_; }
+
+ private:
+    void configure(const std::vector<std::string>& requestHeaders, CURLSH* cookies);
+    template <class Value>
+    void set(CURLoption option, Value value);
+    bool follow();
+
+    static std::size_t receiveHeader(const char* bytes, std::size_t, std::size_t count,
+                                     void* self) noexcept;
+    static std::size_t receiveBody(const char* bytes, std::size_t, std::size_t count,
+                                   void* self) noexcept;
+    CURLcode takeHeader(std::string_view line);
+    CURLcode takeBody(const std::byte* bytes, std::size_t count);
+    CURLcode checkFraming() const;
+    std::string_view redirection() const;
+    bool isSelfDelimited() const;
+
+    const UrlSessionLimits limits_;
+    const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+    CURL* const easy_ = curl_easy_init();
+    curl_slist* requestHeaders_ = nullptr;
+    std::string url_;
+    int redirects_ = 0;
+    std::size_t headerBytes_ = 0;
+    std::size_t bodyBytes_ = 0;
+    bool headIsComplete_ = false;
+    HttpResponse response_;
+    /// Why a header or a part of the body was refused, which libcurl reports as a write error.
+    CURLcode refusal_ = CURLE_OK;
+    CURLcode error_ = CURLE_OK;
+    std::array<char, CURL_ERROR_SIZE> errorText_{};
+};
+
+}  // namespace VexmoraSDK::platform

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <atomic>
+#include <optional>
+
+#include "VexmoraSDK/platform/http/HttpCache.h"
+#include "VexmoraSDK/platform/http/HttpResponse.h"
+#include "VexmoraSDK/platform/http/UrlSession.h"
+
+namespace VexmoraSDK::platform {
+
+/// One GET, from the call that made its task to its completion. The cache answers it, or a transfer
+/// does, whose response the cache then hears of. On one thread at a time.
+struct UrlSessionTask::Fetch {
+    Fetch(Url address, UrlSession::Completion callback, HttpCache& store,
+          const UrlSessionLimits& bounds)
+        : url(std::move(address)), completion(std::move(callback)), cache(store), limits(bounds) {}
+
+    /// Looks into the cache. True when a fresh response is stored and no request is needed.
+    bool isServedFromCache();
+
+    /// Those that have the server revalidate a stale stored response; else none.
+    std::vector<std::string> requestHeaders() const;
+
+    /// Ends it as a failed one. `code` is libcurl's.
+    void fail(int code, const char* description);
+
+    /// Decodes the response, lets the cache know of it and runs the completion.
+    void complete();
+
+    const Url url;
+    UrlSession::Completion completion;
+    std::atomic<bool> resumed = false;
+
+    // What a transfer has brought.
+    HttpCache::Time requestTime{};
+    HttpResponse response;
+    std::optional<Error> error;
+
+ private:
+    void decodeBody();
+    void tellCache();
+
+    HttpCache& cache;
+    const UrlSessionLimits& limits;
+    HttpCache::Response cached;
+    bool servedFromCache = false;
+};
+
+using Fetch = UrlSessionTask::Fetch;
+
+}  // namespace VexmoraSDK::platform

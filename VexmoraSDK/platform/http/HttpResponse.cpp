@@ -1,0 +1,70 @@
+#include "VexmoraSDK/platform/http/HttpResponse.h"
+
+#include <algorithm>
+
+namespace VexmoraSDK::platform {
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n";
+
+std::string_view trimmed(std::string_view text) {
+    const auto begin = text.find_first_not_of(kBlanks);
+    if (begin == text.npos) return {};
+    return text.substr(begin, text.find_last_not_of(kBlanks) + 1 - begin);
+}
+
+char lowerCase(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+}  // namespace
+
+bool equalIgnoringCase(std::string_view a, std::string_view b) {
+    return std::ranges::equal(a, b, {}, lowerCase, lowerCase);
+}
+
+std::vector<std::string_view> listElements(std::string_view list) {
+    std::vector<std::string_view> elements;
+    const auto add = [&](std::size_t begin, std::size_t end) {
+        const auto element = trimmed(list.substr(begin, end - begin));
+        if (!element.empty()) elements.push_back(element);
+    };
+    std::size_t begin = 0;
+    bool isQuoted = false;
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        if (list[i] == '"') isQuoted = !isQuoted;
+        if (isQuoted && list[i] == '\\') ++i;
+        if (isQuoted || list[i] != ',') continue;
+        add(begin, i);
+        begin = i + 1;
+    }
+    add(begin, list.size());
+    return elements;
+}
+
+void HttpHeaders::add(std::string_view line) {
+    const bool continues = line.starts_with(' ') || line.starts_with('\t');
+    if (continues && !lines_.empty()) lines_.back() = ' ';
+    lines_.append(trimmed(line)).push_back('\n');
+}
+
+std::vector<std::string_view> HttpHeaders::values(std::string_view name) const {
+    std::vector<std::string_view> values;
+    for (std::string_view rest = lines_; !rest.empty();) {
+        const auto line = rest.substr(0, rest.find('\n'));
+        rest.remove_prefix(line.size() + 1);
+        const auto colon = line.find(':');
+        if (colon != line.npos && equalIgnoringCase(trimmed(line.substr(0, colon)), name))
+            values.push_back(trimmed(line.substr(colon + 1)));
+    }
+    return values;
+}
+
+std::string HttpHeaders::combined(std::string_view name) const {
+    std::string combined;
+    for (const auto value : values(name))
+        combined.append(combined.empty() ? "" : ", ").append(value);
+    return combined;
+}
+
+}  // namespace VexmoraSDK::platform

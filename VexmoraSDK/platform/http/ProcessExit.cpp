@@ -1,0 +1,32 @@
+#include "VexmoraSDK/platform/http/ProcessExit.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+
+#include "VexmoraSDK/platform/MainQueue.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/platform/http/UrlSession.h"
+#include "VexmoraSDK/platform/images/Image.h"
+
+namespace VexmoraSDK::platform {
+namespace {
+
+pid_t process = 0;
+
+void endProcess() {
+    if (getpid() != process) return;
+    UrlSession::shared().stop();
+    if (auto* queue = MainQueue::main()) queue->end();
+}
+
+}  // namespace
+
+void ProcessExit::prepare() {
+    process = getpid();
+    Image::prepareDecoding();
+    if (auto* queue = MainQueue::main()) queue->prepareForEnd();
+    if (std::atexit(endProcess) != 0) fatalError("no exit handler to be had");
+}
+
+}  // namespace VexmoraSDK::platform

@@ -1,0 +1,23 @@
+#pragma once
+
+namespace VexmoraSDK::platform {
+
+/// What ends with the process when it exits, in whatever thread, and in which order:
+///
+/// 1. The session: no completion begins any more. Those that run are given a second to return.
+/// 2. The main queue: no block begins any more. One that the main thread is in the midst of is
+///    given a second, unless the process exits on that thread.
+/// 3. What TLS and the toolkit have built for good. Their exit handlers are registered before ours,
+///    and such handlers run in the reverse order.
+///
+/// A thread that takes longer is left behind: nobody knows how long a host's callback waits. So
+/// nothing else of the library is ever destroyed (`NoDestructor`), and threads find it whole until
+/// the process is gone. A process that was forked off has none of the threads, and ends nothing.
+class ProcessExit {
+ public:
+    /// Has all this come about. Once, before the session has its first thread and after TLS was set
+    /// up.
+    static void prepare();
+};
+
+}  // namespace VexmoraSDK::platform
