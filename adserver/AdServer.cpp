@@ -35,11 +35,11 @@ constexpr char kLandingPage[] = R"(<!DOCTYPE html>
 </html>
 )";
 
-std::vector<long> parseTypes(const std::string& list) {
-    std::vector<long> types;
+std::vector<std::int64_t> parseTypes(const std::string& list) {
+    std::vector<std::int64_t> types;
     const char* at = list.data();
     const char* const end = at + list.size();
-    long type = 0;
+    std::int64_t type = 0;
     while (at < end) {
         const auto [stop, error] = std::from_chars(at, end, type);
         if (error == std::errc{}) types.push_back(type);

@@ -20,7 +20,7 @@ constexpr std::array kAdTypes{Creative::kNativeAdType, 14L, 15L, 77L, 79L, 83L, 
 constexpr std::array kPictureExtensions{".png", ".jpg", ".jpeg", ".webp"};
 
 /// The sizes of the ad types that have one, in points.
-const std::map<long, PictureSize> kSizes = {
+const std::map<std::int64_t, PictureSize> kSizes = {
     {14, {300, 250}}, {15, {728, 90}}, {77, {320, 60}}, {83, {320, 100}}, {84, {468, 60}}};
 
 template <typename Range, typename T>
@@ -174,7 +174,7 @@ class Reader {
         }
     }
 
-    long adType(const JsonWithLines& parent, const std::string& place) {
+    std::int64_t adType(const JsonWithLines& parent, const std::string& place) {
         const std::string what = "one of 1, 14, 15, 77, 79, 83, 84";
         const JsonWithLines* const value = need(parent, place, "adTypeId", what);
         if (!value) return 0;
@@ -269,8 +269,8 @@ std::filesystem::path Catalog::defaultFile() {
            "share/vexmora-adserver/catalog.json";
 }
 
-std::vector<const Creative*> Catalog::candidates(std::string_view container,
-                                                 const std::vector<long>& acceptedTypes) const {
+std::vector<const Creative*> Catalog::candidates(
+    std::string_view container, const std::vector<std::int64_t>& acceptedTypes) const {
     std::vector<const Creative*> suitable;
     if (const auto placement = placements.find(container); placement != placements.end()) {
         for (const Creative& creative : placement->second) {
@@ -278,7 +278,7 @@ std::vector<const Creative*> Catalog::candidates(std::string_view container,
         }
         return suitable;
     }
-    for (const long type : acceptedTypes) {
+    for (const std::int64_t type : acceptedTypes) {
         for (const Creative& creative : creatives) {
             if (creative.adTypeId == type && creative.scale == 1) suitable.push_back(&creative);
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <string>
@@ -10,9 +11,9 @@ namespace VexmoraSDK {
 
 /// One ad that the server can hand out.
 struct Creative {
-    static constexpr long kNativeAdType = 1;  ///< The only ad type whose ads have texts.
+    static constexpr std::int64_t kNativeAdType = 1;  ///< The only ad type whose ads have texts.
 
-    long adTypeId = 0;
+    std::int64_t adTypeId = 0;
     std::string clickUrl;           ///< An absolute URL, or a path on this server ("/landing/tea").
     std::filesystem::path picture;  ///< A PNG, JPEG or WebP file; file names are unique.
     std::string title{};            ///< This and the next two are for native ads only.
@@ -46,7 +47,7 @@ struct Catalog {
     /// except for those of a scale that is not 1. The pointers are valid as long as the catalogue
     /// stays unchanged.
     std::vector<const Creative*> candidates(std::string_view container,
-                                            const std::vector<long>& acceptedTypes) const;
+                                            const std::vector<std::int64_t>& acceptedTypes) const;
 };
 
 }  // namespace VexmoraSDK

@@ -7,6 +7,8 @@ string(REGEX MATCH "^[^-]+" CMAKE_SYSTEM_PROCESSOR ${VEXMORA_ARM_TRIPLET})
 
 set(tools ${VEXMORA_ARM_FOLDER}/tools/root)
 set(CMAKE_CXX_COMPILER ${tools}/usr/bin/${VEXMORA_ARM_TRIPLET}-g++-12)
+# Notes about an old change of calling conventions, which no released library of ours predates.
+set(CMAKE_CXX_FLAGS_INIT -Wno-psabi)
 set(CMAKE_SYSROOT ${VEXMORA_ARM_FOLDER}/packages/root)
 set(CMAKE_LIBRARY_ARCHITECTURE ${VEXMORA_ARM_TRIPLET})
 set(libraries ${CMAKE_SYSROOT}/usr/lib/${VEXMORA_ARM_TRIPLET})

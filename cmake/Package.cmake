@@ -40,7 +40,7 @@ if(VEXMORA_CAIRO)
         PRIVATE_LIBRARIES ${privateLibraries})
 endif()
 
-# Debian packages; scripts/package.sh makes them.
+# Debian packages; scripts/package.sh makes them. Each carries the licence where Debian has it.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
@@ -74,4 +74,9 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
     libboost-json1.81-dev libboost-url1.81-dev "libcurl4-openssl-dev | libcurl4-dev" libplist-dev
     qt6-base-dev qt6-declarative-dev zlib1g-dev)
 list(JOIN CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", " CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS)
+foreach(component IN LISTS CPACK_COMPONENTS_ALL)
+    string(TOUPPER ${component} COMPONENT)
+    install(FILES LICENSE RENAME copyright COMPONENT ${component}
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${COMPONENT}_PACKAGE_NAME})
+endforeach()
 include(CPack)

@@ -37,7 +37,8 @@ unpack() {
         -o Dir::Etc::sourceparts=/dev/null -o Debug::NoLocking=1 -o APT::Sandbox::User=
         -o APT::Update::Post-Invoke= -o DPkg::Post-Invoke= -o APT::Keep-Downloaded-Packages=true)
     if [ "$(cat "$place/apt/asked" 2>/dev/null)" = "$*" ]; then return; fi
-    "${apt[@]}" update
+    # A list that does not come leaves older packages, or none, which the next step tells.
+    "${apt[@]}" update || true
     "${apt[@]}" --download-only install "$@" >/dev/null
     local package
     for package in "$place"/apt/archives/*.deb; do

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Checks what compilers and tests do not see: form, spelling, shell scripts, the pages about the API,
-# QML, and C++ with cppcheck and clang-tidy. With --quick only the first four, which take seconds.
+# Checks what compilers and tests do not see: form, spelling, shell scripts, workflows, the pages
+# about the API, QML, and C++ with cppcheck and clang-tidy. With --quick only what takes seconds: all
+# before QML.
 # What a tool is not to tell, and why, is in its own file: .clang-tidy, .codespellrc, .cppcheck,
 # .qmllint.ini.
 set -euo pipefail
@@ -17,6 +18,7 @@ check() {
 cpp_files() { git ls-files -z -- '*.h' '*.cpp'; }
 format() { cpp_files | xargs -0 clang-format --dry-run --Werror; }
 spelling() { git ls-files -z | xargs -0 codespell; }
+workflows() { git ls-files -z -- '*.yml' '*.yaml' | xargs -0 yamllint --no-warnings -d relaxed; }
 shell_scripts() { git ls-files -z -- '*.sh' .ci/run | xargs -0 shellcheck; }
 
 # The modules know their own files; the other pages are apps of theirs.
@@ -43,6 +45,7 @@ clang_tidy() {
 check clang-format format
 check codespell spelling
 check shellcheck shell_scripts
+check yamllint workflows
 check doxygen scripts/docs.sh
 if [ "${1:-}" != --quick ]; then
     check qmllint qml
