@@ -81,6 +81,10 @@ std::optional<AdSlot::Ad> contentOf(VexmoraView& view) {
 
 }  // namespace
 
+AdSlot::Failure AdSlot::Failure::of(const VexmoraError& error) {
+    return {error.code(), descriptionOf(error)};
+}
+
 bool AdSlot::Placement::isComplete() const {
     if (containerId.empty()) return false;
     if (!adSize.empty()) return adViewBySize().contains(adSize);
@@ -210,7 +214,7 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
 
     void ask() {
         askAt.reset();
-        failure.reset();
+        if (!shown) failure.reset();
         mayRetry = true;
         const int asked = ++number;
         request = Request{asked, clock(), nullptr};
@@ -274,6 +278,7 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
         shown = std::exchange(request, {})->view;
         ad = contentOf(*shown);
         drawnAt = clock();
+        failure.reset();
         failures = 0;
         viewable = false;
         viewableAt.reset();
@@ -291,7 +296,7 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
         // The second error of a request is handed on as well.
         if (closed || asked != number) return;
         const bool isFirst = isCurrent(asked);
-        const Failure reason{error.code(), descriptionOf(error)};
+        const auto reason = Failure::of(error);
         if (isFirst) {
             const auto code = static_cast<VexmoraErrorCodes>(error.code());
             mayRetry = code != VexmoraErrorCodes::InvalidAdTypeError;
@@ -331,7 +336,7 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
     void reload() {
         if (!placement.isComplete()) return;
         askAt = clock();
-        failure.reset();
+        if (!shown) failure.reset();
         setState(stateWithoutAd(State::loading));
         tellNextWake();
     }

@@ -61,6 +61,9 @@ class VEXMORA_EXPORT AdSlot {
         std::intptr_t code = kTimedOut;
         /// For developers.
         std::string description;
+
+        /// What an error of an ad view's says.
+        static Failure of(const VexmoraError& error);
     };
     static constexpr std::intptr_t kTimedOut = 0;
 
@@ -113,7 +116,7 @@ class VEXMORA_EXPORT AdSlot {
     void open() noexcept;
     /// Whether the ad on show became viewable.
     bool isViewable() const;
-    /// Why the last request brought no ad; absent while it is under way or when it brought one.
+    /// Why the last request brought no ad; absent once one did and while the first ad is loading.
     const std::optional<Failure>& failure() const;
 
     /// How long ago the ad on show was drawn; absent when there is none.

@@ -1,31 +1,55 @@
 #include "VexmoraSDK/widgets/VexmoraWidget.h"
 
-#include <QtCore/QPointer>
+#include <QtCore/QCoreApplication>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QStyleHints>
+#include <QtGui/QWindow>
 #include <QtWidgets/QAccessibleWidget>
 #include <utility>
 
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/platform/qt/ViewPainter.h"
+#include "VexmoraSDK/presenting/NativeTexts.h"
 #include "VexmoraSDK/presenting/TapTarget.h"
 
 namespace VexmoraSDK {
 namespace {
 
-/// An ad is a link to screen readers.
+using platform::Size;
+
+bool isInterstitial(const VexmoraView* view) {
+    return view && view->viewType() == VexmoraViewType::interstitial;
+}
+
+/// An ad is a link to screen readers, and an interstitial a picture.
 class AccessibleAd : public QAccessibleWidget {
  public:
-    explicit AccessibleAd(VexmoraWidget* ad)
-        : QAccessibleWidget(ad, QAccessible::Link, VexmoraWidget::tr("Advertisement")) {}
+    explicit AccessibleAd(VexmoraWidget* ad) : QAccessibleWidget(ad) {}
 
-    QStringList actionNames() const override { return {pressAction()}; }
+    QAccessible::Role role() const override {
+        return isInterstitial(ad().view().get()) ? QAccessible::Graphic : QAccessible::Link;
+    }
+
+    QString text(QAccessible::Text text) const override {
+        if (text != QAccessible::Name) return QAccessibleWidget::text(text);
+        const auto word = QCoreApplication::translate("VexmoraSDK", "Advertisement");
+        if (!ad().view()) return word;
+        return QString::fromStdString(accessibleName(word.toStdString(), *ad().view()));
+    }
+
+    QStringList actionNames() const override {
+        return role() == QAccessible::Link ? QStringList{pressAction()} : QStringList();
+    }
 
     void doAction(const QString& name) override {
-        if (name == pressAction()) static_cast<VexmoraWidget*>(widget())->press();
+        if (name == pressAction()) ad().press();
     }
+
+ private:
+    VexmoraWidget& ad() const { return *static_cast<VexmoraWidget*>(widget()); }
 };
 
 QAccessibleInterface* makeAccessible(const QString&, QObject* object) {
@@ -33,13 +57,40 @@ QAccessibleInterface* makeAccessible(const QString&, QObject* object) {
     return ad ? new AccessibleAd(ad) : nullptr;
 }
 
+platform::Color colorFrom(const QColor& color) {
+    return {color.redF(), color.greenF(), color.blueF(), color.alphaF()};
+}
+
+Size sizeFrom(QSize size) {
+    return {double(size.width()), double(size.height())};
+}
+
+double area(const QRect& rect) {
+    return double(rect.width()) * rect.height();
+}
+
+bool isAppActive() {
+    const auto state = QGuiApplication::applicationState();
+    // A desktop app without the focus is inactive and yet before the user's eyes.
+    return state == Qt::ApplicationActive || state == Qt::ApplicationInactive;
+}
+
 }  // namespace
 
-VexmoraWidget::VexmoraWidget(QWidget* parent) : QWidget(parent) {
+VexmoraWidget::VexmoraWidget(QWidget* parent) : QWidget(parent), slot_(slotDelegate()) {
     [[maybe_unused]] static const bool accessible =
         (QAccessible::installFactory(makeAccessible), true);
     // No larger than the ad, and smaller where there is no room: a server cannot size the window.
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
+    setMouseTracking(true);
+    wakeTimer_.setSingleShot(true);
+    connect(&wakeTimer_, &QTimer::timeout, this, [this] {
+        updateVisibility();
+        slot_.setScreenSize(sizeFrom(window()->size()));
+        slot_.wake();
+    });
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
+            &VexmoraWidget::updateVisibility);
 }
 
 VexmoraWidget::VexmoraWidget(std::shared_ptr<VexmoraView> view, QWidget* parent)
@@ -51,35 +102,329 @@ VexmoraWidget::~VexmoraWidget() {
     if (view_) view_->setDisplayCallback({});
 }
 
+// What the slot tells. The host may destroy the widget from inside of each signal.
+
+AdSlot::Delegate VexmoraWidget::slotDelegate() {
+    using Signal = void (VexmoraWidget::*)();
+    const auto tells = [this](Signal signal) {
+        return [this, signal](VexmoraView&) { Q_EMIT(this->*signal)(); };
+    };
+    AdSlot::Delegate delegate;
+    delegate.willShowScreen = tells(&VexmoraWidget::willShowScreen);
+    delegate.willDismissScreen = tells(&VexmoraWidget::willDismissScreen);
+    delegate.didDismissScreen = tells(&VexmoraWidget::didDismissScreen);
+    delegate.didReceiveAd = [this](VexmoraView&) {
+        announce({&VexmoraWidget::errorChanged, &VexmoraWidget::didReceiveAd});
+    };
+    delegate.didHaveError = [this](VexmoraView&, const VexmoraError& error) {
+        const auto [code, description] = AdSlot::Failure::of(error);
+        Q_EMIT didHaveError(int(code), QString::fromStdString(description));
+    };
+    delegate.willLeaveApplication = [this](VexmoraView&) {
+        Q_EMIT willLeaveApplication(ad() ? QString::fromStdString(ad()->clickUrl) : QString());
+    };
+    delegate.stateChanged = [this] {
+        announce({&VexmoraWidget::errorChanged, &VexmoraWidget::statusChanged});
+    };
+    delegate.failed = [this](const AdSlot::Failure&) { Q_EMIT errorChanged(); };
+    delegate.becameViewable = [this] {
+        announce({&VexmoraWidget::viewableChanged, &VexmoraWidget::becameViewable});
+    };
+    delegate.nextWakeChanged = [this] { armTimer(); };
+    return delegate;
+}
+
+void VexmoraWidget::announce(std::initializer_list<void (VexmoraWidget::*)()> signalsInOrder) {
+    const QPointer guard(this);
+    if (adView_ != slot_.view()) {
+        adView_ = slot_.view();
+        applyTextColors();
+        showView(isInterstitial(adView_.get()) ? nullptr : adView_);
+        Q_EMIT adChanged();
+        if (guard) Q_EMIT viewableChanged();
+    }
+    for (const auto signal : signalsInOrder)
+        if (guard) Q_EMIT(this->*signal)();
+}
+
+void VexmoraWidget::armTimer() {
+    if (const auto wait = slot_.untilNextWake())
+        wakeTimer_.start(*wait);
+    else
+        wakeTimer_.stop();
+}
+
+// What is asked for.
+
+void VexmoraWidget::changePlacement(const AdSlot::Placement& placement,
+                                    void (VexmoraWidget::*changed)()) {
+    if (placement == placement_) return;
+    placement_ = placement;
+    // A view of the host's goes as the slot's own does.
+    if (!adView_) showView(nullptr);
+    const QPointer guard(this);
+    slot_.setPlacement(placement);
+    if (!guard) return;
+    updateGeometry();
+    Q_EMIT(this->*changed)();
+}
+
+QString VexmoraWidget::containerId() const {
+    return QString::fromStdString(placement_.containerId);
+}
+
+void VexmoraWidget::setContainerId(const QString& containerId) {
+    auto placement = placement_;
+    placement.containerId = containerId.toStdString();
+    changePlacement(placement, &VexmoraWidget::containerIdChanged);
+}
+
+QString VexmoraWidget::adSize() const {
+    return QString::fromStdString(placement_.adSize);
+}
+
+void VexmoraWidget::setAdSize(const QString& adSize) {
+    auto placement = placement_;
+    placement.adSize = adSize.toStdString();
+    changePlacement(placement, &VexmoraWidget::adSizeChanged);
+}
+
+int VexmoraWidget::adType() const {
+    return placement_.adType ? int(*placement_.adType) : 0;
+}
+
+void VexmoraWidget::setAdType(int adType) {
+    auto placement = placement_;
+    placement.adType = adType == 0 ? std::nullopt : std::optional(VexmoraAdType{adType});
+    changePlacement(placement, &VexmoraWidget::adTypeChanged);
+}
+
+int VexmoraWidget::viewType() const {
+    return placement_.viewType ? int(*placement_.viewType) : 0;
+}
+
+void VexmoraWidget::setViewType(int viewType) {
+    auto placement = placement_;
+    placement.viewType = viewType == 0 ? std::nullopt : std::optional(VexmoraViewType{viewType});
+    changePlacement(placement, &VexmoraWidget::viewTypeChanged);
+}
+
 void VexmoraWidget::setView(std::shared_ptr<VexmoraView> view) {
+    const QPointer guard(this);
+    slot_.setPlacement({});
+    if (guard) showView(std::move(view));
+}
+
+void VexmoraWidget::reload() {
+    slot_.reload();
+}
+
+VexmoraWidget::Status VexmoraWidget::status() const {
+    switch (slot_.state()) {
+        case AdSlot::State::loading: return Status::Loading;
+        case AdSlot::State::ready: return Status::Ready;
+        case AdSlot::State::failed: return Status::Error;
+        default: return Status::Null;
+    }
+}
+
+int VexmoraWidget::errorCode() const {
+    return slot_.failure() ? int(slot_.failure()->code) : 0;
+}
+
+QString VexmoraWidget::errorString() const {
+    return slot_.failure() ? QString::fromStdString(slot_.failure()->description) : QString();
+}
+
+int VexmoraWidget::refreshInterval() const {
+    return int(std::chrono::floor<std::chrono::seconds>(slot_.refreshInterval()).count());
+}
+
+void VexmoraWidget::setRefreshInterval(int seconds) {
+    const int before = refreshInterval();
+    slot_.setRefreshInterval(std::chrono::seconds(seconds));
+    if (refreshInterval() != before) Q_EMIT refreshIntervalChanged();
+}
+
+int VexmoraWidget::timeout() const {
+    return int(std::chrono::floor<std::chrono::seconds>(slot_.timeout()).count());
+}
+
+void VexmoraWidget::setTimeout(int seconds) {
+    const int before = timeout();
+    slot_.setTimeout(std::chrono::seconds(seconds));
+    if (timeout() != before) Q_EMIT timeoutChanged();
+}
+
+// What is shown.
+
+const std::shared_ptr<VexmoraView>& VexmoraWidget::view() const {
+    return view_ ? view_ : adView_;
+}
+
+void VexmoraWidget::showView(std::shared_ptr<VexmoraView> view) {
     if (view_) view_->setDisplayCallback({});
+    // A press on the former view is no tap on this one.
+    taps_.cancel();
     view_ = std::move(view);
     if (view_) view_->setDisplayCallback([this] { viewChanged(); });
     viewChanged();
+    QAccessibleEvent renamed(this, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&renamed);
 }
 
 void VexmoraWidget::viewChanged() {
     updateGeometry();
     update();
+    const bool tappable =
+        view_ && !isInterstitial(view_.get()) && !view_->gestureRecognizers().empty();
+    if (std::exchange(tappable_, tappable) != tappable)
+        setFocusPolicy(tappable ? Qt::TabFocus : Qt::NoFocus);
+    updateVisibility();
+}
+
+void VexmoraWidget::setFillMode(FillMode mode) {
+    if (fillMode() == mode) return;
+    fillMode_ = VexmoraSDK::FillMode(mode);
+    QSizePolicy policy(QSizePolicy::Maximum, QSizePolicy::Maximum);
+    if (mode == FillMode::Fit) {
+        policy = {QSizePolicy::Preferred, QSizePolicy::Preferred};
+        policy.setHeightForWidth(true);
+    }
+    setSizePolicy(policy);
+    viewChanged();
+    Q_EMIT fillModeChanged();
+}
+
+void VexmoraWidget::setTextColor(const QColor& color) {
+    if (std::exchange(textColor_, color) == color) return;
+    applyTextColors();
+    Q_EMIT textColorsChanged();
+}
+
+void VexmoraWidget::setSecondaryTextColor(const QColor& color) {
+    if (std::exchange(secondaryTextColor_, color) == color) return;
+    applyTextColors();
+    Q_EMIT textColorsChanged();
+}
+
+void VexmoraWidget::applyTextColors() {
+    if (!adView_) return;
+    const auto chosen = [this](const QColor& color, QPalette::ColorRole role) {
+        return colorFrom(color.isValid() ? color : palette().color(role));
+    };
+    setTextColors(*adView_, {chosen(textColor_, QPalette::WindowText),
+                             chosen(secondaryTextColor_, QPalette::PlaceholderText)});
 }
 
 QSize VexmoraWidget::sizeHint() const {
-    if (!view_) return {0, 0};
-    const auto [width, height] = view_->frame().size;
+    const auto [width, height] =
+        preferredSize(fillMode_, view_ ? view_->frame().size : Size(), placement_.reservedSize());
     return QSize(qCeil(width), qCeil(height)).boundedTo({kMaxSizeHint, kMaxSizeHint});
+}
+
+int VexmoraWidget::heightForWidth(int width) const {
+    const QSize hint = sizeHint();
+    return hint.isEmpty() ? hint.height() : qCeil(double(width) * hint.height() / hint.width());
+}
+
+AdPosition VexmoraWidget::position() const {
+    return AdPosition::of(fillMode_, view_->frame().size, sizeFrom(size()));
 }
 
 void VexmoraWidget::paintEvent(QPaintEvent*) {
     if (!view_) return;
     QPainter painter(this);
+    const auto [origin, scale] = position();
+    painter.save();
+    painter.translate(origin.x, origin.y);
+    painter.scale(scale, scale);
     platform::paintView(painter, *view_);
+    painter.restore();
+    if (!hasFocus()) return;
+    painter.setPen(QPen(palette().highlight(), 4));
+    painter.drawRect(adRect());
+}
+
+QRect VexmoraWidget::adRect() const {
+    if (!view_) return rect();
+    const auto [origin, scale] = position();
+    const auto [width, height] = view_->frame().size;
+    return QRectF(origin.x, origin.y, width * scale, height * scale).toAlignedRect();
+}
+
+// How much of it is seen.
+
+void VexmoraWidget::setPresentedOn(QWidget* stage) {
+    stage_ = stage;
+    watchWindow();
+    updateVisibility();
+}
+
+// Whatever covers or uncovers a widget has its window painted anew.
+void VexmoraWidget::watchWindow() {
+    auto* const next = stage_ ? stage_->window() : window();
+    for (QObject* former :
+         {static_cast<QObject*>(watchedWindow_), static_cast<QObject*>(watchedHandle_)})
+        if (former) former->removeEventFilter(this);
+    watchedWindow_ = next;
+    watchedHandle_ = next->windowHandle();
+    next->installEventFilter(this);
+    if (watchedHandle_) watchedHandle_->installEventFilter(this);
+}
+
+bool VexmoraWidget::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+        case QEvent::UpdateRequest:
+        case QEvent::WindowStateChange:
+        case QEvent::Expose:
+        case QEvent::Show:
+        case QEvent::Hide: updateVisibility(); break;
+        default: break;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+bool VexmoraWidget::event(QEvent* event) {
+    switch (event->type()) {
+        case QEvent::Show: watchWindow(); [[fallthrough]];
+        case QEvent::Hide: updateVisibility(); break;
+        case QEvent::PaletteChange: applyTextColors(); break;
+        default: break;
+    }
+    return QWidget::event(event);
+}
+
+void VexmoraWidget::updateVisibility() {
+    slot_.setActive(isAppActive());
+    slot_.setVisibleFraction(visibleFraction());
+}
+
+double VexmoraWidget::visibleFraction() const {
+    if (isInterstitial(adView_.get()) && !stage_) return 0;
+    const QWidget& shownOn = stage_ ? *stage_ : static_cast<const QWidget&>(*this);
+    const auto* const handle = shownOn.window()->windowHandle();
+    if (!shownOn.isVisible() || shownOn.window()->isMinimized()) return 0;
+    if (handle && !handle->isExposed()) return 0;
+
+    const QRect ad = stage_ ? stage_->rect() : adRect();
+    // What has no size as yet is seen where its place is.
+    if (ad.isEmpty()) return !parentWidget() || parentWidget()->visibleRegion().contains(pos());
+    double visible = 0;
+    for (const QRect& part : shownOn.visibleRegion().intersected(ad))
+        visible += area(part);
+    return visible / area(ad);
+}
+
+// How it is tapped.
+
+bool VexmoraWidget::takesTapAt(QPointF point) const {
+    return view_ && takesTap(*view_, position().toAd({point.x(), point.y()}));
 }
 
 // Presses that the view has no use for go to what is behind the widget.
 void VexmoraWidget::mousePressEvent(QMouseEvent* event) {
-    const QPointF position = event->position();
-    if (event->button() == Qt::LeftButton && view_ &&
-        takesTap(*view_, {position.x(), position.y()}))
+    if (event->button() == Qt::LeftButton && takesTapAt(event->position()))
         taps_.press({event->globalPosition().x(), event->globalPosition().y()});
     else
         event->ignore();
@@ -88,25 +433,39 @@ void VexmoraWidget::mousePressEvent(QMouseEvent* event) {
 void VexmoraWidget::mouseMoveEvent(QMouseEvent* event) {
     taps_.move({event->globalPosition().x(), event->globalPosition().y()},
                QGuiApplication::styleHints()->startDragDistance());
+    if (takesTapAt(event->position()))
+        setCursor(Qt::PointingHandCursor);
+    else
+        unsetCursor();
 }
 
 void VexmoraWidget::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton && taps_.release()) tap(event->position());
 }
 
+void VexmoraWidget::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+        case Qt::Key_Select:
+        case Qt::Key_Space: return press();
+        default: QWidget::keyPressEvent(event);
+    }
+}
+
 void VexmoraWidget::press() {
-    if (!view_) return;
-    const auto [width, height] = view_->frame().size;
-    tap({width / 2, height / 2});
+    if (isInterstitial(view_.get())) return;
+    tap(QRectF(adRect()).center());
 }
 
 // The tap is handed in later, so that a host may destroy the widget while it hears of it. Until
 // then an earlier tap may have disabled the widget or taken the view away.
 void VexmoraWidget::tap(QPointF position) {
     platform::MainQueue::main()->async([widget = QPointer(this), view = view_, position] {
-        if (!widget || !widget->isEnabled() || !view || widget->view_ != view) return;
-        const platform::Point point{position.x(), position.y()};
-        if (takesTap(*view, point)) view->tap(point);
+        if (!widget || !widget->isEnabled() || widget->view_ != view) return;
+        if (!widget->takesTapAt(position)) return;
+        const auto [x, y] = widget->position().toAd({position.x(), position.y()});
+        view->tap({x, y});
     });
 }
 

@@ -1,12 +1,15 @@
 #include "VexmoraSDK/widgets/VexmoraWidgetScreen.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtGui/QCloseEvent>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
+#include <QtWidgets/QAccessibleWidget>
 #include <utility>
 
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/platform/ui/Button.h"
+#include "VexmoraSDK/presenting/InterstitialLayout.h"
 #include "VexmoraSDK/presenting/Presentation.h"
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
 
@@ -39,6 +42,29 @@ bool isCloseKey(QEvent* event) {
     return key == Qt::Key_Escape || key == Qt::Key_Back;
 }
 
+/// A dialog to screen readers.
+class AccessibleScreen : public QAccessibleWidget {
+ public:
+    explicit AccessibleScreen(VexmoraWidgetScreen* screen)
+        : QAccessibleWidget(screen, QAccessible::Dialog) {}
+
+    QString text(QAccessible::Text text) const override {
+        if (text != QAccessible::Name) return QAccessibleWidget::text(text);
+        return QCoreApplication::translate("VexmoraSDK", "Advertisement");
+    }
+
+    QAccessible::State state() const override {
+        auto state = QAccessibleWidget::state();
+        state.modal = true;
+        return state;
+    }
+};
+
+QAccessibleInterface* makeAccessible(const QString&, QObject* object) {
+    auto* const screen = qobject_cast<VexmoraWidgetScreen*>(object);
+    return screen ? new AccessibleScreen(screen) : nullptr;
+}
+
 platform::EdgeInsets insetsOf(QMargins margins) {
     return {double(margins.top()), double(margins.left()), double(margins.bottom()),
             double(margins.right())};
@@ -50,6 +76,8 @@ VexmoraWidgetScreen::VexmoraWidgetScreen(QWidget* window)
     : QWidget(window),
       presentation_(std::make_unique<Presentation>([this](bool animated) { leave(animated); })),
       closeKey_(new CloseKey(&stage_)) {
+    [[maybe_unused]] static const bool accessible =
+        (QAccessible::installFactory(makeAccessible), true);
     setAttribute(Qt::WA_NoMousePropagation);
     setFocusPolicy(Qt::ClickFocus);
     hide();
@@ -64,20 +92,25 @@ VexmoraWidgetScreen::VexmoraWidgetScreen(QWidget* window)
 
 VexmoraWidgetScreen::~VexmoraWidgetScreen() = default;
 
-platform::Rect VexmoraWidgetScreen::viewFrame() const {
-    const QSize size = parentWidget()->size();
-    return {{0, 0}, {double(size.width()), double(size.height())}};
-}
-
 bool VexmoraWidgetScreen::isPresenting() const {
     return presentation_->view() != nullptr;
 }
 
+bool VexmoraWidgetScreen::present(VexmoraWidget* ad) {
+    return ad && ad->slot().isPresentable() && present(ad->view(), ad);
+}
+
 bool VexmoraWidgetScreen::present(std::shared_ptr<VexmoraView> view) {
+    return present(std::move(view), nullptr);
+}
+
+bool VexmoraWidgetScreen::present(std::shared_ptr<VexmoraView> view, VexmoraWidget* ad) {
     if (isPresenting() || !view || view->viewType() != VexmoraViewType::interstitial) return false;
+    if (!isDrawn(*view)) return false;
     presentation_->begin(view);
-    stage_.setView(std::move(view));
+    stage_.showView(std::move(view));
     stage_.setEnabled(true);
+    ad_ = ad;
     coverWindow();
     stage_.move(0, height());
     focusedBefore_ = window()->focusWidget();
@@ -85,6 +118,8 @@ bool VexmoraWidgetScreen::present(std::shared_ptr<VexmoraView> view) {
     show();
     setFocus();
     moveStage(0);
+    if (ad_) ad_->setPresentedOn(&stage_);
+    Q_EMIT presentingChanged();
     return true;
 }
 
@@ -100,10 +135,13 @@ void VexmoraWidgetScreen::leave(bool animated) {
 
 void VexmoraWidgetScreen::leftScreen() {
     movement_.stop();
-    stage_.setView(nullptr);
+    if (ad_) ad_->setPresentedOn(nullptr);
+    stage_.showView(nullptr);
     presentation_->end();
+    const QPointer guard(this);
     if (hasFocus() && focusedBefore_) focusedBefore_->setFocus();
-    hide();
+    if (guard) hide();
+    if (guard) Q_EMIT presentingChanged();
 }
 
 void VexmoraWidgetScreen::moveStage(int y) {
@@ -116,13 +154,17 @@ void VexmoraWidgetScreen::moveStage(int y) {
 void VexmoraWidgetScreen::coverWindow() {
     setGeometry(parentWidget()->rect());
     stage_.resize(size());
-    presentation_->view()->setSafeAreaInsets(insetsOf(contentsMargins()));
+    const auto& view = presentation_->view();
+    view->setFrame({{0, 0}, {double(width()), double(height())}});
+    view->setSafeAreaInsets(insetsOf(contentsMargins()));
+    layOutInterstitial(static_cast<VexmoraView&>(*view), ad_ ? ad_->fillMode_ : FillMode::asIs);
     const auto button = closeButton();
     closeKey_->setVisible(button != nullptr);
     if (!button) return;
     const auto [origin, size] = button->frame();
     closeKey_->setGeometry(QRectF(origin.x, origin.y, size.width, size.height).toAlignedRect());
-    closeKey_->setAccessibleName(QString::fromStdString(button->accessibilityLabel()));
+    closeKey_->setAccessibleName(
+        QCoreApplication::translate("VexmoraSDK", button->accessibilityLabel().c_str()));
 }
 
 std::shared_ptr<platform::Button> VexmoraWidgetScreen::closeButton() const {
@@ -150,7 +192,6 @@ bool VexmoraWidgetScreen::event(QEvent* event) {
 
 bool VexmoraWidgetScreen::eventFilter(QObject* watched, QEvent* event) {
     if (watched == parentWidget() && event->type() == QEvent::Resize && isPresenting()) {
-        presentation_->view()->setFrame(viewFrame());
         coverWindow();
     }
     return QWidget::eventFilter(watched, event);

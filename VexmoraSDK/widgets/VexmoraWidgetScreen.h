@@ -21,10 +21,13 @@ class Button;
 /// Where interstitial ads are presented, one at a time, over a window: an ad moves in from below
 /// and out again when it is closed, by its close button, Escape or Back. While it is there nothing
 /// behind it is touched and it has the keyboard. Close buttons stay clear of the screen's contents
-/// margins. The screen may be destroyed at any time, from inside the operations of the view's
-/// delegate too. Main thread.
+/// margins. A tap anywhere else on the ad does nothing. The screen may be destroyed at any time,
+/// from inside the operations of the view's delegate too. Main thread.
 class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
     Q_OBJECT
+
+    /// From the call of `present` until the ad has moved out.
+    Q_PROPERTY(bool presenting READ isPresenting NOTIFY presentingChanged FINAL)
 
  public:
     /// A child of `window`, which owns it. Covers all of `window` while it presents and is hidden
@@ -32,17 +35,17 @@ class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
     explicit VexmoraWidgetScreen(QWidget* window);
     ~VexmoraWidgetScreen() override;
 
-    /// The frame of a view that fills the screen. Give it to an interstitial view right after its
-    /// creation: the picture is centred in the frame that the view has when the ad has come.
-    platform::Rect viewFrame() const;
-
-    /// Presents an interstitial view. False, and nothing done, when `view` is absent or of another
-    /// kind or the screen still presents another. The view keeps its frame until the window
-    /// changes its size; then it fills the screen again.
+    /// Presents the interstitial ad of a widget, which need not be shown itself. False, and nothing
+    /// done, when the ad is not drawn or older than the slot's `expiresAfter`, or the screen still
+    /// presents another.
+    bool present(VexmoraWidget* ad);
+    /// The same for a view that the host has made with the factory.
     bool present(std::shared_ptr<VexmoraView> view);
 
-    /// From the call of `present` until the ad has moved out.
     bool isPresenting() const;
+
+ Q_SIGNALS:
+    void presentingChanged();
 
  protected:
     /// `close()` taps the close button.
@@ -54,6 +57,7 @@ class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
     bool focusNextPrevChild(bool next) override;
 
  private:
+    bool present(std::shared_ptr<VexmoraView> view, VexmoraWidget* ad);
     void coverWindow();
     std::shared_ptr<platform::Button> closeButton() const;
     void moveStage(int y);
@@ -64,6 +68,8 @@ class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
     /// The widget that moves.
     VexmoraWidget stage_{this};
     QPropertyAnimation movement_{&stage_, "pos"};
+    /// Whose ad is presented; absent for a view of the host's.
+    QPointer<VexmoraWidget> ad_;
     /// The close button for the keyboard and for screen readers; fingers touch that of the view.
     QPushButton* const closeKey_;
     /// What had the keyboard before, to have it again.

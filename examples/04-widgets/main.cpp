@@ -4,39 +4,45 @@
 #include <QtWidgets/QVBoxLayout>
 #include <cstdio>
 
-#include "VexmoraSDK/VexmoraSDK.h"
 #include "VexmoraSDK/widgets/VexmoraWidget.h"
 #include "VexmoraSDK/widgets/VexmoraWidgetScreen.h"
 
 using namespace VexmoraSDK;
 
-// A banner among widgets, and an interstitial ad over all of them.
+// A banner among widgets that changes every half minute, and an interstitial ad over all of them
+// that is there before it is needed.
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QWidget window;
-    auto* screen = new VexmoraWidgetScreen(&window);
-    std::shared_ptr<VexmoraView> interstitial;
+    VexmoraWidgetScreen screen(&window);
 
-    auto delegate = std::make_shared<VexmoraDelegate>();
-    delegate->didReceiveAd = [&](VexmoraView& view) {
-        if (&view == interstitial.get()) screen->present(interstitial);
-    };
-    delegate->didDismissScreen = [](VexmoraView&) { std::puts("didDismissScreen"); };
-    delegate->didHaveError = [](VexmoraView&, const VexmoraError& error) {
-        std::printf("didHaveError, code %td\n", error.code());
-    };
+    auto* banner = new VexmoraWidget;
+    banner->setContainerId("home-bottom");
+    banner->setAdSize("320x60");
+    banner->setFillMode(VexmoraWidget::FillMode::Fit);
+    banner->setRefreshInterval(30);
+    QObject::connect(banner, &VexmoraWidget::becameViewable, [] { std::puts("becameViewable"); });
+    QObject::connect(banner, &VexmoraWidget::errorChanged, [banner] {
+        if (!banner->errorString().isEmpty()) std::puts(qPrintable(banner->errorString()));
+    });
+
+    // Needs no place of its own: the screen shows it.
+    VexmoraWidget interstitial;
+    interstitial.setContainerId("between-articles");
+    interstitial.setAdSize("300x250");
+    QObject::connect(&interstitial, &VexmoraWidget::didDismissScreen, &interstitial,
+                     &VexmoraWidget::reload);
 
     auto* next = new QPushButton("Next article");
     QObject::connect(next, &QPushButton::clicked, [&] {
-        interstitial = VexmoraViewFactory::createView("between-articles", "300x250", delegate);
-        interstitial->setFrame(screen->viewFrame());
+        // Without an ad, or with one of yesterday's, the article comes at once.
+        if (!screen.present(&interstitial)) interstitial.reload();
     });
 
-    const auto banner = VexmoraViewFactory::createView("home-bottom", "320x60", nullptr);
     auto* layout = new QVBoxLayout(&window);
     layout->addWidget(new QLabel("<h1>Ferry back in service</h1>"), 1, Qt::AlignTop);
     layout->addWidget(next);
-    layout->addWidget(new VexmoraWidget(banner), 0, Qt::AlignCenter);
+    layout->addWidget(banner);
     window.resize(360, 560);
     window.show();
     return QApplication::exec();

@@ -3,10 +3,12 @@
 #include <QtCore/QEvent>
 #include <QtGui/QColor>
 #include <QtGui/QWindow>
+#include <functional>
 #include <memory>
 #include <set>
 #include <utility>
 
+#include "VexmoraSDK/presenting/AdSlot.h"
 #include "VexmoraSDK/views/VexmoraView.h"
 
 namespace VexmoraSDK {
@@ -25,11 +27,19 @@ class Presenters {
     virtual QObject* addAd(View view) = 0;
     virtual void setView(QObject* ad, View view) = 0;
     virtual QSizeF sizeOf(QObject* ad) = 0;
+    /// The slot of an ad that its own properties ask for.
+    virtual AdSlot* slotOf(QObject*) { return nullptr; }
+    /// From now on `hear` is called with the name of every signal of the ad's.
+    virtual void listen(QObject*, std::function<void(const char*)>) {}
+    virtual void moveAd(QObject*, QPoint) {}
+    /// Lays something opaque over the right half of the window, or takes it away.
+    virtual void cover(bool) {}
 
     /// The screen that interstitial ads are presented on; there is one at first.
     virtual QObject* screen() = 0;
     virtual void addScreen() = 0;
     virtual bool present(View view) = 0;
+    virtual bool presentAd(QObject*) { return false; }
     virtual bool isPresenting() = 0;
     virtual void close() = 0;
     virtual void setInsets(int top, int right) = 0;
@@ -41,6 +51,21 @@ class Presenters {
     /// The colour that is seen at a point of the window.
     virtual QColor colorAt(double x, double y) = 0;
     virtual QObject* focused() = 0;
+
+    /// Connects the signals that items and widgets have in common.
+    template <class Ad>
+    static void listenTo(Ad* ad, const std::function<void(const char*)>& hear) {
+        const auto on = [&](auto signal, const char* name) {
+            QObject::connect(ad, signal, ad, [hear, name] { hear(name); });
+        };
+        on(&Ad::statusChanged, "statusChanged");
+        on(&Ad::didReceiveAd, "didReceiveAd");
+        on(&Ad::didHaveError, "didHaveError");
+        on(&Ad::becameViewable, "becameViewable");
+        on(&Ad::willLeaveApplication, "willLeaveApplication");
+        on(&Ad::willDismissScreen, "willDismissScreen");
+        on(&Ad::didDismissScreen, "didDismissScreen");
+    }
 
     /// How often the button was clicked, and how often the host's shortcut for Escape was typed.
     virtual int clicks() = 0;

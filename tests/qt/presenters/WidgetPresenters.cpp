@@ -25,6 +25,7 @@ class WidgetPresenters final : public Presenters {
         App::waitFor([&] { return window_.isActiveWindow(); });
         button_->setFocus();
         recordInputsOf(button_);
+        cover_->hide();
         addScreen();
     }
 
@@ -40,9 +41,24 @@ class WidgetPresenters final : public Presenters {
     }
     QSizeF sizeOf(QObject* ad) override { return qobject_cast<VexmoraWidget*>(ad)->sizeHint(); }
 
+    AdSlot* slotOf(QObject* ad) override { return &qobject_cast<VexmoraWidget*>(ad)->slot(); }
+    void listen(QObject* ad, std::function<void(const char*)> hear) override {
+        listenTo(qobject_cast<VexmoraWidget*>(ad), hear);
+    }
+    void moveAd(QObject* ad, QPoint to) override { qobject_cast<QWidget*>(ad)->move(to); }
+    void cover(bool covers) override {
+        cover_->setAutoFillBackground(true);
+        cover_->setGeometry(200, 0, 200, 300);
+        cover_->setVisible(covers);
+        cover_->raise();
+    }
+
     QObject* screen() override { return screen_.data(); }
     void addScreen() override { screen_ = new VexmoraWidgetScreen(button_); }
     bool present(View view) override { return screen_->present(std::move(view)); }
+    bool presentAd(QObject* ad) override {
+        return screen_->present(qobject_cast<VexmoraWidget*>(ad));
+    }
     bool isPresenting() override { return screen_->isPresenting(); }
     void close() override { screen_->close(); }
     void setInsets(int top, int right) override { screen_->setContentsMargins(0, top, right, 0); }
@@ -67,6 +83,7 @@ class WidgetPresenters final : public Presenters {
     int escapes_ = 0;
     QWidget window_;
     QPushButton* const button_ = new QPushButton(&window_);
+    QWidget* const cover_ = new QWidget(&window_);
     QShortcut shortcut_{Qt::Key_Escape, &window_};
     QPointer<VexmoraWidgetScreen> screen_;
 };

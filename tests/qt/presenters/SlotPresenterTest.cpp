@@ -1,0 +1,188 @@
+#include <QtCore/QPointer>
+#include <QtGui/QAccessible>
+
+#include "tests/qt/RecordingOpener.h"
+#include "tests/qt/presenters/PresenterTest.h"
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using namespace VexmoraSDK;
+using namespace std::chrono_literals;
+
+namespace {
+
+/// An ad that an item or a widget asks for by itself, and whose clock is the test's.
+class SlotPresenterTest : public PresenterTest {
+ protected:
+    SlotPresenterTest() { add(); }
+
+    void add() {
+        ad_ = app_->addAd(nullptr);
+        slot().setClock([this] { return AdSlot::Time(now_); });
+        app_->listen(ad_, [this](const char* signal) {
+            hear(signal);
+            if (signal == lastWord_) delete ad_.data();
+        });
+    }
+
+    AdSlot& slot() { return *app_->slotOf(ad_); }
+    QVariant property(const char* name) { return ad_->property(name); }
+    void ask(const char* container, const char* size) {
+        ad_->setProperty("containerId", QLatin1String(container));
+        if (ad_) ad_->setProperty("adSize", QLatin1String(size));
+    }
+    void askAndWait(const char* container, const char* size) {
+        ask(container, size);
+        ASSERT_TRUE(waitToHear("didReceiveAd"));
+        heard();
+    }
+    void invoke(const char* method) { QMetaObject::invokeMethod(ad_, method); }
+
+    void pass(AdSlot::Duration time) {
+        now_ += time;
+        slot().wake();
+    }
+
+    bool waitForVisible(double fraction) {
+        return App::waitFor(
+            [&] { return qFuzzyCompare(slot().visibleFraction() + 1, fraction + 1); });
+    }
+
+    RecordingOpener opener_;
+    AdSlot::Time::duration now_ = 1000h;
+    QPointer<QObject> ad_;
+    /// The ad is destroyed when this is heard.
+    std::string lastWord_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Of, SlotPresenterTest, testing::Values(&Presenters::ofWidgets),
+                         [](const auto&) { return "Widgets"; });
+
+TEST_P(SlotPresenterTest, KeepsItsPlaceAndTellsHowFarItIs) {
+    ask("home", "320x60");
+    EXPECT_EQ(app_->sizeOf(ad_), QSizeF(320, 60));
+    EXPECT_EQ(property("status").toInt(), 1);
+    ASSERT_TRUE(waitToHear("didReceiveAd"));
+    EXPECT_THAT(heard(), ElementsAre("statusChanged", "statusChanged", "didReceiveAd"));
+    EXPECT_EQ(property("status").toInt(), 2);
+    EXPECT_EQ(colorAt(15, 25), Qt::red);
+
+    const auto first = slot().view();
+    invoke("reload");
+    EXPECT_TRUE(App::waitFor([&] {
+        EXPECT_EQ(colorAt(15, 25), Qt::red) << "until the next is drawn";
+        return slot().view() != first;
+    }));
+    EXPECT_THAT(heard(), ElementsAre("didReceiveAd"));
+
+    ask("nothing", "320x60");
+    EXPECT_EQ(colorAt(15, 25), Qt::white);
+    ASSERT_TRUE(waitToHear("didHaveError"));
+    EXPECT_EQ(property("status").toInt(), 3);
+    EXPECT_EQ(property("errorCode").toInt(), 2);
+    EXPECT_EQ(property("errorString").toString(), QLatin1String("ParsingError"));
+}
+
+TEST_P(SlotPresenterTest, FitsTheAdIntoItsPlaceWhenItIsTold) {
+    ad_->setProperty("fillMode", 1);
+    askAndWait("home", "320x60");
+    EXPECT_EQ(app_->sizeOf(ad_), QSizeF(320, 60));
+    // 380 × 100 in all: 71 high, below the middle of what is left.
+    EXPECT_EQ(colorAt(12, 20 + 10), Qt::white);
+    EXPECT_EQ(colorAt(12, 20 + 18), Qt::red);
+    EXPECT_EQ(colorAt(388, 20 + 80), Qt::blue);
+    click({388, 20 + 5});
+    click({388, 20 + 80});
+    EXPECT_TRUE(waitToHear("willLeaveApplication"));
+    EXPECT_EQ(opener_.opened().size(), 1U);
+}
+
+TEST_P(SlotPresenterTest, IsViewableAfterASecondInSight) {
+    askAndWait("home", "320x60");
+    EXPECT_TRUE(waitForVisible(1));
+    app_->moveAd(ad_, {-192, 20});
+    EXPECT_TRUE(waitForVisible(0.4));
+    pass(1h);
+    app_->moveAd(ad_, {0, 20});
+    EXPECT_TRUE(waitForVisible(1));
+    pass(999ms);
+    app_->cover(true);
+    EXPECT_TRUE(waitForVisible(200.0 / 320));
+    app_->moveAd(ad_, {200, 20});
+    EXPECT_TRUE(waitForVisible(0));
+    app_->cover(false);
+    EXPECT_TRUE(waitForVisible(200.0 / 320));
+    pass(999ms);
+    app_->window()->showMinimized();
+    EXPECT_TRUE(App::waitFor([&] { return slot().visibleFraction() == 0 || !slot().isActive(); }));
+    app_->window()->showNormal();
+    EXPECT_TRUE(waitForVisible(200.0 / 320));
+    pass(999ms);
+    EXPECT_THAT(heard(), IsEmpty());
+    pass(1ms);
+    pass(1h);
+    EXPECT_THAT(heard(), ElementsAre("becameViewable"));
+    EXPECT_TRUE(property("viewable").toBool());
+}
+
+TEST_P(SlotPresenterTest, IsReadAndOpenedWithoutAFinger) {
+    ad_->setProperty("containerId", QLatin1String("home"));
+    ad_->setProperty("adType", 1);
+    ASSERT_TRUE(waitToHear("didReceiveAd"));
+    auto* const link = QAccessible::queryAccessibleInterface(ad_);
+    EXPECT_EQ(link->text(QAccessible::Name),
+              QLatin1String("Advertisement, Title, What it is about., Advertiser"));
+    EXPECT_TRUE(link->state().focusable);
+    type(Qt::Key_Tab);
+    EXPECT_EQ(app_->focused(), ad_);
+    type(Qt::Key_Return);
+    EXPECT_TRUE(waitToHear("willLeaveApplication"));
+}
+
+TEST_P(SlotPresenterTest, SurvivesATapOnAnInterstitialAd) {
+    EXPECT_FALSE(app_->presentAd(ad_));
+    ask("home", "300x250");
+    EXPECT_FALSE(app_->presentAd(ad_));
+    ASSERT_TRUE(waitToHear("didReceiveAd"));
+    heard();
+    pass(2s);
+    EXPECT_EQ(app_->sizeOf(ad_), QSizeF(0, 0));
+    ASSERT_TRUE(app_->presentAd(ad_));
+    EXPECT_FALSE(app_->presentAd(ad_));
+    EXPECT_TRUE(waitForVisible(1));
+
+    click({200, 150});
+    invoke("press");
+    for (const auto key : {Qt::Key_Return, Qt::Key_Space})
+        type(key);
+    App::runQueuedBlocks();
+    EXPECT_THAT(heard(), IsEmpty());
+    app_->resize({350, 280});
+    EXPECT_TRUE(App::waitFor([&] { return colorAt(26, 16) == Qt::red; }));
+    EXPECT_NE(colorAt(24, 16), Qt::red);
+    pass(1s);
+    EXPECT_THAT(heard(), ElementsAre("becameViewable"));
+    app_->close();
+    ASSERT_TRUE(waitToHear("didDismissScreen"));
+    EXPECT_THAT(heard(), ElementsAre("willDismissScreen", "didDismissScreen"));
+    EXPECT_EQ(slot().visibleFraction(), 0);
+
+    pass(1h);
+    EXPECT_FALSE(app_->presentAd(ad_)) << "it is too old";
+}
+
+TEST_P(SlotPresenterTest, MayBeDestroyedFromInsideOfItsSignals) {
+    for (const char* word : {"statusChanged", "didReceiveAd", "becameViewable",
+                             "willLeaveApplication", "didHaveError"}) {
+        if (!ad_) add();
+        lastWord_ = word;
+        ask(lastWord_ == "didHaveError" ? "nothing" : "home", "320x60");
+        EXPECT_TRUE(App::waitFor([&] {
+            if (ad_ && slot().ad()) click({20, 30});
+            if (ad_ && slot().visibleFraction() == 1) pass(1s);
+            return !ad_;
+        })) << word;
+    }
+}
+
+}  // namespace
