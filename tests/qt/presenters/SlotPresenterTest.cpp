@@ -18,7 +18,7 @@ class SlotPresenterTest : public PresenterTest {
 
     void add() {
         ad_ = app_->addAd(nullptr);
-        slot().setClock([this] { return AdSlot::Time(now_); });
+        slot().setClock([now = now_] { return *now; });
         app_->listen(ad_, [this](const char* signal) {
             hear(signal);
             if (signal == lastWord_) delete ad_.data();
@@ -39,7 +39,7 @@ class SlotPresenterTest : public PresenterTest {
     void invoke(const char* method) { QMetaObject::invokeMethod(ad_, method); }
 
     void pass(AdSlot::Duration time) {
-        now_ += time;
+        *now_ += time;
         slot().wake();
     }
 
@@ -49,7 +49,8 @@ class SlotPresenterTest : public PresenterTest {
     }
 
     RecordingOpener opener_;
-    AdSlot::Time::duration now_ = 1000h;
+    /// The presenter, which reads it, outlives the test.
+    const std::shared_ptr<AdSlot::Time> now_ = std::make_shared<AdSlot::Time>(1000h);
     QPointer<QObject> ad_;
     /// The ad is destroyed when this is heard.
     std::string lastWord_;
