@@ -1,7 +1,7 @@
 #include <QtCore/QPointer>
 #include <QtGui/QAccessible>
 
-#include "tests/qt/RecordingOpener.h"
+#include "tests/RecordingOpener.h"
 #include "tests/qt/presenters/PresenterTest.h"
 
 using testing::ElementsAre;
