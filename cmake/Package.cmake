@@ -26,8 +26,8 @@ function(add_pkg_config name library)
     install(FILES ${PROJECT_BINARY_DIR}/${name}.pc
         DESTINATION ${pkgConfigDir} COMPONENT development)
 endfunction()
-set(privateModules libcurl libplist-2.0 zlib)
-set(privateLibraries -lboost_json -lboost_url -pthread -ldl)
+set(privateModules libcurl libjpeg libplist-2.0 libwebpdemux libwebp ${SPNG_MODULE_NAME} zlib)
+set(privateLibraries -lboost_json -lboost_url -lgif -pthread -ldl)
 if(VEXMORA_QT)
     add_pkg_config(vexmora-sdk VexmoraSDK
         PRIVATE_REQUIRES Qt6Gui ${privateModules} PRIVATE_LIBRARIES ${privateLibraries})
@@ -57,7 +57,7 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${runtimePackage})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "${PROJECT_DESCRIPTION}: the shared libraries")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS
-    "ca-certificates, fonts-liberation, qt6-image-formats-plugins, xdg-utils")
+    "ca-certificates, fonts-liberation, xdg-utils")
 
 set(CPACK_DEBIAN_QML_PACKAGE_NAME qml6-module-vexmorasdk)
 set(CPACK_DEBIAN_QML_PACKAGE_SECTION libs)
@@ -71,8 +71,8 @@ set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
     "${PROJECT_DESCRIPTION}: headers, archives and a mock ad server")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
     "${runtimePackage} (= ${PROJECT_VERSION})"
-    libboost-json1.81-dev libboost-url1.81-dev "libcurl4-openssl-dev | libcurl4-dev" libplist-dev
-    qt6-base-dev qt6-declarative-dev zlib1g-dev)
+    libboost-json1.81-dev libboost-url1.81-dev "libcurl4-openssl-dev | libcurl4-dev" libgif-dev
+    libjpeg-dev libplist-dev libspng-dev libwebp-dev qt6-base-dev qt6-declarative-dev zlib1g-dev)
 list(JOIN CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", " CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS)
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
     string(TOUPPER ${component} COMPONENT)

@@ -22,9 +22,19 @@ class VexmoraSdk(ConanFile):
         "shared": True,
         "fPIC": True,
         "qt/*:qtdeclarative": True,
+        "qt/*:with_libjpeg": "libjpeg-turbo",
         "qt/*:qtshadertools": True,
     }
-    requires = "boost/[>=1.81]", "libcurl/[>=7.87]", "qt/[>=6.4]", "zlib/[>=1.2]"
+    requires = (
+        "boost/[>=1.81]",
+        "giflib/[>=5.2]",
+        "libcurl/[>=7.87]",
+        "libjpeg-turbo/[>=2.1]",
+        "libspng/[>=0.7]",
+        "libwebp/[>=1.2]",
+        "qt/[>=6.4]",
+        "zlib/[>=1.2]",
+    )
 
     def set_version(self):
         project = load(self, os.path.join(self.recipe_folder, "..", "..", "CMakeLists.txt"))

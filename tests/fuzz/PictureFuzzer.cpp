@@ -1,35 +1,24 @@
-// Decodes pictures and paints them.
-#include <QtGui/QGuiApplication>
-#include <QtGui/QImage>
-#include <QtGui/QPainter>
+// Pictures of the format whose decoder VEXMORA_DECODER names.
+#include <algorithm>
 
-#include "VexmoraSDK/platform/qt/ViewPainter.h"
-#include "VexmoraSDK/platform/ui/ImageView.h"
+#include "VexmoraSDK/platform/images/Codecs.h"
 #include "tests/fuzz/Fuzzing.h"
-
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    static auto& app = *new QGuiApplication(*argc, *argv);
-    static_cast<void>(app);
-    return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     using namespace VexmoraSDK;
-    using namespace VexmoraSDK::platform;
-    auto image = Image::fromData(VexmoraSDK::dataOf(bytes, size));
+    const auto image = platform::VEXMORA_DECODER({reinterpret_cast<const std::byte*>(bytes), size});
     if (!image) return 0;
-    const auto [width, height] = image->size();
-    check(width >= 1 && height >= 1 && width * height <= 16'000'000, "a size out of bounds");
-
-    QImage screen(64, 64, QImage::Format_ARGB32_Premultiplied);
-    QPainter painter(&screen);
-    const auto view = ImageView::create(std::move(image));
-    for (const auto mode :
-         {ContentMode::scaleToFill, ContentMode::scaleAspectFit, ContentMode::center}) {
-        view->setContentMode(mode);
-        paintView(painter, *view);
-        view->setFrame({{8, 8}, {48, 24}});
-    }
+    const auto width = static_cast<std::uint64_t>(image->width());
+    const auto height = static_cast<std::uint64_t>(image->height());
+    check(platform::isAcceptedSize(width, height), "a size out of bounds");
+    const std::span pixels(image->pixels(), width * height);
+    check(std::ranges::all_of(pixels,
+                              [&](std::uint32_t pixel) {
+                                  const std::uint32_t alpha = pixel >> 24;
+                                  const std::uint32_t brightest = std::max(
+                                      {pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF});
+                                  return brightest <= alpha && (!image->isOpaque() || alpha == 255);
+                              }),
+          "a pixel that is not premultiplied, or not opaque in an opaque picture");
     return 0;
 }

@@ -6,6 +6,7 @@
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/platform/http/UrlSession.h"
 #include "VexmoraSDK/platform/http/UrlSessionLimits.h"
+#include "tests/PlainPicture.h"
 #include "tests/Program.h"
 #include "tests/fake_platform/FakeMainQueue.h"
 #include "tests/torture/Torture.h"
@@ -35,7 +36,7 @@ const char* outcomeOf(const std::optional<Data>& body, const std::optional<UrlRe
                       const std::optional<Error>& error) {
     const std::string_view text = body ? textOf(*body) : "";
     const bool whole =
-        (text.starts_with("[") && text.ends_with("]")) || text == "fake-image 320x60";
+        (text.starts_with("[") && text.ends_with("]")) || text == plainPicture(320, 60);
     if (whole && response && !error) return "answered";
     if (!body && !response && error && error->userInfo()->size() == 2) return "failed";
     return "half an outcome";
@@ -88,7 +89,7 @@ TEST(SessionTortureTest, CompletesEachTaskOnceOrStopsWhenACallFails) {
         return Url::fromString("http://localhost:" + place + path).value();
     };
     // What is kept of the second is asked about by the third, and the server finds it still right.
-    constexpr auto kPicture = "/creatives/banner.png?container=fault-picture-no-cache";
+    constexpr auto kPicture = "/creatives/banner.webp?container=fault-picture-no-cache";
     const std::array addresses = {url("/ads?container=fault-gzip&types=77"), url(kPicture),
                                   url(kPicture)};
     Torture::run("URL session", [&](const auto& begin) { return fetchAll(addresses, begin); },

@@ -7,7 +7,6 @@
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/platform/http/UrlSession.h"
-#include "VexmoraSDK/platform/images/Image.h"
 
 namespace VexmoraSDK::platform {
 namespace {
@@ -24,7 +23,6 @@ void endProcess() {
 
 void ProcessExit::prepare() {
     process = getpid();
-    Image::prepareDecoding();
     if (auto* queue = MainQueue::main()) queue->prepareForEnd();
     if (std::atexit(endProcess) != 0) fatalError("no exit handler to be had");
 }

@@ -21,10 +21,6 @@ class VEXMORA_EXPORT Image {
     /// pixels, for which no memory is taken. Any thread.
     static std::shared_ptr<const Image> fromData(const Data& data);
 
-    /// Builds what decoding needs for the life of the process. Exit handlers that are registered
-    /// afterwards find it whole, and so do the threads that they stop. Any thread.
-    static void prepareDecoding();
-
     /// A picture of `width` × `height` pixels, both at least 1. `isOpaque` may be said only where
     /// each pixel's alpha is 255.
     Image(int width, int height, Pixels pixels, bool isOpaque);

@@ -4,9 +4,9 @@
 
 namespace VexmoraSDK::platform {
 
-/// What Qt and its codecs have to say of the contents of ads is not ours to print. While one of
-/// these is alive, what its thread says through Qt's message handler is dropped, fatal messages
-/// excepted. Any thread; scopes nest.
+/// What Qt has to say of the texts of ads is not ours to print. While one of these is alive, what
+/// its thread says through Qt's message handler is dropped, fatal messages excepted. Any thread;
+/// scopes nest.
 class QuietScope {
  public:
     QuietScope();

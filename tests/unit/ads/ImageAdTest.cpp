@@ -5,6 +5,7 @@
 #include "VexmoraSDK/ads/Banner.h"
 #include "VexmoraSDK/ads/Native.h"
 #include "VexmoraSDK/platform/foundation/NotificationCenter.h"
+#include "tests/PlainPicture.h"
 #include "tests/unit/FatalReports.h"
 #include "tests/unit/SdkTest.h"
 #include "tests/unit/foundation/Listener.h"
@@ -35,7 +36,7 @@ TEST_F(ImageAdTest, AnnouncesItselfOnceItsPictureIsThereAndIsHeldUntilThen) {
     const std::weak_ptr<ImageAd> watched = ad_;
     ad_.reset();
     EXPECT_FALSE(watched.expired());
-    answer(kPicture, "fake-image 320x50");
+    answer(kPicture, plainPicture(320, 50));
     EXPECT_THAT(heard(), ElementsAre("background: an ad with a picture"));
     EXPECT_TRUE(watched.expired());
 }
@@ -46,7 +47,7 @@ TEST_F(ImageAdTest, ShowsItsPictureToEveryThreadWhileItArrives) {
             std::this_thread::yield();
         EXPECT_EQ(ad_->image()->size(), (platform::Size{320, 50}));
     });
-    answer(kPicture, "fake-image 320x50");
+    answer(kPicture, plainPicture(320, 50));
     reader.join();
 }
 

@@ -5,6 +5,7 @@
 #include "VexmoraSDK/presenting/InterstitialLayout.h"
 #include "VexmoraSDK/presenting/NativeTexts.h"
 #include "VexmoraSDK/presenting/TapTarget.h"
+#include "tests/PlainPicture.h"
 #include "tests/unit/SdkTest.h"
 
 namespace VexmoraSDK {
@@ -19,7 +20,7 @@ using testing::ElementsAre;
 class AdLayoutTest : public SdkTest {
  protected:
     /// A view with its ad drawn, whose picture has this size.
-    std::shared_ptr<VexmoraView> show(VexmoraAdType type, const char* size) {
+    std::shared_ptr<VexmoraView> show(VexmoraAdType type, unsigned width, unsigned height) {
         slot_.setScreenSize({360, 640});
         slot_.setPlacement({"home", "", type, {}});
         slot_.wake();
@@ -27,7 +28,7 @@ class AdLayoutTest : public SdkTest {
               R"([{"adTypeId":)" + std::to_string(rawValue(type)) +
                   R"(,"clickUrl":"https://shop.test/","bannerUrl":"https://cdn.test/a","title":
                   "Title","description":"","displayName":"Name"}])");
-        serve("https://cdn.test/a", std::string("fake-image ") + size);
+        serve("https://cdn.test/a", plainPicture(width, height));
         return slot_.view();
     }
 
@@ -51,7 +52,7 @@ TEST_F(AdLayoutTest, FitsAnAdIntoItsPlaceWithItsProportions) {
 }
 
 TEST_F(AdLayoutTest, CentresTheInterstitialAgainAndLetsNoTapThroughToItsPicture) {
-    const auto view = show(VexmoraAdType::leaderboard, "1456x180");
+    const auto view = show(VexmoraAdType::leaderboard, 1456, 180);
     view->setFrame({{0, 0}, {640, 360}});
     const auto picture = std::static_pointer_cast<platform::ImageView>(view->subviews().back());
     layOutInterstitial(*view, FillMode::asIs);
@@ -67,11 +68,11 @@ TEST_F(AdLayoutTest, CentresTheInterstitialAgainAndLetsNoTapThroughToItsPicture)
     EXPECT_FALSE(takesTap(*view, {500, 300}));
     EXPECT_TRUE(takesTap(*view, {1000 - 12 - 18, 12 + 18}));
     EXPECT_FALSE(takesTap(*view, {-1, 0}));
-    EXPECT_TRUE(takesTap(*show(VexmoraAdType::banner, "320x60"), {5, 5}));
+    EXPECT_TRUE(takesTap(*show(VexmoraAdType::banner, 320, 60), {5, 5}));
 }
 
 TEST_F(AdLayoutTest, ColoursAndReadsTheTextsOfANativeAd) {
-    const auto view = show(VexmoraAdType::native, "40x30");
+    const auto view = show(VexmoraAdType::native, 40, 30);
     const auto colors = [&view] {
         std::vector<Color> found;
         for (const auto& subview : view->subviews())

@@ -1,5 +1,6 @@
 #include "VexmoraSDK/presenting/AdSlot.h"
 
+#include "tests/PlainPicture.h"
 #include "tests/unit/SdkTest.h"
 
 namespace VexmoraSDK {
@@ -77,7 +78,7 @@ class AdSlotTest : public SdkTest {
 
     static void serveBanner(const std::string& picture = "a") {
         serve(kBanner, "[" + bannerAd(picture) + "]");
-        serve("https://cdn.test/" + picture, "fake-image 320x60");
+        serve("https://cdn.test/" + picture, plainPicture(320, 60));
     }
     void showBanner() {
         ask(kHome);
@@ -116,7 +117,7 @@ TEST_F(AdSlotTest, BringsTheAdOfItsPlacementAndWhatItSays) {
     EXPECT_FALSE(slot_->view() || slot_->ad());
     slot_->open();
 
-    serve("https://cdn.test/a", "fake-image 40x30");
+    serve("https://cdn.test/a", plainPicture(40, 30));
     EXPECT_THAT(heard(), ElementsAre("ready", "didReceiveAd"));
     const auto ad = slot_->ad().value();
     EXPECT_EQ(ad.title + ad.description + ad.displayName, "TitleWordsName");
@@ -188,7 +189,7 @@ TEST_F(AdSlotTest, FailsWithoutAPictureInTimeAndDropsTheAdThatIsLate) {
     pass(59s);
     EXPECT_THAT(heard(), ElementsAre("loading"));
     pass(1s);
-    serve("https://cdn.test/a", "fake-image 320x60");
+    serve("https://cdn.test/a", plainPicture(320, 60));
     EXPECT_THAT(heard(), ElementsAre("failed", "failed 0: TimedOut"));
 
     slot_->setTimeout(0s);
@@ -269,7 +270,7 @@ TEST_F(AdSlotTest, GivesAnInterstitialItsScreenAndPresentsItForAnHour) {
     ask(kFullScreen);
     serve(kScreen, "[" + bannerAd("a", 14) + "]");
     EXPECT_FALSE(slot_->isPresentable());
-    serve("https://cdn.test/a", "fake-image 300x250");
+    serve("https://cdn.test/a", plainPicture(300, 250));
     EXPECT_THAT(heard(), ElementsAre("loading", "ready", "didReceiveAd"));
     EXPECT_EQ(slot_->view()->subviews().back()->center(), (platform::Point{180, 320}));
     slot_->open();
@@ -281,7 +282,7 @@ TEST_F(AdSlotTest, GivesAnInterstitialItsScreenAndPresentsItForAnHour) {
     pass(1s);
     EXPECT_FALSE(slot_->isPresentable());
     serve(kScreen, "[" + bannerAd("b", 14) + "]");
-    serve("https://cdn.test/b", "fake-image 300x250");
+    serve("https://cdn.test/b", plainPicture(300, 250));
     EXPECT_TRUE(slot_->isPresentable());
     presented->tap({360 - 12 - 18, 12 + 18});
     EXPECT_THAT(heard(), ElementsAre("didReceiveAd", "willDismissScreen"))

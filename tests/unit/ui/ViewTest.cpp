@@ -5,6 +5,7 @@
 #include "VexmoraSDK/platform/ui/Button.h"
 #include "VexmoraSDK/platform/ui/ImageView.h"
 #include "VexmoraSDK/platform/ui/TextView.h"
+#include "tests/PlainPicture.h"
 #include "tests/fake_platform/FakeMainQueue.h"
 #include "tests/unit/foundation/Listener.h"
 
@@ -65,7 +66,8 @@ TEST_F(ViewTest, FindsTheDeepestAndFrontmostViewUnderAPointButNoPicture) {
     front->setHidden(true);
     EXPECT_EQ(root_->hitTest({45, 45}), rear);
 
-    const auto picture = ImageView::create(Image::fromData(dataOf("fake-image 50x50")));
+    const auto picture =
+        ImageView::create(Image::fromData(dataOf(VexmoraSDK::plainPicture(50, 50))));
     root_->addSubview(picture);
     addView(*picture, {{0, 0}, {50, 50}});
     EXPECT_EQ(root_->hitTest({45, 45}), rear);

@@ -2,6 +2,7 @@
 
 #include <thread>
 
+#include "tests/PlainPicture.h"
 #include "tests/unit/FatalReports.h"
 #include "tests/unit/views/AdViewTest.h"
 
@@ -34,15 +35,15 @@ class VexmoraBannerViewTest : public AdViewTest {
         serve(placementUrl(placement), "[" + bannerAd(picture) + "]");
     }
 
-    static void servePicture(const std::string& picture, std::string_view size) {
-        serve("https://cdn.test/" + picture, "fake-image " + std::string(size));
+    static void servePicture(const std::string& picture, unsigned width, unsigned height) {
+        serve("https://cdn.test/" + picture, plainPicture(width, height));
     }
 
     /// All of it, up to the drawn ad.
     void showAd() {
         ask("home");
         serveAd("home", "a");
-        servePicture("a", "320x50");
+        servePicture("a", 320, 50);
     }
 
     /// Something whose end is logged.
@@ -97,7 +98,7 @@ TEST_F(VexmoraBannerViewTest, TakesTheSizeOfItsPictureAndKeepsItsPlaceBeforeItsH
     EXPECT_TRUE(view_->subviews().empty());
     EXPECT_THAT(heard(), IsEmpty());
 
-    servePicture("a", "320x50");
+    servePicture("a", 320, 50);
     EXPECT_THAT(heard(), ElementsAre("didReceiveAd"));
     EXPECT_EQ(frameThen, (Rect{{10, 20}, {320, 50}}));
     ASSERT_EQ(view_->subviews().size(), 1U);
@@ -156,7 +157,7 @@ TEST_F(VexmoraBannerViewTest, DrawsTheAdThatItHoldsInFrontOfFormerOnesAndOpensIt
     showAd();
     ask("more");
     serveAd("more", "b");
-    servePicture("b", "468x60");
+    servePicture("b", 468, 60);
     ASSERT_EQ(view_->subviews().size(), 2U);
     EXPECT_EQ(view_->subviews()[1]->frame().size, (Size{468, 60}));
     EXPECT_EQ(view_->frame(), (Rect{{10, 20}, {468, 60}}));
@@ -165,8 +166,8 @@ TEST_F(VexmoraBannerViewTest, DrawsTheAdThatItHoldsInFrontOfFormerOnesAndOpensIt
     serveAd("home", "c");
     ask("more");
     serveAd("more", "d");
-    servePicture("d", "320x60");
-    servePicture("c", "300x50");
+    servePicture("d", 320, 60);
+    servePicture("c", 300, 50);
     EXPECT_EQ(heard(), std::vector<std::string>(4, "didReceiveAd"));
     EXPECT_EQ(view_->frame().size, (Size{320, 60}));
     EXPECT_TRUE(tapView());
@@ -179,7 +180,7 @@ TEST_F(VexmoraBannerViewTest, HearsOfNoOtherViewsAd) {
     serveAd("other", "b");
     ask("home");
     serveAd("home", "a");
-    servePicture("b", "468x60");
+    servePicture("b", 468, 60);
     EXPECT_THAT(heard(), IsEmpty());
     EXPECT_TRUE(view_->subviews().empty());
     EXPECT_EQ(other->subviews().size(), 1U);

@@ -3,6 +3,7 @@
 #include "VexmoraSDK/ads/Banner.h"
 #include "VexmoraSDK/platform/ui/Window.h"
 #include "VexmoraSDK/views/VexmoraViewFactory.h"
+#include "tests/PlainPicture.h"
 #include "tests/unit/FatalReports.h"
 #include "tests/unit/views/AdViewTest.h"
 
@@ -36,7 +37,7 @@ class VexmoraInterstitialViewTest : public AdViewTest {
 
     void showAd() {
         serve(kAds, "[" + bannerAd("a", 14) + "]");
-        serve("https://cdn.test/a", "fake-image 300x250");
+        serve("https://cdn.test/a", plainPicture(300, 250));
     }
 
     void tapClose() { EXPECT_TRUE(view_->tap({320 - 12 - 18, 12 + 18})); }

@@ -1,5 +1,6 @@
 #include "VexmoraSDK/views/VexmoraNativeView.h"
 
+#include "tests/PlainPicture.h"
 #include "tests/fake_platform/FakeTextLayout.h"
 #include "tests/unit/views/AdViewTest.h"
 
@@ -41,7 +42,7 @@ class VexmoraNativeViewTest : public AdViewTest {
 
     void showAd() {
         receiveAd();
-        serve("https://cdn.test/a", "fake-image 400x300");
+        serve("https://cdn.test/a", plainPicture(400, 300));
     }
 
     std::vector<Rect> frames() const {
@@ -111,7 +112,7 @@ TEST_F(VexmoraNativeViewTest, ReportsAPictureThatIsNoneAndAnAdThatIsGone) {
     EXPECT_THAT(heard(), ElementsAre("didHaveError 7"));
 
     receiveAd();
-    answer("https://cdn.test/a", "fake-image 400x300");
+    answer("https://cdn.test/a", plainPicture(400, 300));
     view_->setAd(nullptr);
     drain();
     EXPECT_THAT(heard(), ElementsAre("didHaveError 1"));

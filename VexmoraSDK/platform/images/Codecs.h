@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+
+#include "VexmoraSDK/platform/images/Image.h"
+
+namespace VexmoraSDK::platform {
+
+// One decoder a format, each over the format's own library. A decoder gives the whole picture or
+// none: it takes memory once the header shows an accepted size, and refuses a picture whose data
+// end before its pixels do. Any thread.
+
+using EncodedImage = std::span<const std::byte>;
+
+std::shared_ptr<const Image> decodePng(EncodedImage data);
+std::shared_ptr<const Image> decodeJpeg(EncodedImage data);
+std::shared_ptr<const Image> decodeWebP(EncodedImage data);
+/// The first frame, on the screen that the header describes.
+std::shared_ptr<const Image> decodeGif(EncodedImage data);
+
+/// The most pixels of a picture, and the most on a side, which is what JPEG and GIF can say.
+constexpr std::uint64_t kMaxPixels = 16'000'000;
+constexpr std::uint64_t kMaxSide = 65'535;
+
+constexpr bool isAcceptedSize(std::uint64_t width, std::uint64_t height) {
+    return width > 0 && height > 0 && width <= kMaxSide && height <= kMaxSide &&
+           width * height <= kMaxPixels;
+}
+
+}  // namespace VexmoraSDK::platform

@@ -1,0 +1,162 @@
+// jpeglib.h needs the first.
+#include <cstdio>
+
+#include <jerror.h>
+#include <jpeglib.h>
+
+#include <algorithm>
+#include <csetjmp>
+#include <optional>
+#include <vector>
+
+#include "VexmoraSDK/platform/images/Codecs.h"
+#include "VexmoraSDK/platform/images/JpegMarkers.h"
+#include "VexmoraSDK/platform/images/TimeBudget.h"
+
+namespace VexmoraSDK::platform {
+namespace {
+
+/// An ordinary progressive picture has ten scans. Each goes over all pixels, however little it
+/// says of them.
+constexpr std::uint64_t kMaxScans = 256;
+constexpr std::uint64_t kMaxPixelsOfAllScans = 32 * kMaxPixels;
+
+/// Where the pixel in column x and row y of the coded picture goes: `first + x * right + y * down`.
+struct Placement {
+    int width;
+    int height;
+    std::ptrdiff_t first;
+    std::ptrdiff_t right;
+    std::ptrdiff_t down;
+};
+
+Placement placementFor(int orientation, int width, int height) {
+    const std::ptrdiff_t w = width;
+    const std::ptrdiff_t h = height;
+    switch (orientation) {
+        case 2: return {width, height, w - 1, -1, w};
+        case 3: return {width, height, w * h - 1, -1, -w};
+        case 4: return {width, height, w * (h - 1), 1, -w};
+        case 5: return {height, width, 0, h, 1};
+        case 6: return {height, width, h - 1, h, -1};
+        case 7: return {height, width, w * h - 1, -h, -1};
+        case 8: return {height, width, h * (w - 1), -h, 1};
+        default: return {width, height, 0, 1, w};
+    }
+}
+
+/// Turns the bytes cyan, magenta, yellow, black into pixels. Adobe's programs write 255 for no ink.
+void convertInks(std::span<std::uint32_t> pixels, bool isInverted) {
+    const std::uint32_t inversion = isInverted ? 0 : 0xFFFFFFFF;
+    for (auto& pixel : pixels) {
+        const std::uint32_t light = pixel ^ inversion;
+        const auto mixed = [light](int shift) {
+            const std::uint32_t product = (light >> shift & 0xFF) * (light >> 24);
+            return (product + 127) / 255;
+        };
+        pixel = 0xFF000000 | mixed(0) << 16 | mixed(8) << 8 | mixed(16);
+    }
+}
+
+/// libjpeg leaves a failed call by a jump, which runs no destructors: the functions that call it
+/// keep what has one in the members.
+class JpegDecoder {
+ public:
+    explicit JpegDecoder(EncodedImage data) : data_(data), markers_(data) {
+        jpeg_.err = jpeg_std_error(&errors_);
+        errors_.error_exit = [](j_common_ptr jpeg) { of(jpeg).refuse(); };
+        errors_.emit_message = [](j_common_ptr jpeg, int level) { of(jpeg).hear(level); };
+        progress_.progress_monitor = [](j_common_ptr jpeg) { of(jpeg).countProgress(); };
+        jpeg_.client_data = this;
+    }
+    JpegDecoder(const JpegDecoder&) = delete;
+    JpegDecoder& operator=(const JpegDecoder&) = delete;
+    ~JpegDecoder() { jpeg_destroy_decompress(&jpeg_); }
+
+    std::shared_ptr<const Image> decode() {
+        if (!readHeader() || !isAccepted()) return nullptr;
+        const auto width = static_cast<int>(jpeg_.image_width);
+        const auto height = static_cast<int>(jpeg_.image_height);
+        placement_ = placementFor(markers_.orientation(), width, height);
+        pixels_ = std::make_unique_for_overwrite<std::uint32_t[]>(static_cast<std::size_t>(width) *
+                                                                  jpeg_.image_height);
+        if (placement_.right != 1) row_.resize(jpeg_.image_width);
+        if (!readPixels()) return nullptr;
+        return std::make_shared<const Image>(placement_.width, placement_.height,
+                                             std::move(pixels_), true);
+    }
+
+ private:
+    static JpegDecoder& of(j_common_ptr jpeg) {
+        return *static_cast<JpegDecoder*>(jpeg->client_data);
+    }
+
+    [[noreturn]] void refuse() { std::longjmp(refusal_, 1); }
+
+    /// Of what libjpeg warns of, an early end of the data leaves pixels unknown; the rest, such as
+    /// stray bytes between markers, does no harm.
+    void hear(int level) {
+        const int code = errors_.msg_code;
+        if (level < 0 && (code == JWRN_JPEG_EOF || code == JWRN_HIT_MARKER)) refuse();
+    }
+
+    /// After each row of blocks of a scan that is read, and each row of pixels that is given.
+    void countProgress() {
+        if (budget_.isSpentAfter(jpeg_.image_width * 8)) refuse();
+    }
+
+    bool readHeader() {
+        if (setjmp(refusal_) != 0) return false;
+        jpeg_create_decompress(&jpeg_);
+        jpeg_.progress = &progress_;
+        jpeg_mem_src(&jpeg_, reinterpret_cast<const unsigned char*>(data_.data()), data_.size());
+        return jpeg_read_header(&jpeg_, TRUE) == JPEG_HEADER_OK;
+    }
+
+    bool isAccepted() const {
+        const std::uint64_t pixels = std::uint64_t{jpeg_.image_width} * jpeg_.image_height;
+        return isAcceptedSize(jpeg_.image_width, jpeg_.image_height) &&
+               markers_.scans() <= kMaxScans && pixels * markers_.scans() <= kMaxPixelsOfAllScans;
+    }
+
+    bool readPixels() {
+        if (setjmp(refusal_) != 0) return false;
+        const bool hasInks =
+            jpeg_.jpeg_color_space == JCS_CMYK || jpeg_.jpeg_color_space == JCS_YCCK;
+        jpeg_.out_color_space = hasInks ? JCS_CMYK : JCS_EXT_BGRA;
+        jpeg_start_decompress(&jpeg_);
+        while (jpeg_.output_scanline < jpeg_.output_height) {
+            const auto y = static_cast<std::ptrdiff_t>(jpeg_.output_scanline);
+            auto* target = pixels_.get() + placement_.first + y * placement_.down;
+            auto* row = row_.empty() ? target : row_.data();
+            auto* bytes = reinterpret_cast<JSAMPROW>(row);
+            jpeg_read_scanlines(&jpeg_, &bytes, 1);
+            if (hasInks) convertInks({row, jpeg_.output_width}, jpeg_.saw_Adobe_marker);
+            for (const auto pixel : row_) {
+                *target = pixel;
+                target += placement_.right;
+            }
+        }
+        return jpeg_finish_decompress(&jpeg_);
+    }
+
+    EncodedImage data_;
+    JpegMarkers markers_;
+    jpeg_decompress_struct jpeg_{};
+    jpeg_error_mgr errors_{};
+    jpeg_progress_mgr progress_{};
+    std::jmp_buf refusal_{};
+    TimeBudget budget_;
+    Placement placement_{};
+    Image::Pixels pixels_;
+    /// For a picture whose coded rows are not rows of the pixels.
+    std::vector<std::uint32_t> row_;
+};
+
+}  // namespace
+
+std::shared_ptr<const Image> decodeJpeg(EncodedImage data) {
+    return JpegDecoder(data).decode();
+}
+
+}  // namespace VexmoraSDK::platform

@@ -1,0 +1,184 @@
+#include <spng.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "VexmoraSDK/platform/images/Codecs.h"
+#include "VexmoraSDK/platform/images/TimeBudget.h"
+
+namespace VexmoraSDK::platform {
+namespace {
+
+/// Hands libspng the chunks that the pixels are made of. Texts, profiles and suggested palettes
+/// would be inflated and kept, and none of them changes what is shown.
+class Chunks {
+ public:
+    explicit Chunks(EncodedImage data) : rest_(data) {}
+
+    /// The `spng_rw_fn` that reads from the object `self`.
+    static int read(spng_ctx*, void* self, void* target, std::size_t size) {
+        return static_cast<Chunks*>(self)->read(static_cast<std::byte*>(target), size);
+    }
+
+ private:
+    static constexpr std::size_t kSignatureSize = 8;
+    static constexpr std::size_t kHeaderSize = 8;
+    static constexpr std::size_t kChecksumSize = 4;
+
+    int read(std::byte* target, std::size_t size) {
+        while (size > 0) {
+            if (restOfChunk_ == 0) enterChunk();
+            const auto part = static_cast<std::size_t>(
+                std::min<std::uint64_t>({size, restOfChunk_, rest_.size()}));
+            if (part == 0) return SPNG_IO_EOF;
+            target = std::copy_n(rest_.begin(), part, target);
+            rest_ = rest_.subspan(part);
+            restOfChunk_ -= part;
+            size -= part;
+        }
+        return SPNG_OK;
+    }
+
+    void enterChunk() {
+        while (rest_.size() >= kHeaderSize) {
+            restOfChunk_ = kHeaderSize + number(rest_.first<4>()) + kChecksumSize;
+            if (isNeeded(rest_.subspan<4, 4>())) return;
+            rest_ = rest_.subspan(
+                static_cast<std::size_t>(std::min<std::uint64_t>(restOfChunk_, rest_.size())));
+        }
+        restOfChunk_ = rest_.size();
+    }
+
+    static std::uint64_t number(std::span<const std::byte, 4> bigEndian) {
+        std::uint64_t value = 0;
+        for (const auto byte : bigEndian)
+            value = value << 8 | std::to_integer<std::uint64_t>(byte);
+        return value;
+    }
+
+    /// A small first letter marks what a decoder may skip; of that, transparency alone is needed.
+    static bool isNeeded(std::span<const std::byte, 4> type) {
+        constexpr std::byte kSmallLetter{0x20};
+        return (type[0] & kSmallLetter) == std::byte{} ||
+               std::ranges::equal(type, std::as_bytes(std::span("tRNS", 4)));
+    }
+
+    EncodedImage rest_;
+    std::uint64_t restOfChunk_ = kSignatureSize;
+};
+
+/// Turns the bytes red, green, blue, alpha into premultiplied pixels. Returns the alphas' common
+/// bits.
+std::uint32_t premultiply(std::span<std::uint32_t> pixels) {
+    std::uint32_t alphas = 0xFF;
+    for (auto& pixel : pixels) {
+        const std::uint32_t alpha = pixel >> 24;
+        alphas &= alpha;
+        // Two channels are computed at a time; x / 255 is (x + x / 256 + 128) / 256, rounded.
+        std::uint32_t redBlue = (pixel & 0xFF00FF) * alpha;
+        redBlue = (redBlue + (redBlue >> 8 & 0xFF00FF) + 0x800080) >> 8 & 0xFF00FF;
+        std::uint32_t green = (pixel >> 8 & 0xFF) * alpha;
+        green = (green + (green >> 8) + 0x80) & 0xFF00;
+        pixel = alpha << 24 | (redBlue & 0xFF) << 16 | green | redBlue >> 16;
+    }
+    return alphas;
+}
+
+/// Pixels from the bytes red, green, blue.
+void expand(std::span<const std::uint8_t> bytes, std::span<std::uint32_t> pixels) {
+    const auto* byte = bytes.data();
+    for (auto& pixel : pixels) {
+        pixel = 0xFF000000 | std::uint32_t{byte[0]} << 16 | std::uint32_t{byte[1]} << 8 | byte[2];
+        byte += 3;
+    }
+}
+
+void swapRedAndBlue(std::span<std::uint32_t> pixels) {
+    for (auto& pixel : pixels)
+        pixel = (pixel & 0xFF00FF00) | (pixel & 0xFF) << 16 | (pixel >> 16 & 0xFF);
+}
+
+/// Decodes the rows into pixels.
+class PngDecoder {
+ public:
+    PngDecoder(spng_ctx* png, const spng_ihdr& header)
+        : png_(png),
+          isInterlaced_(header.interlace_method != SPNG_INTERLACE_NONE),
+          width_(header.width),
+          height_(header.height) {
+        spng_trns transparency{};
+        const bool hasTransparentColor = spng_get_trns(png, &transparency) == SPNG_OK;
+        hasAlpha_ = header.color_type == SPNG_COLOR_TYPE_GRAYSCALE_ALPHA ||
+                    header.color_type == SPNG_COLOR_TYPE_TRUECOLOR_ALPHA || hasTransparentColor;
+        // What most pictures are, libspng gives faster as it is.
+        isPlain_ = header.color_type == SPNG_COLOR_TYPE_TRUECOLOR && header.bit_depth == 8 &&
+                   !hasAlpha_ && !isInterlaced_;
+        if (isPlain_) row_.resize(width_ * 3);
+    }
+
+    std::shared_ptr<const Image> decode() {
+        const int format = isPlain_ ? SPNG_FMT_RGB8 : SPNG_FMT_RGBA8;
+        const int flags = SPNG_DECODE_TRNS | SPNG_DECODE_PROGRESSIVE;
+        if (spng_decode_image(png_, nullptr, 0, format, flags) != SPNG_OK) return nullptr;
+        pixels_ = std::make_unique_for_overwrite<std::uint32_t[]>(width_ * height_);
+        // What follows the pixels has checksums and an end too.
+        if (!decodeRows() || spng_decode_chunks(png_) != SPNG_OK) return nullptr;
+        if (isInterlaced_) finish({pixels_.get(), width_ * height_});
+        return std::make_shared<const Image>(static_cast<int>(width_), static_cast<int>(height_),
+                                             std::move(pixels_), alphas_ == 0xFF);
+    }
+
+ private:
+    bool decodeRows() {
+        TimeBudget budget;
+        while (true) {
+            spng_row_info info{};
+            if (const int end = spng_get_row_info(png_, &info)) return end == SPNG_EOI;
+            const std::span row(pixels_.get() + info.row_num * width_, width_);
+            const int result = isPlain_ ? spng_decode_row(png_, row_.data(), row_.size())
+                                        : spng_decode_row(png_, row.data(), row.size_bytes());
+            if (result != SPNG_OK && result != SPNG_EOI) return false;
+            // The rows of an interlaced picture are filled in several passes.
+            if (!isInterlaced_) finish(row);
+            if (result == SPNG_EOI) return true;
+            if (budget.isSpentAfter(width_)) return false;
+        }
+    }
+
+    void finish(std::span<std::uint32_t> decoded) {
+        if (isPlain_) {
+            expand(row_, decoded);
+        } else if (hasAlpha_) {
+            alphas_ &= premultiply(decoded);
+        } else {
+            swapRedAndBlue(decoded);
+        }
+    }
+
+    spng_ctx* png_;
+    bool isInterlaced_;
+    bool hasAlpha_;
+    bool isPlain_;
+    std::size_t width_;
+    std::size_t height_;
+    std::vector<std::uint8_t> row_;
+    Image::Pixels pixels_;
+    /// The common bits of all alphas.
+    std::uint32_t alphas_ = 0xFF;
+};
+
+}  // namespace
+
+std::shared_ptr<const Image> decodePng(EncodedImage data) {
+    // Each chunk has a checksum; that of the data inflated from them would find nothing more.
+    const std::unique_ptr<spng_ctx, decltype(&spng_ctx_free)> png(
+        spng_ctx_new(SPNG_CTX_IGNORE_ADLER32), spng_ctx_free);
+    Chunks chunks(data);
+    spng_ihdr header{};
+    spng_set_png_stream(png.get(), Chunks::read, &chunks);
+    if (spng_get_ihdr(png.get(), &header) != SPNG_OK) return nullptr;
+    if (!isAcceptedSize(header.width, header.height)) return nullptr;
+    return PngDecoder(png.get(), header).decode();
+}
+
+}  // namespace VexmoraSDK::platform
