@@ -6,11 +6,13 @@
 #include <ctime>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "VexmoraSDK/ads/Banner.h"
 #include "VexmoraSDK/ads/Native.h"
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/platform/foundation/NoDestructor.h"
 #include "VexmoraSDK/presenting/AdSize.h"
 #include "VexmoraSDK/utils/Utils.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
@@ -379,9 +381,31 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
     std::optional<Time> toldWake;
 };
 
-AdSlot::AdSlot(Delegate delegate) noexcept : impl_(std::make_shared<Impl>(std::move(delegate))) {}
+namespace {
+
+/// Those that there are. Main thread.
+std::vector<const AdSlot*>& allSlots() {
+    static platform::NoDestructor<std::vector<const AdSlot*>> slots;
+    return *slots;
+}
+
+std::optional<AdSlot::Duration> untilNextWakeOfAll() {
+    std::optional<AdSlot::Duration> next;
+    for (const auto* slot : allSlots()) {
+        const auto time = slot->untilNextWake();
+        if (time && (!next || *time < *next)) next = time;
+    }
+    return next;
+}
+
+}  // namespace
+
+AdSlot::AdSlot(Delegate delegate) noexcept : impl_(std::make_shared<Impl>(std::move(delegate))) {
+    allSlots().push_back(this);
+}
 
 AdSlot::~AdSlot() {
+    std::erase(allSlots(), this);
     impl_->closed = true;
 }
 
@@ -504,6 +528,18 @@ std::optional<AdSlot::Duration> AdSlot::untilNextWake() const {
 void AdSlot::wake() noexcept {
     const auto held = impl_;
     held->wake();
+}
+
+std::optional<AdSlot::Duration> AdSlot::wakeAll() noexcept {
+    auto next = untilNextWakeOfAll();
+    if (next != Duration::zero()) return next;
+    // What a slot tells its host may make and destroy others.
+    std::vector<std::shared_ptr<Impl>> held;
+    for (const auto* slot : allSlots())
+        held.push_back(slot->impl_);
+    for (const auto& slot : held)
+        slot->wake();
+    return untilNextWakeOfAll();
 }
 
 void AdSlot::setClock(std::function<Time()> clock) {

@@ -155,6 +155,9 @@ class VEXMORA_EXPORT AdSlot {
     std::optional<Duration> untilNextWake() const;
     /// Does what is due. May be called at any time and as often as one likes.
     void wake() noexcept;
+    /// Wakes every slot that is due, for a host whose loop does not keep a timer for each. Returns
+    /// in what time it should be called next; absent when no slot waits for anything.
+    static std::optional<Duration> wakeAll() noexcept;
 
     /// Has the slot use another clock, which never goes back, before it asks for anything. Its own
     /// goes on while the device sleeps, where the system has such a clock.

@@ -1,0 +1,93 @@
+#include "VexmoraSDK/sdl/ViewTexture.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "VexmoraSDK/platform/cairo/ViewPainter.h"
+
+namespace VexmoraSDK {
+namespace {
+
+// Not every renderer blends colours that are premultiplied.
+std::uint32_t straight(std::uint32_t pixel) {
+    const std::uint32_t alpha = pixel >> 24;
+    if (alpha == 0 || alpha == 255) return pixel;
+    const auto channel = [pixel, alpha](int shift) {
+        const std::uint32_t value = (pixel >> shift) & 0xFF;
+        return std::min<std::uint32_t>(255, (value * 255 + alpha / 2) / alpha) << shift;
+    };
+    return alpha << 24 | channel(16) | channel(8) | channel(0);
+}
+
+}  // namespace
+
+ViewTexture::~ViewTexture() {
+    setView(nullptr);
+}
+
+void ViewTexture::setView(std::shared_ptr<platform::View> view) {
+    if (view_) view_->setDisplayCallback({});
+    view_ = std::move(view);
+    isOutdated_ = true;
+    if (view_) view_->setDisplayCallback([this] { isOutdated_ = true; });
+}
+
+void ViewTexture::draw(SDL_FPoint origin, double scale) {
+    if (!view_ || scale <= 0) return;
+    float pixelsX = 1;
+    float pixelsY = 1;
+    SDL_RenderGetScale(renderer_, &pixelsX, &pixelsY);
+    const platform::Size size = view_->frame().size;
+    const double paintScale = std::min(scale * pixelsX, largestScale(size));
+    const int width = static_cast<int>(std::ceil(size.width * paintScale));
+    const int height = static_cast<int>(std::ceil(size.height * paintScale));
+    if (width <= 0 || height <= 0) return;
+    if (isOutdated_ || !texture_ || paintedScale_ != paintScale) paint(width, height, paintScale);
+    if (!texture_) return;
+
+    // Pixels of the texture lie on pixels of the output.
+    const auto factor = static_cast<float>(scale / paintScale);
+    const SDL_FRect target = {
+        std::round(origin.x * pixelsX) / pixelsX, std::round(origin.y * pixelsY) / pixelsY,
+        static_cast<float>(width) * factor, static_cast<float>(height) * factor};
+    SDL_RenderCopyF(renderer_, texture_.get(), nullptr, &target);
+}
+
+void ViewTexture::paint(int width, int height, double scale) {
+    if (!texture_ || width != width_ || height != height_) {
+        texture_.reset(SDL_CreateTexture(renderer_, SDL_PIXELFORMAT_ARGB8888,
+                                         SDL_TEXTUREACCESS_STATIC, width, height));
+        if (!texture_) return;
+        SDL_SetTextureBlendMode(texture_.get(), SDL_BLENDMODE_BLEND);
+        width_ = width;
+        height_ = height;
+    }
+    pixels_.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 0);
+    platform::paintView({pixels_.data(), width, height, width * 4}, scale, *view_);
+    std::ranges::transform(pixels_, pixels_.begin(), straight);
+    SDL_UpdateTexture(texture_.get(), nullptr, pixels_.data(), width * 4);
+    paintedScale_ = scale;
+    isOutdated_ = false;
+    // Ads are painted once: the memory is worth more than the time to get it again.
+    pixels_ = {};
+}
+
+double ViewTexture::largestScale(platform::Size view) const {
+    SDL_RendererInfo info;
+    constexpr int kMaxSide = 8192;
+    int width = kMaxSide;
+    int height = kMaxSide;
+    if (SDL_GetRendererInfo(renderer_, &info) == 0) {
+        if (info.max_texture_width > 0) width = std::min(width, info.max_texture_width);
+        if (info.max_texture_height > 0) height = std::min(height, info.max_texture_height);
+    }
+    return std::min(width / view.width, height / view.height);
+}
+
+void ViewTexture::handle(const SDL_Event& event) {
+    if (event.type == SDL_RENDER_TARGETS_RESET || event.type == SDL_RENDER_DEVICE_RESET)
+        texture_.reset();
+}
+
+}  // namespace VexmoraSDK
