@@ -1,6 +1,7 @@
 #include "demo/LocalAdServer.h"
 
-#include <QFile>
+#include <stdlib.h>
+
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
@@ -18,7 +19,9 @@ LocalAdServer::LocalAdServer() : server_(std::make_unique<AdServer>(Catalog::loa
     if (server_->port() == 0) throw std::runtime_error("no port is free for the ad server");
 
     // These are the shipped resources with settings of our own.
-    const std::filesystem::path folder = QFile::encodeName(resources_.path()).toStdString();
+    std::string name = std::filesystem::temp_directory_path() / "vexmora-demo-XXXXXX";
+    if (!mkdtemp(name.data())) throw std::runtime_error("no place for the settings");
+    const std::filesystem::path folder = resources_ = name;
     std::filesystem::copy(Bundle::shippedLibraryFolder(), folder,
                           std::filesystem::copy_options::recursive);
     const auto write = [&](const char* file, std::string key, std::string value) {
@@ -30,4 +33,9 @@ LocalAdServer::LocalAdServer() : server_(std::make_unique<AdServer>(Catalog::loa
     write("Info.plist", "ConfigurationPlist", "settings");
     write("settings.plist", "requestUrlFormat", server_->requestUrlFormat());
     Bundle::setLibraryFolder(folder);
+}
+
+LocalAdServer::~LocalAdServer() {
+    std::error_code ignored;
+    if (!resources_.empty()) std::filesystem::remove_all(resources_, ignored);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QTemporaryDir>
+#include <filesystem>
 #include <memory>
 
 #include "adserver/AdServer.h"
@@ -11,11 +11,14 @@ class LocalAdServer {
     /// Starts the server. Make it before the first ad view, because that reads the settings. Throws
     /// std::exception when there is no catalogue, no free port or no place for the settings.
     LocalAdServer();
+    ~LocalAdServer();
+    LocalAdServer(const LocalAdServer&) = delete;
+    LocalAdServer& operator=(const LocalAdServer&) = delete;
 
     /// Stops the server: every later request fails.
     void stop() { server_.reset(); }
 
  private:
     std::unique_ptr<VexmoraSDK::AdServer> server_;
-    QTemporaryDir resources_;
+    std::filesystem::path resources_;
 };

@@ -32,12 +32,12 @@ class VEXMORA_EXPORT AdSlot {
     struct Placement {
         /// The placement's name at the ad server. It goes into the request address as it is: a name
         /// that makes no valid address, with a space in it for instance, stops the program.
-        std::string containerId;
+        std::string containerId{};
         /// "320x60", "320x100" or "468x60" for a banner, "300x250" or "728x90" for an interstitial.
-        std::string adSize;
+        std::string adSize{};
         /// A type that no view shows brings an `InvalidAdTypeError`.
-        std::optional<VexmoraAdType> adType;
-        std::optional<VexmoraViewType> viewType;
+        std::optional<VexmoraAdType> adType{};
+        std::optional<VexmoraViewType> viewType{};
 
         /// Whether an ad can be asked for: there is a container, and a type, a kind or a size that
         /// is one of the five.

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <SDL.h>
+
+#include <functional>
+#include <string>
+
+#include "VexmoraSDK/VexmoraSDK.h"
+#include "VexmoraSDK/presenting/AdSlot.h"
+#include "VexmoraSDK/sdl/VexmoraSdlScreen.h"
+#include "VexmoraSDK/sdl/VexmoraSdlView.h"
+
+/// The ads of the game: a banner below the field, a native ad on the pause screen, and an
+/// interstitial between the levels, which is fetched while a level is played.
+class GameAds {
+ public:
+    /// Hears what becomes of the ads: what happened, and to which of them.
+    using Log = std::function<void(const std::string& event, const std::string& details)>;
+
+    GameAds(SDL_Renderer* renderer, Log log);
+
+    /// Asks for all three.
+    void load();
+    void setContainer(const std::string& banner);
+
+    VexmoraSDK::AdSlot& banner() { return banner_; }
+    VexmoraSDK::AdSlot& native() { return native_; }
+    const VexmoraSDK::AdSlot& native() const { return native_; }
+    VexmoraSDK::AdSlot& interstitial() { return interstitial_; }
+    VexmoraSDK::VexmoraSdlView& bannerView() { return bannerView_; }
+    VexmoraSDK::VexmoraSdlScreen& screen() { return screen_; }
+    const VexmoraSDK::VexmoraSdlScreen& screen() const { return screen_; }
+
+ private:
+    VexmoraSDK::AdSlot::Delegate delegate(const std::string& name);
+    VexmoraSDK::AdSlot::Delegate interstitialDelegate();
+
+    const Log log_;
+    VexmoraSDK::AdSlot banner_;
+    VexmoraSDK::AdSlot native_;
+    VexmoraSDK::AdSlot interstitial_;
+    VexmoraSDK::VexmoraSdlView bannerView_;
+    VexmoraSDK::VexmoraSdlScreen screen_;
+};

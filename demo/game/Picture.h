@@ -1,0 +1,40 @@
+#pragma once
+
+#include <SDL.h>
+
+#include <chrono>
+
+#include "demo/game/Canvas.h"
+#include "demo/game/Game.h"
+#include "demo/game/GameAds.h"
+
+/// Where things are on the screen of 360 × 640 points.
+namespace place {
+
+inline constexpr SDL_FRect kBanner = {20, 572, 320, 60};
+inline constexpr SDL_FRect kPauseButton = {316, 8, 36, 32};
+inline constexpr SDL_FRect kNativeAd = {20, 318, 320, 176};
+
+inline bool contains(const SDL_FRect& rect, float x, float y) {
+    return x >= rect.x && x < rect.x + rect.w && y >= rect.y && y < rect.y + rect.h;
+}
+
+}  // namespace place
+
+/// Draws the game, and on the pause screen the native ad, from its texts and its picture.
+class Picture {
+ public:
+    explicit Picture(Canvas& canvas) : canvas_(canvas) {}
+
+    void draw(const Game& game, const GameAds& ads, std::chrono::milliseconds now);
+
+ private:
+    void drawBackground();
+    void drawStatus(const Game& game);
+    void drawField(const Game& game);
+    void drawMessage(const Game& game, std::chrono::milliseconds now);
+    void drawPause(const VexmoraSDK::AdSlot& native);
+    void drawNativeAd(const VexmoraSDK::AdSlot::Ad& ad);
+
+    Canvas& canvas_;
+};

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <SDL.h>
+
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "demo/LocalAdServer.h"
+#include "demo/game/GameApp.h"
+
+/// Plays the whole game by itself, without a display and by a clock of its own, tells each event on
+/// a line and writes a picture of each step.
+class Scenario {
+ public:
+    /// Throws std::exception when something is not to be had.
+    Scenario(LocalAdServer& server, std::filesystem::path out);
+    ~Scenario();
+
+    /// Plays. Throws std::exception when something does not happen that should.
+    void run();
+
+ private:
+    struct Destroy {
+        void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
+        void operator()(SDL_Renderer* renderer) const { SDL_DestroyRenderer(renderer); }
+    };
+
+    void begin(const std::string& step);
+    void hear(const std::string& event, const std::string& details);
+    /// Waits until all of these were heard since the step began, in whatever order.
+    void waitFor(std::vector<std::string> events);
+    /// Waits until an address was handed to the desktop, which is not opened.
+    void waitForOpenedAddress();
+    void frame();
+    void pass(std::chrono::milliseconds time);
+    void click(float x, float y);
+    void send(Uint32 type, float x, float y);
+    void press(SDL_Keycode key);
+    /// Moves the paddle under the ball until the phase is another, no longer than `longest`.
+    void play(std::chrono::milliseconds longest);
+    void finishLevel();
+    void writePicture();
+
+    LocalAdServer& server_;
+    const std::filesystem::path out_;
+    std::filesystem::path opener_;
+    std::unique_ptr<SDL_Surface, Destroy> surface_;
+    std::unique_ptr<SDL_Renderer, Destroy> renderer_;
+    std::unique_ptr<GameApp> app_;
+    std::chrono::milliseconds now_{0};
+    std::mt19937 random_{7};
+    float aim_ = 0;
+    std::string step_;
+    std::vector<std::string> heard_;
+};
