@@ -68,7 +68,7 @@ void Game::putBallOnPaddle() {
 }
 
 float Game::ballSpeed() const {
-    return 270.0f + 25.0f * static_cast<float>(level_);
+    return 360.0f + 35.0f * static_cast<float>(level_);
 }
 
 void Game::launch() {

@@ -151,21 +151,25 @@ void Picture::drawPause(const VexmoraSDK::AdSlot& native) {
 
 void Picture::drawNativeAd(const VexmoraSDK::AdSlot::Ad& ad) {
     constexpr float kPadding = 12;
-    constexpr float kPictureWidth = 104;
+    constexpr SDL_FRect kThumbnail = {kPadding, kPadding, 104, 78};
+    constexpr SDL_Color kInk = {24, 28, 44, 255};
+    constexpr SDL_Color kGray = {104, 110, 132, 255};
     const auto& card = place::kNativeAd;
     canvas_.shape(card, 12, {245, 247, 252, 255});
-    canvas_.picture(ad.picture, {card.x + kPadding, card.y + kPadding, kPictureWidth, 78});
-    canvas_.text("Advertisement", card.x + kPadding, card.y + card.h - 24,
-                 {10, true, {120, 126, 146, 255}});
-    const float left = card.x + 2 * kPadding + kPictureWidth;
-    const float width = card.w - kPictureWidth - 3 * kPadding;
-    const float title = canvas_.text(ad.title, left, card.y + 8, {13, true, {24, 28, 44, 255}},
+    canvas_.picture(ad.picture,
+                    {card.x + kThumbnail.x, card.y + kThumbnail.y, kThumbnail.w, kThumbnail.h});
+    const float left = card.x + kThumbnail.x + kThumbnail.w + kPadding;
+    const float width = card.x + card.w - kPadding - left;
+    const float title = canvas_.text(ad.title, left, card.y + kPadding - 4, {13, true, kInk},
                                      Canvas::Align::left, width);
-    constexpr std::size_t kMaxLetters = 150;
+    // As much as there is room for.
+    constexpr std::size_t kMaxLetters = 90;
     auto description = ad.description.substr(0, ad.description.find(' ', kMaxLetters));
     if (description.size() < ad.description.size()) description += " …";
-    canvas_.text(description, left, card.y + 10 + title, {11, false, {70, 76, 98, 255}},
+    canvas_.text(description, left, card.y + kPadding + title, {11, false, kGray},
                  Canvas::Align::left, width);
-    canvas_.text(ad.displayName, card.x + card.w - kPadding, card.y + card.h - 24,
-                 {10, true, {120, 126, 146, 255}}, Canvas::Align::right);
+    const float below = card.y + card.h - 22;
+    canvas_.text("Advertisement", card.x + kPadding, below, {10, true, kGray});
+    canvas_.text(ad.displayName, card.x + card.w - kPadding, below, {10, true, kGray},
+                 Canvas::Align::right);
 }

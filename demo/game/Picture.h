@@ -13,7 +13,7 @@ namespace place {
 
 inline constexpr SDL_FRect kBanner = {20, 572, 320, 60};
 inline constexpr SDL_FRect kPauseButton = {316, 8, 36, 32};
-inline constexpr SDL_FRect kNativeAd = {20, 318, 320, 176};
+inline constexpr SDL_FRect kNativeAd = {20, 330, 320, 132};
 
 inline bool contains(const SDL_FRect& rect, float x, float y) {
     return x >= rect.x && x < rect.x + rect.w && y >= rect.y && y < rect.y + rect.h;
