@@ -1,15 +1,20 @@
 # Makes a library of the package out of the target `name`, which has its sources:
 #
 #   vexmora_library(name [OBJECTS object libraries] [USES libraries of ours]
-#                   [PUBLIC libraries] [PRIVATE libraries] HEADERS files)
+#                   [PUBLIC libraries] [PRIVATE libraries] [PACKAGE component] HEADERS files)
 #
+# The component of the shared library is "runtime" unless it is named.
 # A shared library that is installed has an archive of the same objects beside it: the package
 # offers both kinds of each library, under the same name, in one export set for each kind.
 include(GNUInstallDirs)
 set(VEXMORA_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/VexmoraSDK)
 
 function(vexmora_library name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "OBJECTS;USES;PUBLIC;PRIVATE;HEADERS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg
+        "" "PACKAGE" "OBJECTS;USES;PUBLIC;PRIVATE;HEADERS")
+    if(NOT arg_PACKAGE)
+        set(arg_PACKAGE runtime)
+    endif()
     string(REGEX REPLACE "^VexmoraSDK(.+)" "\\1" publicName ${name})
     add_library(VexmoraSDK::${publicName} ALIAS ${name})
 
@@ -41,7 +46,7 @@ function(vexmora_library name)
             SOVERSION ${PROJECT_VERSION_MAJOR}
             INSTALL_RPATH $ORIGIN)
         if(VEXMORA_INSTALL)
-            vexmora_install_library(${library} ${name})
+            vexmora_install_library(${library} ${name} ${arg_PACKAGE})
         endif()
     endforeach()
 endfunction()
@@ -62,12 +67,12 @@ function(vexmora_backend name backend)
     endif()
 endfunction()
 
-function(vexmora_install_library library name)
+function(vexmora_install_library library name package)
     get_target_property(type ${library} TYPE)
     string(REPLACE _LIBRARY "" kind ${type})
     string(TOLOWER ${name}-${kind} exportSet)
     install(TARGETS ${library} EXPORT ${exportSet}
-        LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+        LIBRARY COMPONENT ${package} NAMELINK_COMPONENT development
         ARCHIVE COMPONENT development
         FILE_SET HEADERS COMPONENT development)
     install(EXPORT ${exportSet}

@@ -39,12 +39,15 @@ if(VEXMORA_CAIRO)
         PRIVATE_REQUIRES pangocairo pangoft2 fontconfig fribidi harfbuzz ${privateModules}
         PRIVATE_LIBRARIES ${privateLibraries})
 endif()
+if(VEXMORA_SDL)
+    add_pkg_config(vexmora-sdk-sdl VexmoraSDKSDL
+        REQUIRES vexmora-sdk-cairo PRIVATE_REQUIRES sdl2)
+endif()
 
 # Debian packages; scripts/package.sh makes them. Each carries the licence where Debian has it.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
-set(CPACK_COMPONENTS_ALL runtime development qml)
 set(CPACK_PACKAGE_CONTACT "VexmoraSDK maintainers" CACHE STRING "Maintainer of the packages")
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -52,13 +55,48 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 
-set(runtimePackage libvexmorasdk${PROJECT_VERSION_MAJOR})
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${runtimePackage})
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
-set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "${PROJECT_DESCRIPTION}: the shared libraries")
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS
-    "ca-certificates, fonts-liberation, xdg-utils")
+# Describes the package of a component with shared libraries.
+#
+#   add_library_package(component package NEEDS other packages of ours)
+set(CPACK_COMPONENTS_ALL development)
+set(libraryPackages "")
+function(add_library_package component package description)
+    cmake_parse_arguments(PARSE_ARGV 3 arg "" "" "NEEDS;RECOMMENDS")
+    list(TRANSFORM arg_NEEDS APPEND " (= ${PROJECT_VERSION})")
+    list(JOIN arg_NEEDS ", " needs)
+    list(JOIN arg_RECOMMENDS ", " recommends)
+    string(TOUPPER ${component} COMPONENT)
+    set(CPACK_DEBIAN_${COMPONENT}_PACKAGE_NAME ${package} PARENT_SCOPE)
+    set(CPACK_DEBIAN_${COMPONENT}_PACKAGE_SECTION libs PARENT_SCOPE)
+    set(CPACK_DEBIAN_${COMPONENT}_PACKAGE_DEPENDS ${needs} PARENT_SCOPE)
+    set(CPACK_DEBIAN_${COMPONENT}_PACKAGE_RECOMMENDS ${recommends} PARENT_SCOPE)
+    set(CPACK_COMPONENT_${COMPONENT}_DESCRIPTION
+        "${PROJECT_DESCRIPTION}: ${description}" PARENT_SCOPE)
+    set(CPACK_COMPONENTS_ALL ${CPACK_COMPONENTS_ALL} ${component} PARENT_SCOPE)
+    set(libraryPackages ${libraryPackages} ${package} PARENT_SCOPE)
+endfunction()
 
+set(recommended ca-certificates fonts-liberation xdg-utils)
+set(commonPackage libvexmorasdk-common)
+set(cairoPackage libvexmorasdk-cairo${PROJECT_VERSION_MAJOR})
+set(runtimePackage libvexmorasdk${PROJECT_VERSION_MAJOR})
+add_library_package(common ${commonPackage} "the resources")
+if(VEXMORA_QT)
+    add_library_package(runtime ${runtimePackage} "the shared libraries for Qt"
+        NEEDS ${commonPackage} RECOMMENDS ${recommended})
+endif()
+if(VEXMORA_CAIRO)
+    add_library_package(cairo ${cairoPackage} "the shared library without Qt"
+        NEEDS ${commonPackage} RECOMMENDS ${recommended})
+endif()
+if(VEXMORA_SDL)
+    add_library_package(sdl libvexmorasdk-sdl${PROJECT_VERSION_MAJOR} "the shared library for SDL"
+        NEEDS ${commonPackage} ${cairoPackage})
+endif()
+
+if(VEXMORA_QT)
+    list(APPEND CPACK_COMPONENTS_ALL qml)
+endif()
 set(CPACK_DEBIAN_QML_PACKAGE_NAME qml6-module-vexmorasdk)
 set(CPACK_DEBIAN_QML_PACKAGE_SECTION libs)
 set(CPACK_COMPONENT_QML_DESCRIPTION "${PROJECT_DESCRIPTION}: the QML module")
@@ -69,11 +107,15 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libvexmorasdk-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
     "${PROJECT_DESCRIPTION}: headers, archives and a mock ad server")
+# An app needs what its own toolkit is developed with, and not the others.
+list(TRANSFORM libraryPackages APPEND " (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
-    "${runtimePackage} (= ${PROJECT_VERSION})"
+    ${libraryPackages}
     libboost-json1.81-dev libboost-url1.81-dev "libcurl4-openssl-dev | libcurl4-dev" libgif-dev
-    libjpeg-dev libplist-dev libspng-dev libwebp-dev qt6-base-dev qt6-declarative-dev zlib1g-dev)
+    libjpeg-dev libplist-dev libspng-dev libwebp-dev zlib1g-dev)
 list(JOIN CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", " CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_RECOMMENDS
+    "libpango1.0-dev, libsdl2-dev, qt6-base-dev, qt6-declarative-dev")
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
     string(TOUPPER ${component} COMPONENT)
     install(FILES LICENSE RENAME copyright COMPONENT ${component}
