@@ -142,6 +142,11 @@ constexpr Delivery kBad[] = {
     {"status-500", [](Exchange& e) { e.response.status = 500; }},
     {"status-204", [](Exchange& e) { e.response.status = 204; }},
     {"status-304", [](Exchange& e) { e.response.status = 304; }},
+    {"redirect-304",
+     [](Exchange& e) {
+         e.response.status = 304;
+         e.response.set_header("Location", "/landing/elsewhere");
+     }},
     {"status-206",
      [](Exchange& e) {
          const std::string part = half(e);
@@ -224,6 +229,23 @@ constexpr Delivery kBad[] = {
      [](Exchange&) { sendWithoutEnd("HTTP/1.1 200 OK\r\n", "X-Again: again\r\n"); }},
     {"endless", [](Exchange& e) { inChunks(e, std::string(64'000, ' ')); }},
     {"gzip-bomb", gzipBomb},
+    {"empty-members",
+     [](Exchange& e) {
+         std::string nothing;
+         while (nothing.size() < 64'000)
+             nothing += gzipped("");
+         sendWithoutEnd(head(e, kGzip) + gzipped(e.body), nothing);
+     }},
+    {"redirect-endless",
+     [](Exchange&) {
+         sendWithoutEnd("HTTP/1.1 302 Found\r\nLocation: /landing/elsewhere\r\n\r\n",
+                        std::string(64'000, ' '));
+     }},
+    {"endless-trailers",
+     [](Exchange& e) {
+         sendWithoutEnd(head(e, "Transfer-Encoding: chunked\r\n") + "0\r\n",
+                        "X-Again: and again and again\r\n");
+     }},
     {"redirect-far", [](Exchange& e) { redirectTimes(e, 21); }},
     {"redirect-loop", [](Exchange& e) { e.response.set_redirect(e.request.target); }},
 
@@ -240,6 +262,15 @@ constexpr Delivery kBad[] = {
      [](Exchange& e) {
          sendAndClose(head(e, length(e) + header("Content-Length", e.body.size() / 2)) + e.body);
      }},
+    {"lengths-listed",
+     [](Exchange& e) {
+         const auto both = length(e).insert(length(e).size() - 2, ", 10");
+         sendAndClose(head(e, both) + e.body);
+     }},
+    {"transfer-gzip",
+     [](Exchange& e) { sendAndClose(head(e, "Transfer-Encoding: gzip\r\n") + gzipped(e.body)); }},
+    {"transfer-unknown",
+     [](Exchange& e) { sendAndClose(head(e, "Transfer-Encoding: origami\r\n") + e.body); }},
     {"length-negative",
      [](Exchange& e) { sendAndClose(head(e, "Content-Length: -1\r\n") + e.body); }},
     {"length-words",

@@ -33,7 +33,7 @@ UrlSession& UrlSession::shared() {
     return *session;
 }
 
-UrlSessionTask UrlSession::dataTask(Url url, Completion completion) {
+UrlSessionTask UrlSession::dataTask(Url url, Completion completion, TaskPriority) {
     using Fetch = UrlSessionTask::Fetch;
     return UrlSessionTask(
         std::make_shared<Fetch>(Fetch{std::move(url), std::move(completion)}));

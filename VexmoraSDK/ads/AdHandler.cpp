@@ -3,6 +3,7 @@
 #include "VexmoraSDK/ads/ImageAd.h"
 #include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/platform/foundation/NotificationCenter.h"
+#include "VexmoraSDK/platform/http/UrlSession.h"
 #include "VexmoraSDK/utils/Utils.h"
 
 namespace VexmoraSDK {
@@ -15,7 +16,7 @@ void AdHandler::setImage(std::shared_ptr<ImageAd> ad, const platform::Url& image
             platform::NotificationCenter::defaultCenter().post(
                 std::string(Utils::adReadyNotificationName), ad);
         },
-        [](const VexmoraError&) {});
+        [](const VexmoraError&) {}, platform::TaskPriority::low);
 }
 
 }  // namespace VexmoraSDK

@@ -46,16 +46,25 @@ std::vector<AdRecord> recordsFrom(const platform::Value& json) {
 void Utils::getDataFromUrl(const platform::Url& url,
                            std::function<void(std::optional<platform::Data>)> completion,
                            ErrorCallback errorCallback) {
+    getDataFromUrl(url, std::move(completion), std::move(errorCallback),
+                   platform::TaskPriority::normal);
+}
+
+void Utils::getDataFromUrl(const platform::Url& url,
+                           std::function<void(std::optional<platform::Data>)> completion,
+                           ErrorCallback errorCallback, platform::TaskPriority priority) {
     auto task = platform::UrlSession::shared().dataTask(
-        url, [completion = std::move(completion), errorCallback = std::move(errorCallback)](
-                 std::optional<platform::Data> body, std::optional<platform::UrlResponse>,
-                 std::optional<platform::Error> error) {
+        url,
+        [completion = std::move(completion), errorCallback = std::move(errorCallback)](
+            std::optional<platform::Data> body, std::optional<platform::UrlResponse>,
+            std::optional<platform::Error> error) {
             if (error) {
                 errorCallback(VexmoraError(VexmoraErrorCodes::RequestError, error->userInfo()));
             } else {
                 completion(std::move(body));
             }
-        });
+        },
+        priority);
     task.resume();
 }
 

@@ -15,6 +15,10 @@
 
 namespace VexmoraSDK {
 
+namespace platform {
+enum class TaskPriority : bool;
+}
+
 /// One ad of the server's answer: its numbers and strings, all as text, under their member names.
 using AdRecord = std::map<std::string, std::string, std::less<>>;
 
@@ -34,6 +38,10 @@ class Utils {
     static void getDataFromUrl(const platform::Url& url,
                                std::function<void(std::optional<platform::Data>)> completion,
                                ErrorCallback errorCallback);
+    /// The same for what may wait where there are many requests.
+    static void getDataFromUrl(const platform::Url& url,
+                               std::function<void(std::optional<platform::Data>)> completion,
+                               ErrorCallback errorCallback, platform::TaskPriority priority);
 
     /// The records of an answer; none when it is no JSON. An answer that is JSON but no array of
     /// objects is a fatal stop.

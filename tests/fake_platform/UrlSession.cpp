@@ -75,7 +75,7 @@ UrlSession& UrlSession::shared() {
     return *session;
 }
 
-UrlSessionTask UrlSession::dataTask(Url url, Completion completion) {
+UrlSessionTask UrlSession::dataTask(Url url, Completion completion, TaskPriority) {
     return UrlSessionTask(std::make_shared<Fetch>(std::move(url), std::move(completion)));
 }
 

@@ -9,17 +9,28 @@ class StalledResolver {
  public:
     static constexpr auto kName = "stalled.invalid";
 
-    StalledResolver() { stalled_ = true; }
+    StalledResolver() {
+        called_ = false;
+        stalled_ = true;
+    }
     ~StalledResolver() {
         stalled_ = false;
         stalled_.notify_all();
     }
 
+    /// Returns when the name is being resolved.
+    static void waitForCaller() { called_.wait(false); }
+
     /// Returns when none lives.
-    static void wait() { stalled_.wait(true); }
+    static void wait() {
+        called_ = true;
+        called_.notify_all();
+        stalled_.wait(true);
+    }
 
  private:
     static inline std::atomic<bool> stalled_ = false;
+    static inline std::atomic<bool> called_ = false;
 };
 
 }  // namespace VexmoraSDK

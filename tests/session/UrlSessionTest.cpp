@@ -1,6 +1,8 @@
 #include "tests/session/UrlSessionTest.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <netinet/in.h>
 #include <pthread.h>
 
 #include <atomic>
@@ -20,6 +22,29 @@ namespace {
 
 using testing::HasSubstr;
 using testing::StartsWith;
+
+std::set<int> descriptors() {
+    std::set<int> descriptors;
+    for (int descriptor = 0; descriptor < 1024; ++descriptor)
+        if (fcntl(descriptor, F_GETFD) != -1) descriptors.insert(descriptor);
+    return descriptors;
+}
+
+/// The port of the other end of a TCP connection; 0 for any other descriptor.
+int peerPort(int descriptor) {
+    sockaddr_in peer{};
+    socklen_t size = sizeof peer;
+    const bool isConnection =
+        getpeername(descriptor, reinterpret_cast<sockaddr*>(&peer), &size) == 0 &&
+        peer.sin_family == AF_INET;
+    return isConnection ? ntohs(peer.sin_port) : 0;
+}
+
+std::set<int> connectionsTo(int port) {
+    auto connections = descriptors();
+    std::erase_if(connections, [port](int descriptor) { return peerPort(descriptor) != port; });
+    return connections;
+}
 
 TEST_F(UrlSessionTest, GivesTheBodyOfAnyHttpAnswerOnAnotherThread) {
     const Outcome ad = fetch(ads("home-bottom"));
@@ -171,8 +196,117 @@ TEST_F(UrlSessionTest, LetsCompletionsThatWaitDelayNoTransfer) {
         EXPECT_TRUE(completions.try_acquire_for(kDeadline));
 }
 
-TEST_F(UrlSessionTest, OpensNoMoreConnectionsThanTransfersMayBeAtOnce) {
+TEST_F(UrlSessionTest, StartsNoTransferWhileTooManyCompletionsWait) {
+    limits.maxConcurrentTransfers = 8;
+    constexpr std::size_t kForOneOrigin = 4;
+    std::promise<void> released;
+    const auto go = released.get_future().share();
+    std::counting_semaphore<> completions(0);
+    for (int i = 0; i < 12; ++i) {
+        UrlSession::shared()
+            .dataTask(Url::fromString(ads("home-bottom")).value(),
+                      [&completions, go](auto, auto, auto) {
+                          go.wait();
+                          completions.release();
+                      })
+            .resume();
+    }
+    ASSERT_TRUE(server.waitForRequests(kForOneOrigin));
+    AdServer another{Catalog::load()};
+    auto [task, later] = taskFor(another.address() + "/ads?container=home-bottom&types=77");
+    task.resume();
+    EXPECT_TRUE(another.waitForRequests(1)) << "the places of one origin hold up another";
+    EXPECT_EQ(server.requests().size(), kForOneOrigin);
+    released.set_value();
+    for (int i = 0; i < 12; ++i)
+        EXPECT_TRUE(completions.try_acquire_for(kDeadline));
+    EXPECT_FALSE(outcomeOf(std::move(later)).error);
+}
+
+TEST_F(UrlSessionTest, StartsNoTransferWhileCompletionsHoldTooManyBytes) {
+    limits.maxHeldBodyBytes = 1;
+    std::promise<void> released;
+    const auto go = released.get_future().share();
+    std::promise<void> began;
+    UrlSession::shared()
+        .dataTask(Url::fromString(ads("home-bottom")).value(),
+                  [&began, go](auto, auto, auto) {
+                      began.set_value();
+                      go.wait();
+                  })
+        .resume();
+    ASSERT_EQ(began.get_future().wait_for(kDeadline), std::future_status::ready);
+    auto [task, held] = taskFor(ads("home-bottom"));
+    task.resume();
+    expectTransportError("relative");  // something else goes on meanwhile
+    EXPECT_EQ(server.requests().size(), 1u);
+    released.set_value();
+    EXPECT_FALSE(outcomeOf(std::move(held)).error);
+}
+
+TEST_F(UrlSessionTest, LetsPicturesThatDribbleHoldUpNoAds) {
+    for (int i = 0; i < 80; ++i) {
+        UrlSession::shared()
+            .dataTask(
+                Url::fromString(ads("fault-stall-body")).value(), [](auto, auto, auto) {},
+                TaskPriority::low)
+            .resume();
+    }
+    EXPECT_TRUE(server.waitForRequests(28));
+    EXPECT_THAT(fetch(ads("home-bottom")).text(), HasSubstr("adTypeId"));
+    AdServer another{Catalog::load()};
+    const Outcome ad = fetch(another.address() + "/ads?container=home-bottom&types=77");
+    EXPECT_THAT(ad.text(), HasSubstr("adTypeId"));
+    EXPECT_EQ(server.requests().size(), 29u);
+}
+
+TEST_F(UrlSessionTest, LooksIntoTheCacheAgainBehindTheWaitForAPlace) {
     limits.maxConcurrentTransfers = 2;
+    const auto picture = server.address() + "/creatives/harbour-coffee-320x60.png";
+    std::vector<std::future<Outcome>> outcomes;
+    for (int i = 0; i < 3; ++i) {
+        auto [task, future] = taskFor(picture);
+        task.resume();
+        outcomes.push_back(std::move(future));
+    }
+    for (auto& outcome : outcomes)
+        EXPECT_GT(outcomeOf(std::move(outcome)).text().size(), 0u);
+    EXPECT_EQ(server.requests().size(), 1u);
+}
+
+TEST_F(UrlSessionTest, KeepsFewConnectionsThatAreIdle) {
+    std::vector<std::future<Outcome>> outcomes;
+    for (int i = 0; i < 32; ++i) {
+        auto [task, future] = taskFor(ads("fault-slow"));
+        task.resume();
+        outcomes.push_back(std::move(future));
+    }
+    for (auto& outcome : outcomes)
+        EXPECT_FALSE(outcomeOf(std::move(outcome)).error);
+    EXPECT_LE(connectionsTo(server.port()).size(), 16u);
+}
+
+TEST_F(UrlSessionTest, LeavesNoDescriptorToProgramsThatTheHostStarts) {
+    const auto before = descriptors();
+    fetch(ads("home-bottom"));
+    const StalledResolver resolver;
+    auto [task, stalled] = taskFor(std::string("http://") + StalledResolver::kName + "/");
+    task.resume();
+    StalledResolver::waitForCaller();
+    fetch(ads("home-bottom"));  // the loop is through with what it did for the other
+    const auto connections = connectionsTo(server.port());
+    int seen = 0;
+    for (const int descriptor : descriptors()) {
+        const bool isServers = !connections.contains(descriptor) && peerPort(descriptor) != 0;
+        if (before.contains(descriptor) || isServers) continue;
+        EXPECT_EQ(fcntl(descriptor, F_GETFD) & FD_CLOEXEC, FD_CLOEXEC) << descriptor;
+        ++seen;
+    }
+    EXPECT_GE(seen, 3);  // a connection, and a pair to resolve a name
+}
+
+TEST_F(UrlSessionTest, OpensNoMoreConnectionsThanTransfersMayBeAtOnce) {
+    limits.maxConcurrentTransfers = 4;  // half of them for one origin
     std::vector<std::future<Outcome>> outcomes;
     for (int i = 0; i < 6; ++i) {
         auto [task, future] = taskFor(ads("fault-slow"));
@@ -203,6 +337,28 @@ TEST_F(UrlSessionTest, BringsBackTheCookiesOfAHost) {
     host.serve();
     EXPECT_EQ(fetch(address).text(), "");
     EXPECT_EQ(fetch(address).text(), "visitor=17");
+}
+
+TEST_F(UrlSessionTest, DropsTheOldestOfTooManyCookies) {
+    limits.maxCookies = 100;
+    HttpServer host;
+    std::atomic<int> next = 0;
+    host.Get("/first", [](const httplib::Request& request, httplib::Response& response) {
+        response.set_content(request.get_header_value("Cookie"), "text/plain");
+        response.set_header("Set-Cookie", "first=1");
+    });
+    host.Get("/more", [&](const httplib::Request&, httplib::Response& response) {
+        for (int i = 0; i < 33; ++i)
+            response.set_header("Set-Cookie", "c" + std::to_string(++next) + "=1; Path=/more");
+    });
+    const auto address = "http://127.0.0.1:" + std::to_string(host.bind(0));
+    host.serve();
+    fetch(address + "/first");
+    for (int i = 0; i < 3; ++i)
+        fetch(address + "/more");
+    EXPECT_EQ(fetch(address + "/first").text(), "first=1");  // of 100
+    fetch(address + "/more");
+    EXPECT_EQ(fetch(address + "/first").text(), "");
 }
 
 TEST_F(UrlSessionTest, FetchesAPictureOnceAndAnAdEachTime) {

@@ -1,11 +1,18 @@
 #include "tests/soak/ExitRun.h"
 
+#include <unistd.h>
+
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <list>
 #include <thread>
 
+#include "VexmoraSDK/platform/http/UrlSession.h"
+#include "VexmoraSDK/platform/images/Image.h"
 #include "tests/App.h"
 #include "tests/LibraryFolder.h"
 #include "tests/Program.h"
@@ -20,9 +27,41 @@ constexpr std::size_t kAdsAtOnce = 32;
 
 std::atomic<bool> isTime = false;
 
+void itIsTime() {
+    isTime = true;
+    isTime.notify_all();
+}
+
 void exitNow() {
     static std::atomic<bool> exiting = false;
     if (!exiting.exchange(true)) std::exit(kExitStatus);
+}
+
+/// Has a completion wait for ever, as one does that waits for the main thread.
+[[noreturn]] void block() {
+    itIsTime();
+    while (true)
+        pause();
+}
+
+/// Has a completion decode a picture that takes for ever.
+[[noreturn]] void decode() {
+    const auto folder = std::filesystem::path(VEXMORA_CATALOG).parent_path() / "pictures";
+    std::ifstream file(std::filesystem::directory_iterator(folder)->path(), std::ios::binary);
+    const std::string bytes(std::istreambuf_iterator<char>(file), {});
+    const auto picture = platform::dataOf(bytes);
+    while (true) {
+        platform::Image::fromData(picture);
+        itIsTime();
+    }
+}
+
+/// Runs `completion` on a delivery thread.
+void runOnDeliveryThread(void (*completion)()) {
+    const auto invalid = platform::Url::fromString("relative").value();
+    platform::UrlSession::shared()
+        .dataTask(invalid, [completion](auto, auto, auto) { completion(); })
+        .resume();
 }
 
 }  // namespace
@@ -34,8 +73,9 @@ int ExitRun::runAll(int times) {
     int runs = 0;
     int failures = 0;
     while (runs < times) {
-        for (const auto* place : {"the end of main", "a call of the main thread",
-                                  "a call of a delivery thread", "another thread"}) {
+        for (const auto* place :
+             {"the end of main", "a call of the main thread", "a call of a delivery thread",
+              "another thread", "beside a call that waits", "beside a decoder"}) {
             for (const int events : {0, 1, 5, 20, 60}) {
                 Program process({"/proc/self/exe", "--exit-from", place, std::to_string(events),
                                  folder.path()});
@@ -61,8 +101,7 @@ int ExitRun::exitFrom(const std::string& place, int events, const std::string& f
         if (++*count < events) return;
         if (place == "a call of the main thread" && event == "drawn") exitNow();
         if (place == "a call of a delivery thread" && event == "RequestError") exitNow();
-        isTime = true;
-        isTime.notify_all();
+        itIsTime();
     };
     {
         const App app;
@@ -73,6 +112,8 @@ int ExitRun::exitFrom(const std::string& place, int events, const std::string& f
                 exitNow();
             });
         }
+        if (place == "beside a call that waits") runOnDeliveryThread(block);
+        if (place == "beside a decoder") runOnDeliveryThread(decode);
         Random random(static_cast<unsigned>(getpid()));
         auto& runs = *new std::list<AdRun>;  // They outlive the app.
         App::waitFor([&] {
@@ -82,7 +123,7 @@ int ExitRun::exitFrom(const std::string& place, int events, const std::string& f
             for (AdRun& run : runs)
                 run.maybeRelease(random);
             if (events == 0) listener("nothing");
-            return place == "the end of main" && isTime;
+            return (place == "the end of main" || place.starts_with("beside")) && isTime;
         });
         if (exiter.joinable()) exiter.join();
     }

@@ -11,7 +11,8 @@ int runAll(int times);
 
 /// One such process, with the library's resources in `folder`: it exits at "the end of main", in "a
 /// call of the main thread", in "a call of a delivery thread" or in "another thread" once there
-/// were as many `events`.
+/// were as many `events`; or at the end of main "beside a call that waits" or "beside a decoder" on
+/// a delivery thread, which never return.
 int exitFrom(const std::string& place, int events, const std::string& folder);
 
 }  // namespace VexmoraSDK::ExitRun

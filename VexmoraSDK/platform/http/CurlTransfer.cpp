@@ -1,7 +1,8 @@
 #include "VexmoraSDK/platform/http/CurlTransfer.h"
 
+#include <sys/socket.h>
+
 #include <algorithm>
-#include <functional>
 #include <memory>
 #include <new>
 #include <utility>
@@ -24,12 +25,24 @@ std::string resolved(const std::string& base, const std::string& location) {
     return text;
 }
 
+/// Programs that the host starts do not inherit it.
+curl_socket_t openSocket(void*, curlsocktype, curl_sockaddr* address) {
+    return socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
+}
+
+bool isHttps(std::string_view url) {
+    return equalIgnoringCase(url.substr(0, 6), "https:");
+}
+
 }  // namespace
 
 CurlTransfer::CurlTransfer(std::string url, const std::vector<std::string>& requestHeaders,
-                           CURLSH* cookies, const UrlSessionLimits& limits)
+                           CURLSH* cookies, const UrlSessionLimits& limits,
+                           curl_resolver_start_callback willResolve, void* context)
     : limits_(limits), url_(std::move(url)) {
     configure(requestHeaders, cookies);
+    set(CURLOPT_RESOLVER_START_FUNCTION, willResolve);
+    set(CURLOPT_RESOLVER_START_DATA, context);
 }
 
 CurlTransfer::~CurlTransfer() {
@@ -51,6 +64,7 @@ void CurlTransfer::configure(const std::vector<std::string>& requestHeaders, CUR
     set(CURLOPT_ACCEPT_ENCODING, "gzip");
     set(CURLOPT_HTTP_CONTENT_DECODING, 0L);
     set(CURLOPT_PROXY, "");
+    set(CURLOPT_OPENSOCKETFUNCTION, &openSocket);
     set(CURLOPT_SHARE, cookies);
     set(CURLOPT_COOKIEFILE, "");  // no file, but it switches cookies on
 
@@ -98,6 +112,7 @@ bool CurlTransfer::follow() {
     const auto left = limits_.totalTimeout - (std::chrono::steady_clock::now() - start_);
     const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(left).count();
     if (next.empty()) error_ = CURLE_URL_MALFORMAT;
+    if (isHttps(url_) && !isHttps(next)) error_ = CURLE_UNSUPPORTED_PROTOCOL;
     if (redirects_++ == limits_.maxRedirects) error_ = CURLE_TOO_MANY_REDIRECTS;
     if (milliseconds <= 0) error_ = CURLE_OPERATION_TIMEDOUT;
     url_ = next;
@@ -135,6 +150,7 @@ std::size_t CurlTransfer::receiveBody(const char* bytes, std::size_t, std::size_
 CURLcode CurlTransfer::takeHeader(std::string_view line) {
     headerBytes_ += line.size();
     if (headerBytes_ > limits_.maxHeaderBytes) return CURLE_FILESIZE_EXCEEDED;
+    setsCookies_ = setsCookies_ || equalIgnoringCase(line.substr(0, 11), "Set-Cookie:");
     if (line.starts_with("HTTP/")) {
         headIsComplete_ = false;
         response_.headers.clear();
@@ -163,12 +179,21 @@ CURLcode CurlTransfer::takeBody(const std::byte* bytes, std::size_t count) {
     return CURLE_OK;
 }
 
-/// libcurl takes the first number of several lengths for the length.
+/// libcurl takes the first of several lengths for the length, and passes on what is encoded for the
+/// transfer in another way than in chunks.
 CURLcode CurlTransfer::checkFraming() const {
+    const auto encodings = response_.headers.combined("Transfer-Encoding");
+    for (const auto encoding : listElements(encodings)) {
+        if (!equalIgnoringCase(encoding, "chunked") && !equalIgnoringCase(encoding, "identity"))
+            return CURLE_BAD_CONTENT_ENCODING;
+    }
     const auto combined = response_.headers.combined("Content-Length");
     const auto lengths = listElements(combined);
-    const bool differ = std::ranges::adjacent_find(lengths, std::not_equal_to()) != lengths.end();
-    return differ ? CURLE_WEIRD_SERVER_REPLY : CURLE_OK;
+    for (const auto length : lengths) {
+        if (length != lengths.front() || length.find_first_not_of("0123456789") != length.npos)
+            return CURLE_WEIRD_SERVER_REPLY;
+    }
+    return CURLE_OK;
 }
 
 /// Where the response redirects to; empty when it does not.

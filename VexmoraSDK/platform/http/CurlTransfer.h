@@ -19,8 +19,10 @@ namespace VexmoraSDK::platform {
 /// nothing of what these send. On one thread.
 class CurlTransfer {
  public:
+    /// `willResolve` is called with `context` before libcurl resolves a name.
     CurlTransfer(std::string url, const std::vector<std::string>& requestHeaders, CURLSH* cookies,
-                 const UrlSessionLimits& limits);
+                 const UrlSessionLimits& limits, curl_resolver_start_callback willResolve,
+                 void* context);
     ~CurlTransfer();
     CurlTransfer(const CurlTransfer&) = delete;
     CurlTransfer& operator=(const CurlTransfer&) = delete;
@@ -38,6 +40,10 @@ class CurlTransfer {
     CURLcode error() const { return error_; }
     const char* errorText() const;
     HttpResponse& response() { return response_; }
+    const HttpResponse& response() const { return response_; }
+
+    /// Whether any response, redirects included, had a cookie to set.
+    bool setsCookies() const { return setsCookies_; }
 
  private:
     void configure(const std::vector<std::string>& requestHeaders, CURLSH* cookies);
@@ -64,6 +70,7 @@ class CurlTransfer {
     std::size_t headerBytes_ = 0;
     std::size_t bodyBytes_ = 0;
     bool headIsComplete_ = false;
+    bool setsCookies_ = false;
     HttpResponse response_;
     /// Why a header or a part of the body was refused, which libcurl reports as a write error.
     CURLcode refusal_ = CURLE_OK;

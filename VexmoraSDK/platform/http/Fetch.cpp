@@ -25,11 +25,36 @@ CURLcode decompress(Data& body, std::size_t maxBytes) {
     }
 }
 
+/// Empty for an address without a host.
+std::string originOf(const Url& url) {
+    const auto host = url.host();
+    if (host.empty()) return {};
+    const std::string scheme = url.scheme();
+    const auto begin = static_cast<std::size_t>(host.data() - url.text().data());
+    const auto end = url.text().find_first_of("/?#", begin);
+    auto authority = url.text().substr(begin, end == std::string::npos ? end : end - begin);
+    for (char& c : authority)
+        c = lowerCase(c);
+    const std::string_view port = std::string_view(authority).substr(host.size());
+    if (port == ":" || (scheme == "http" && port == ":80") || (scheme == "https" && port == ":443"))
+        authority.resize(host.size());
+    return scheme + "://" + authority;
+}
+
 bool isGzip(std::string_view encoding) {
     return equalIgnoringCase(encoding, "gzip") || equalIgnoringCase(encoding, "x-gzip");
 }
 
 }  // namespace
+
+Fetch::Fetch(Url address, UrlSession::Completion callback, HttpCache& store,
+             const UrlSessionLimits& bounds, TaskPriority urgency)
+    : url(std::move(address)),
+      origin(originOf(url)),
+      priority(urgency),
+      completion(std::move(callback)),
+      cache(store),
+      limits(bounds) {}
 
 bool Fetch::isServedFromCache() {
     const auto now = HttpCache::now();

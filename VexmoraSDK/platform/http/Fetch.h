@@ -13,8 +13,7 @@ namespace VexmoraSDK::platform {
 /// does, whose response the cache then hears of. On one thread at a time.
 struct UrlSessionTask::Fetch {
     Fetch(Url address, UrlSession::Completion callback, HttpCache& store,
-          const UrlSessionLimits& bounds)
-        : url(std::move(address)), completion(std::move(callback)), cache(store), limits(bounds) {}
+          const UrlSessionLimits& bounds, TaskPriority urgency);
 
     /// Looks into the cache. True when a fresh response is stored and no request is needed.
     bool isServedFromCache();
@@ -29,8 +28,13 @@ struct UrlSessionTask::Fetch {
     void complete();
 
     const Url url;
+    /// Scheme, host and port.
+    const std::string origin;
+    const TaskPriority priority;
     UrlSession::Completion completion;
     std::atomic<bool> resumed = false;
+    /// In the queue of transfers.
+    bool hasPlace = false;
 
     // What a transfer has brought.
     HttpCache::Time requestTime{};

@@ -37,6 +37,9 @@ struct HttpResponse {
     bool isRedirected = false;
 };
 
+/// Of an ASCII letter, whatever the locale.
+char lowerCase(char c);
+
 /// Whether the texts are the same but for the case of ASCII letters.
 bool equalIgnoringCase(std::string_view a, std::string_view b);
 

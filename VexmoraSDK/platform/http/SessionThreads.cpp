@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <iterator>
 #include <string>
 #include <utility>
 
@@ -19,7 +18,7 @@ constexpr std::chrono::seconds kMaxExitDelay(1);
 
 void SessionThreads::transfer(std::shared_ptr<Fetch> fetch) {
     const std::lock_guard lock(mutex_);
-    waiting_.push_back(std::move(fetch));
+    waiting_.push(std::move(fetch));
     addThreads();
     if (mayBegin()) notifyLeader();
 }
@@ -79,6 +78,7 @@ void SessionThreads::workOnce(std::unique_lock<std::mutex>& lock) {
 void SessionThreads::completeOne(std::unique_lock<std::mutex>& lock) {
     auto fetch = std::move(ended_.front());
     ended_.pop_front();
+    const std::size_t bytes = fetch->response.body.size();
     ++completing_;
     const std::size_t left = ended_.size() + (needsLeader() ? 1 : 0);
     const std::size_t helpers = std::min(following_, left);
@@ -87,18 +87,18 @@ void SessionThreads::completeOne(std::unique_lock<std::mutex>& lock) {
     for (std::size_t i = 0; i < helpers; ++i)
         changed_.notify_one();
     fetch->complete();
-    fetch.reset();
     lock.lock();
     --completing_;
+    endedBytes_ -= bytes;
+    if (fetch->hasPlace) waiting_.release(*fetch);
+    if (hasLeader_ && mayBegin()) notifyLeader();
 }
 
 void SessionThreads::leadOnce(std::unique_lock<std::mutex>& lock) {
     TransferLoop::Fetches starting;
-    while (mayBegin()) {
-        starting.push_back(std::move(waiting_.front()));
-        waiting_.pop_front();
-        ++inFlight_;
-    }
+    while (mayBegin())
+        starting.push_back(waiting_.pop());
+    inFlight_ += starting.size();
     loop_.open();
     hasLeader_ = true;
     leaderIsNotified_ = false;
@@ -106,8 +106,12 @@ void SessionThreads::leadOnce(std::unique_lock<std::mutex>& lock) {
     auto ended = loop_.turn(std::move(starting));
     lock.lock();
     hasLeader_ = false;
-    inFlight_ -= ended.size();
-    std::ranges::move(ended, std::back_inserter(ended_));
+    inFlight_ = loop_.inFlight();
+    inFlightBytes_ = loop_.bodyBytes();
+    for (auto& fetch : ended) {
+        endedBytes_ += fetch->response.body.size();
+        ended_.push_back(std::move(fetch));
+    }
     addThreads();
 }
 
@@ -121,7 +125,7 @@ bool SessionThreads::needsLeader() const {
 }
 
 bool SessionThreads::mayBegin() const {
-    return !waiting_.empty() && inFlight_ < limits_.maxConcurrentTransfers;
+    return waiting_.isReady() && inFlightBytes_ + endedBytes_ < limits_.maxHeldBodyBytes;
 }
 
 void SessionThreads::notifyLeader() {

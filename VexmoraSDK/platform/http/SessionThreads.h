@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "VexmoraSDK/platform/http/TransferLoop.h"
+#include "VexmoraSDK/platform/http/TransferQueue.h"
 
 namespace VexmoraSDK::platform {
 
@@ -30,7 +31,8 @@ namespace VexmoraSDK::platform {
 /// work, and a process that has none at all is stopped.
 class SessionThreads {
  public:
-    explicit SessionThreads(const UrlSessionLimits& limits) : limits_(limits), loop_(limits) {}
+    explicit SessionThreads(const UrlSessionLimits& limits)
+        : limits_(limits), loop_(limits), waiting_(limits) {}
 
     /// Has a transfer made and completed. Any thread.
     void transfer(std::shared_ptr<Fetch> fetch);
@@ -66,9 +68,13 @@ class SessionThreads {
     std::mutex mutex_;
     std::condition_variable changed_;
     std::list<Worker> workers_;
-    std::deque<std::shared_ptr<Fetch>> waiting_;  // to begin
-    std::deque<std::shared_ptr<Fetch>> ended_;    // to be completed
+    TransferQueue waiting_;
+    std::deque<std::shared_ptr<Fetch>> ended_;
     std::size_t inFlight_ = 0;
+    /// Of the bodies in flight, as of the last turn.
+    std::size_t inFlightBytes_ = 0;
+    /// Of the bodies that wait for their completion or are being handed to it.
+    std::size_t endedBytes_ = 0;
     std::size_t completing_ = 0;
     std::size_t following_ = 0;
     bool hasLeader_ = false;

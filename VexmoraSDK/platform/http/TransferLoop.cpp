@@ -11,16 +11,6 @@ namespace {
 /// woken, a request waits no longer than this.
 constexpr int kMaxPollMilliseconds = 1000;
 
-CURLSH* makeCookieJar() {
-    CURLSH* cookies = curl_share_init();
-    if (!cookies ||
-        curl_share_setopt(cookies, CURLSHOPT_SHARE, CURL_LOCK_DATA_COOKIE) == CURLSHE_OK) {
-        return cookies;
-    }
-    curl_share_cleanup(cookies);
-    return nullptr;
-}
-
 void settle(Fetch& fetch, CurlTransfer& transfer) {
     if (transfer.error() == CURLE_OK) {
         fetch.response = std::move(transfer.response());
@@ -32,12 +22,23 @@ void settle(Fetch& fetch, CurlTransfer& transfer) {
 }  // namespace
 
 void TransferLoop::open() {
-    if (!cookies_) cookies_ = makeCookieJar();
-    if (!multi_ && cookies_) multi_ = curl_multi_init();
+    if (multi_) return;
+    const NextDescriptors wakeUp;
+    multi_ = curl_multi_init();
+    wakeUp.closeOnExec();
+    // libcurl counts connections that are in use, too.
+    curl_multi_setopt(multi_, CURLMOPT_MAXCONNECTS, static_cast<long>(limits_.maxIdleConnections));
 }
 
 void TransferLoop::wake() {
     if (multi_) curl_multi_wakeup(multi_);
+}
+
+std::size_t TransferLoop::bodyBytes() const {
+    std::size_t bytes = 0;
+    for (const auto& [easy, transfer] : transfers_)
+        bytes += transfer->curl.response().body.size();
+    return bytes;
 }
 
 TransferLoop::Fetches TransferLoop::turn(Fetches starting) {
@@ -46,6 +47,7 @@ TransferLoop::Fetches TransferLoop::turn(Fetches starting) {
         begin(std::move(fetch), ended);
     int running = 0;
     const auto performed = curl_multi_perform(multi_, &running);
+    closeResolversOnExec();
     takeDone(ended);
     if (!ended.empty()) return ended;
     const auto polled = curl_multi_poll(multi_, nullptr, 0, kMaxPollMilliseconds, nullptr);
@@ -57,9 +59,12 @@ TransferLoop::Fetches TransferLoop::turn(Fetches starting) {
 }
 
 void TransferLoop::begin(std::shared_ptr<Fetch> fetch, Fetches& ended) {
+    if (fetch->isServedFromCache()) return ended.push_back(std::move(fetch));
     fetch->requestTime = HttpCache::now();
     auto transfer = std::unique_ptr<Transfer>(
-        new Transfer{fetch, {fetch->url.text(), fetch->requestHeaders(), cookies_, limits_}});
+        new Transfer{fetch,
+                     {fetch->url.text(), fetch->requestHeaders(), cookies_.share(), limits_,
+                      &TransferLoop::willResolve, this}});
     CurlTransfer& curl = transfer->curl;
     if (curl.isReady() && curl_multi_add_handle(multi_, curl.easy()) == CURLM_OK) {
         transfers_.emplace(curl.easy(), std::move(transfer));
@@ -84,10 +89,23 @@ void TransferLoop::takeDone(Fetches& ended) {
             if (curl_multi_add_handle(multi_, easy) == CURLM_OK) continue;
             curl.finish(CURLE_FAILED_INIT);
         }
+        if (curl.setsCookies()) cookies_.bound(easy, limits_.maxCookies);
         settle(*found->second->fetch, curl);
         ended.push_back(std::move(found->second->fetch));
         transfers_.erase(found);
     }
+}
+
+int TransferLoop::willResolve(void*, void*, void* self) {
+    auto& loop = *static_cast<TransferLoop*>(self);
+    loop.closeResolversOnExec();
+    loop.resolving_.emplace();
+    return 0;
+}
+
+void TransferLoop::closeResolversOnExec() {
+    if (resolving_) resolving_->closeOnExec();
+    resolving_.reset();
 }
 
 }  // namespace VexmoraSDK::platform

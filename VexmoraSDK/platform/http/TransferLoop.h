@@ -3,11 +3,14 @@
 #include <curl/curl.h>
 
 #include <memory>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
+#include "VexmoraSDK/platform/http/CookieJar.h"
 #include "VexmoraSDK/platform/http/CurlTransfer.h"
 #include "VexmoraSDK/platform/http/Fetch.h"
+#include "VexmoraSDK/platform/http/NextDescriptors.h"
 
 namespace VexmoraSDK::platform {
 
@@ -26,13 +29,15 @@ class TransferLoop {
     /// Ends the wait of the turn, or else of the next one. Any thread.
     void wake();
 
-    /// Begins these transfers, moves what there is to move, or else waits for a while or until it
-    /// is woken, and returns the transfers that ended, each once, with their outcomes filled in. On
-    /// one thread at a time.
+    /// Begins these transfers, unless a response was stored while they waited, moves what there is
+    /// to move, or else waits for a while or until it is woken, and returns the transfers that
+    /// ended, each once, with their outcomes filled in. On one thread at a time.
     Fetches turn(Fetches starting);
 
     /// How many transfers are in flight. Between turns.
     std::size_t inFlight() const { return transfers_.size(); }
+    /// How much of their bodies they have received.
+    std::size_t bodyBytes() const;
 
  private:
     struct Transfer {
@@ -42,10 +47,14 @@ class TransferLoop {
 
     void begin(std::shared_ptr<Fetch> fetch, Fetches& ended);
     void takeDone(Fetches& ended);
+    static int willResolve(void*, void*, void* self);
+    void closeResolversOnExec();
 
     const UrlSessionLimits& limits_;
-    CURLSH* cookies_ = nullptr;
+    CookieJar cookies_;
     CURLM* multi_ = nullptr;
+    /// What libcurl opens to resolve a name.
+    std::optional<NextDescriptors> resolving_;
     std::unordered_map<CURL*, std::unique_ptr<Transfer>> transfers_;
 };
 

@@ -46,9 +46,9 @@ UrlSession& UrlSession::shared() {
     return *session;
 }
 
-UrlSessionTask UrlSession::dataTask(Url url, Completion completion) {
+UrlSessionTask UrlSession::dataTask(Url url, Completion completion, TaskPriority priority) {
     return UrlSessionTask(std::make_shared<Fetch>(std::move(url), std::move(completion),
-                                                  impl_->cache, impl_->limits));
+                                                  impl_->cache, impl_->limits, priority));
 }
 
 void UrlSessionTask::resume() {

@@ -13,6 +13,9 @@ namespace VexmoraSDK::platform {
 
 struct UrlSessionLimits;
 
+/// Where places for transfers are scarce, tasks of low priority wait for the others.
+enum class TaskPriority : bool { normal, low };
+
 /// What is known of an HTTP response besides its body.
 struct UrlResponse {
     long statusCode = 0;
@@ -50,13 +53,14 @@ class UrlSession {
     /// A task that fetches `url`. Redirects are followed, cookies kept in memory, certificates
     /// checked. A transport error describes itself in its user information and names the address.
     /// Any thread.
-    UrlSessionTask dataTask(Url url, Completion completion);
+    UrlSessionTask dataTask(Url url, Completion completion,
+                            TaskPriority priority = TaskPriority::normal);
 
     /// To be changed only while no task is under way.
     UrlSessionLimits& limits();
 
     /// When the process exits: no further completion begins, and transfers in flight end without
-    /// one. Running completions are waited for.
+    /// one. Running completions are waited for, though no longer than a second.
     void stop();
 
  private:

@@ -19,8 +19,14 @@ struct UrlSessionLimits {
     /// Of all that a transfer receives, bodies of redirects included, and once more of the body
     /// after it was decoded.
     std::size_t maxBodyBytes = std::size_t{32} << 20;
-    /// At once. Further ones wait, and only when they start does their time begin.
+    /// At once, with those whose completion has not yet run. An origin has at most half of them.
+    /// Further ones wait, and only when they start does their time begin.
     std::size_t maxConcurrentTransfers = 64;
+    /// Of the bodies of all these: where they hold as much, none starts.
+    std::size_t maxHeldBodyBytes = std::size_t{64} << 20;
+    std::size_t maxIdleConnections = 16;
+    /// Of all hosts. The ones that were set first go.
+    std::size_t maxCookies = 1000;
     /// Of all stored responses; one of them takes at most an eighth.
     std::size_t maxCacheBytes = std::size_t{4} << 20;
 };

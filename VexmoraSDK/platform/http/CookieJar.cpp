@@ -1,0 +1,69 @@
+#include "VexmoraSDK/platform/http/CookieJar.h"
+
+#include <algorithm>
+#include <memory>
+#include <sstream>
+#include <utility>
+#include <vector>
+
+namespace VexmoraSDK::platform {
+namespace {
+
+/// A line of libcurl's list: domain, whether subdomains match, path, whether it is for HTTPS only,
+/// when it expires, name, value, with tabs between.
+struct Cookie {
+    explicit Cookie(const std::string& line) {
+        std::istringstream text(line);
+        for (auto* field : {&domain, &matches, &path, &secure, &expires, &name})
+            std::getline(text, *field, '\t');
+    }
+
+    std::string identity() const { return domain + '\t' + path + '\t' + name; }
+
+    /// libcurl has no other way to remove a single cookie.
+    std::string expired() const {
+        return domain + '\t' + matches + '\t' + path + '\t' + secure + "\t1\t" + name + "\tx";
+    }
+
+    std::string domain, matches, path, secure, expires, name;
+};
+
+}  // namespace
+
+CURLSH* CookieJar::share() {
+    if (share_) return share_;
+    CURLSH* const share = curl_share_init();
+    if (curl_share_setopt(share, CURLSHOPT_SHARE, CURL_LOCK_DATA_COOKIE) == CURLSHE_OK) {
+        share_ = share;
+    } else {
+        curl_share_cleanup(share);
+    }
+    return share_;
+}
+
+void CookieJar::bound(CURL* easy, std::size_t maxCookies) {
+    curl_slist* list = nullptr;
+    curl_easy_getinfo(easy, CURLINFO_COOKIELIST, &list);
+    const std::unique_ptr<curl_slist, decltype(&curl_slist_free_all)> owned(list,
+                                                                            curl_slist_free_all);
+    std::map<std::string, std::uint64_t> ages;
+    std::vector<std::pair<std::uint64_t, Cookie>> cookies;
+    for (; list; list = list->next) {
+        Cookie cookie(list->data);
+        const auto known = ages_.find(cookie.identity());
+        const auto age = known == ages_.end() ? ++last_ : known->second;
+        ages.emplace(cookie.identity(), age);
+        cookies.emplace_back(age, std::move(cookie));
+    }
+    if (cookies.size() > maxCookies) {
+        std::ranges::sort(cookies, {}, &std::pair<std::uint64_t, Cookie>::first);
+        cookies.resize(cookies.size() - maxCookies, {0, Cookie("")});
+        for (const auto& [age, cookie] : cookies) {
+            curl_easy_setopt(easy, CURLOPT_COOKIELIST, cookie.expired().c_str());
+            ages.erase(cookie.identity());
+        }
+    }
+    ages_ = std::move(ages);
+}
+
+}  // namespace VexmoraSDK::platform

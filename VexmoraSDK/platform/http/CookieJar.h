@@ -1,0 +1,29 @@
+#pragma once
+
+#include <curl/curl.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+
+namespace VexmoraSDK::platform {
+
+/// The cookies of all transfers, in memory. libcurl bounds what one response may set; this bounds
+/// what there is in all. On one thread at a time.
+class CookieJar {
+ public:
+    /// For the transfers to share; null, and so cookies of their own, where memory lacks.
+    CURLSH* share();
+
+    /// Drops the cookies that were set first where there are more than `maxCookies`. After each
+    /// transfer that may have set any.
+    void bound(CURL* easy, std::size_t maxCookies);
+
+ private:
+    CURLSH* share_ = nullptr;
+    std::map<std::string, std::uint64_t> ages_;  // in the order in which cookies were first seen
+    std::uint64_t last_ = 0;
+};
+
+}  // namespace VexmoraSDK::platform
