@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Measures the library and records what it found in docs/. With --check it compares instead, and
-# fails where the library takes a tenth more instructions than recorded; --quick only prints.
+# fails where the library takes a tenth more instructions than recorded; --quick only prints. With
+# --game first it measures games on SDL instead.
 set -euo pipefail
 CDPATH='' cd "$(dirname "$0")/.."
 scripts/setup.sh
@@ -15,4 +16,9 @@ mkdir -p "$build"
     cat "$build/build.log" >&2
     exit 1
 }
-exec python3 -B benchmarks/run.py --build "$build" "$@"
+bench=benchmarks/run.py
+if [ "${1:-}" = --game ]; then
+    bench=benchmarks/game/game.py
+    shift
+fi
+exec python3 -B "$bench" --build "$build" "$@"

@@ -83,7 +83,7 @@ class Reader:
     def as_run(self, command):
         command = re.sub(r"\s+#.*", "", command)
         command = re.sub(r"\b8080\b", str(self.port), command)
-        return re.sub(r"demo\.sh$", "demo.sh --headless --out build/pictures", command)
+        return re.sub(r"(demo\.sh( --game)?)$", r"\1 --headless --out build/pictures", command)
 
     def check_shell(self, lines):
         commands = [command for command in map(self.as_run, lines) if command not in RUN_BY_TESTS]

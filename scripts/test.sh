@@ -70,6 +70,12 @@ build() {
     cmake --build --preset dev
 }
 
+demos() {
+    scripts/demo.sh --headless --out build/pictures
+    scripts/demo.sh --game --headless --out build/pictures
+    tests/sdl/play-in-window.sh build/release
+}
+
 package() {
     scripts/package.sh
     tests/package/run.sh build/dev build/package/packages
@@ -84,7 +90,7 @@ step fuzz scripts/fuzz.sh --short
 step asan sanitized asan
 step tsan sanitized tsan
 step build build
-step demo scripts/demo.sh --headless --out build/pictures
+step demo demos
 step package package
 step documents scripts/check-docs.py
 step tests tests

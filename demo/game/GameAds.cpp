@@ -24,6 +24,10 @@ void GameAds::setContainer(const std::string& banner) {
     banner_.setPlacement({.containerId = banner, .adSize = "320x60"});
 }
 
+void GameAds::presentInterstitial() {
+    if (screen_.present()) log_("willShowScreen", "interstitial");
+}
+
 AdSlot::Delegate GameAds::delegate(const std::string& name) {
     AdSlot::Delegate delegate;
     delegate.didReceiveAd = [this, name](VexmoraView&) { log_("didReceiveAd", name); };

@@ -22,6 +22,8 @@ class GameAds {
     /// Asks for all three.
     void load();
     void setContainer(const std::string& banner);
+    /// If it has come.
+    void presentInterstitial();
 
     VexmoraSDK::AdSlot& banner() { return banner_; }
     VexmoraSDK::AdSlot& native() { return native_; }

@@ -90,7 +90,7 @@ void GameApp::advance(std::chrono::milliseconds now) {
     for (; stepped_ < seconds; stepped_ += Game::kStep)
         step();
     if (game_.phase() == Game::Phase::levelDone && !std::exchange(presented_, true))
-        ads_.screen().present();
+        ads_.presentInterstitial();
     const bool paused = game_.phase() == Game::Phase::paused && !ads_.screen().isPresenting();
     ads_.native().setVisibleFraction(paused ? 1 : 0);
     ads_.bannerView().setVisibleFraction(ads_.screen().isPresenting() ? 0 : 1);

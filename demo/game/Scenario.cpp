@@ -96,6 +96,7 @@ void Scenario::run() {
     click(180, 250);
     finishLevel();
     pass(100ms);
+    waitFor({"willShowScreen interstitial"});
     writePicture();
 
     begin("06-interstitial");
@@ -220,11 +221,7 @@ void Scenario::play(std::chrono::milliseconds longest) {
     const auto end = now_ + longest;
     while (now_ < end && (game.phase() == Phase::playing || game.phase() == Phase::ready)) {
         if (game.phase() == Phase::ready) press(SDLK_SPACE);
-        const auto lowest = std::ranges::max_element(
-            game.balls(), {}, [](const Game::Ball& ball) { return ball.position.y; });
-        // Each time from another point of the paddle, so that no ball runs in a circle.
-        if (lowest->velocity.y < 0) aim_ = static_cast<float>(random_() % 56) - 28;
-        send(SDL_MOUSEMOTION, lowest->position.x + aim_, 500);
+        send(SDL_MOUSEMOTION, bot_.paddleX(game), 500);
         pass(kFrame);
     }
 }

@@ -5,11 +5,11 @@
 #include <chrono>
 #include <filesystem>
 #include <memory>
-#include <random>
 #include <string>
 #include <vector>
 
 #include "demo/LocalAdServer.h"
+#include "demo/game/Bot.h"
 #include "demo/game/GameApp.h"
 
 /// Plays the whole game by itself, without a display and by a clock of its own, tells each event on
@@ -52,8 +52,7 @@ class Scenario {
     std::unique_ptr<SDL_Renderer, Destroy> renderer_;
     std::unique_ptr<GameApp> app_;
     std::chrono::milliseconds now_{0};
-    std::mt19937 random_{7};
-    float aim_ = 0;
+    Bot bot_{7};
     std::string step_;
     std::vector<std::string> heard_;
 };

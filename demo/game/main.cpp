@@ -10,22 +10,25 @@
 #include <string>
 
 #include "demo/LocalAdServer.h"
+#include "demo/game/Bot.h"
 #include "demo/game/GameApp.h"
 #include "demo/game/Scenario.h"
 
 namespace {
 
 constexpr const char* kUsage =
-    "Usage: vexmora-game [--headless --out DIR]\n"
+    "Usage: vexmora-game [--autoplay] [--headless --out DIR]\n"
     "\n"
     "Plays Brickfall, a small game with ads, served by a mock ad server of its own.\n"
     "\n"
+    "  --autoplay   move the paddle by itself\n"
     "  --headless   play a fixed scenario without a display, tell each event on a line\n"
     "  --out DIR    where the scenario puts a picture of each step\n"
     "  --help       show this text\n";
 
 struct Options {
     bool help = false;
+    bool autoplay = false;
     bool headless = false;
     std::optional<std::string> out;
 };
@@ -36,6 +39,8 @@ std::optional<Options> parse(int argc, char** argv) {
         const std::string argument = argv[i];
         if (argument == "--help") {
             options.help = true;
+        } else if (argument == "--autoplay") {
+            options.autoplay = true;
         } else if (argument == "--headless") {
             options.headless = true;
         } else if (argument == "--out" && i + 1 < argc) {
@@ -51,7 +56,7 @@ std::chrono::milliseconds sinceStart() {
     return std::chrono::milliseconds(SDL_GetTicks64());
 }
 
-void playInWindow() {
+void playInWindow(bool autoplay) {
     const std::unique_ptr<SDL_Window, void (*)(SDL_Window*)> window(
         SDL_CreateWindow("Brickfall", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, 360, 640,
                          SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI),
@@ -65,6 +70,7 @@ void playInWindow() {
                     std::printf("%s %s\n", event.c_str(), details.c_str());
                     std::fflush(stdout);
                 });
+    Bot bot(1);
     for (bool running = true; running;) {
         SDL_Event event;
         // Nothing moves on a paused screen: the game sleeps until something happens.
@@ -73,6 +79,10 @@ void playInWindow() {
              some = SDL_PollEvent(&event) != 0) {
             if (event.type == SDL_QUIT) running = false;
             app.handle(event);
+        }
+        if (autoplay) {
+            app.game().launch();
+            app.game().movePaddleTo(bot.paddleX(app.game()));
         }
         app.advance(sinceStart());
         app.draw();
@@ -89,7 +99,7 @@ int run(const Options& options) {
     if (options.headless) {
         Scenario(server, *options.out).run();
     } else {
-        playInWindow();
+        playInWindow(options.autoplay);
     }
     return 0;
 }

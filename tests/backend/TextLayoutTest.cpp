@@ -108,6 +108,34 @@ TEST_F(TextLayoutTest, MeasuresInTheFontThatItIsGiven) {
     EXPECT_LT(widthIn("Helvetica", 12), widthIn("Helvetica-Bold", 12));
 }
 
+// A native ad has the same size whatever paints it.
+TEST_F(TextLayoutTest, MeasuresTheSameOnEveryBackend) {
+    struct Case {
+        const char* text;
+        Size title;
+        Size description;
+    };
+    for (const auto& [text, title, description] :
+         {Case{"Harbour Coffee", {95, 18}, {82.5, 17}},
+          Case{"Roasted at dawn, at your door by noon: coffee from the harbour.",
+               {162, 54},
+               {176.5, 34}},
+          Case{"Кофе из гавани — каждое утро", {167, 36}, {174, 17}},
+          Case{"港のそばで焙煎したコーヒーを毎朝お届けします。", {169, 36}, {168, 34}},
+          Case{"Half עברית, half English: 50 % off", {169, 36}, {176.5, 17}},
+          Case{"fi ffl office Ⅷ № €19.99", {149.5, 18}, {126.5, 17}}}) {
+        const auto expectNear = [text = text](Size size, Size expected) {
+            EXPECT_NEAR(size.width, expected.width, 0.5) << text;
+            EXPECT_EQ(size.height, expected.height) << text;
+        };
+        const auto measureIn = [text = text](const char* font, double size) {
+            return TextLayout(text, Font::named(font, size).value(), 178).size();
+        };
+        expectNear(measureIn("Nimbus Sans-Bold", 13), title);
+        expectNear(measureIn("Nimbus Sans", 12), description);
+    }
+}
+
 TEST_F(TextLayoutTest, KnowsInWhichWidthsItsLinesStayWhereTheyAre) {
     const TextLayout fromTheLeft("Roasted at dawn, at your door by noon", font_, 100);
     const double fitted = fromTheLeft.size().width;

@@ -66,11 +66,33 @@ check_apps() {
     fi
 }
 
+# Builds games with the package in a prefix, where no Qt is found, and runs one of them.
+check_games() {
+    local kind=$1 prefix=$2 games=$work/games-$1-${2##*/}
+    quietly cmake -G Ninja -S "$here/games" -B "$games" -DCMAKE_PREFIX_PATH="$prefix" \
+        -DKIND="$kind" -DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON
+    quietly cmake --build "$games"
+    quietly timeout 60 "$games/any-other-loop"
+    ! ldd "$games/game-sdl" | grep -F Qt || fail "a game links Qt"
+}
+
+# CMake refuses an app that links the library for Qt and the one for games.
+check_both_backends() {
+    cmake -G Ninja -S "$here/games" -B "$work/both" -DCMAKE_PREFIX_PATH="$1" -DKIND=shared \
+        -DBOTH=ON >"$work/log" 2>&1 && fail "both backends were linked"
+    grep -qF VEXMORA_BACKEND "$work/log" || fail "not said why: $(cat "$work/log")"
+}
+
 check_pkg_config() {
     local libraries=$1 app=$work/by-pkg-config flags
     flags=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --cflags --libs vexmora-sdk-widgets)
     # shellcheck disable=SC2086 # several flags
     quietly "${CXX:-c++}" -fPIC "$here/widgets/main.cpp" -o "$app" $flags "-Wl,-rpath,$libraries"
+    quietly timeout 60 "$app"
+    flags=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --cflags --libs vexmora-sdk-sdl)
+    # shellcheck disable=SC2086 # several flags
+    quietly "${CXX:-c++}" "$root/examples/06-any-other-loop/main.cpp" -o "$app" $flags \
+        "-Wl,-rpath,$libraries"
     quietly timeout 60 "$app"
 }
 
@@ -128,7 +150,7 @@ END
 # The classes with members that are exported, and the functions outside of classes.
 exported_symbols() {
     local library
-    for library in VexmoraSDK VexmoraSDKQuick VexmoraSDKWidgets; do
+    for library in VexmoraSDK VexmoraSDKQuick VexmoraSDKWidgets VexmoraSDKCairo VexmoraSDKSDL; do
         nm -D --defined-only "$1/lib$library.so" | awk '$2 ~ /^[TDBR]$/ { print $3 }' | c++filt |
             sed -E "s/^non-virtual thunk to //; s/\(.*//; s/\[abi:.*//
                 /^(_edata|_end|__bss_start)$/d
@@ -153,16 +175,21 @@ quietly cmake --build "$work/example"
 serve_from "$prefix"
 check_apps shared "$prefix" "$(dirname "$(find "$prefix" -name qmldir -printf '%h\n')")"
 check_apps static "$prefix" ""
+check_games shared "$prefix"
+check_games static "$prefix"
+check_both_backends "$prefix"
 check_pkg_config "$libraries"
 check_source
 check_archives
 
 if [ -n "$packages" ]; then
     prefix=$work/packages
-    for package in libvexmorasdk1 libvexmorasdk-dev qml6-module-vexmorasdk; do
+    for package in libvexmorasdk-common libvexmorasdk1 libvexmorasdk-cairo1 libvexmorasdk-sdl1 \
+        libvexmorasdk-dev qml6-module-vexmorasdk; do
         dpkg-deb -x "$packages/${package}"_*.deb "$work/unpacked"
     done
     mv "$work/unpacked/usr" "$prefix"
     serve_from "$prefix"
     check_apps shared "$prefix" "$(dirname "$(find "$prefix" -name qmldir -printf '%h\n')")"
+    check_games shared "$prefix"
 fi
