@@ -15,6 +15,7 @@
 #include "VexmoraSDK/platform/foundation/Json.h"
 #include "VexmoraSDK/platform/foundation/NotificationCenter.h"
 #include "VexmoraSDK/platform/qt/ViewPainter.h"
+#include "VexmoraSDK/presenting/AdSlot.h"
 #include "VexmoraSDK/views/VexmoraNativeView.h"
 #include "benchmarks/AdKind.h"
 #include "benchmarks/AnsweringUrlSession.h"
@@ -65,6 +66,18 @@ std::shared_ptr<VexmoraView> showAd(const AdKind& kind) {
     auto view = kind.createView(std::move(delegate));
     runUntil([&] { return received; });
     return view;
+}
+
+/// The same for a host that has a slot ask for it and see to it.
+void showAdInSlot(const AdKind& kind) {
+    bool received = false;
+    AdSlot::Delegate delegate;
+    delegate.didReceiveAd = [&](VexmoraView&) { received = true; };
+    AdSlot slot(std::move(delegate));
+    slot.setPlacement({kind.container, "", kind.adType, {}});
+    slot.setVisibleFraction(1);
+    slot.wake();
+    runUntil([&] { return received; });
 }
 
 Operation painting(std::string name, const AdKind& kind, int scale) {
@@ -130,6 +143,7 @@ std::vector<Operation> operations(const std::string& pictures) {
         answer("http://127.0.0.1/" + std::string(kind.name), creatives.at(kind.name));
         all.push_back({"whole ad: " + std::string(kind.name), [&kind] { showAd(kind); }});
     }
+    all.push_back({"whole ad in a slot: banner", [&banner] { showAdInSlot(banner); }});
     for (const auto& [name, bytes] : creatives) {
         all.push_back(
             {"decode: " + std::string(name),

@@ -65,6 +65,10 @@ Size sizeFrom(QSize size) {
     return {double(size.width()), double(size.height())};
 }
 
+int secondsOf(AdSlot::Duration duration) {
+    return int(std::chrono::floor<std::chrono::seconds>(duration).count());
+}
+
 double area(const QRect& rect) {
     return double(rect.width()) * rect.height();
 }
@@ -186,6 +190,8 @@ QString VexmoraWidget::adSize() const {
 void VexmoraWidget::setAdSize(const QString& adSize) {
     auto placement = placement_;
     placement.adSize = adSize.toStdString();
+    if (!adSize.isEmpty() && !adViewBySize().contains(placement.adSize))
+        qWarning("VexmoraWidget: there are no ads of the size \"%s\"", placement.adSize.c_str());
     changePlacement(placement, &VexmoraWidget::adSizeChanged);
 }
 
@@ -237,7 +243,7 @@ QString VexmoraWidget::errorString() const {
 }
 
 int VexmoraWidget::refreshInterval() const {
-    return int(std::chrono::floor<std::chrono::seconds>(slot_.refreshInterval()).count());
+    return secondsOf(slot_.refreshInterval());
 }
 
 void VexmoraWidget::setRefreshInterval(int seconds) {
@@ -247,13 +253,23 @@ void VexmoraWidget::setRefreshInterval(int seconds) {
 }
 
 int VexmoraWidget::timeout() const {
-    return int(std::chrono::floor<std::chrono::seconds>(slot_.timeout()).count());
+    return secondsOf(slot_.timeout());
 }
 
 void VexmoraWidget::setTimeout(int seconds) {
     const int before = timeout();
     slot_.setTimeout(std::chrono::seconds(seconds));
     if (timeout() != before) Q_EMIT timeoutChanged();
+}
+
+int VexmoraWidget::expiresAfter() const {
+    return secondsOf(slot_.expiresAfter());
+}
+
+void VexmoraWidget::setExpiresAfter(int seconds) {
+    const int before = expiresAfter();
+    slot_.setExpiresAfter(std::chrono::seconds(seconds));
+    if (expiresAfter() != before) Q_EMIT expiresAfterChanged();
 }
 
 // What is shown.
@@ -299,13 +315,13 @@ void VexmoraWidget::setFillMode(FillMode mode) {
 void VexmoraWidget::setTextColor(const QColor& color) {
     if (std::exchange(textColor_, color) == color) return;
     applyTextColors();
-    Q_EMIT textColorsChanged();
+    Q_EMIT textColorChanged();
 }
 
 void VexmoraWidget::setSecondaryTextColor(const QColor& color) {
     if (std::exchange(secondaryTextColor_, color) == color) return;
     applyTextColors();
-    Q_EMIT textColorsChanged();
+    Q_EMIT secondaryTextColorChanged();
 }
 
 void VexmoraWidget::applyTextColors() {
@@ -433,7 +449,9 @@ void VexmoraWidget::mousePressEvent(QMouseEvent* event) {
 void VexmoraWidget::mouseMoveEvent(QMouseEvent* event) {
     taps_.move({event->globalPosition().x(), event->globalPosition().y()},
                QGuiApplication::styleHints()->startDragDistance());
-    if (takesTapAt(event->position()))
+    const bool takesTap = takesTapAt(event->position());
+    if (takesTap == testAttribute(Qt::WA_SetCursor)) return;
+    if (takesTap)
         setCursor(Qt::PointingHandCursor);
     else
         unsetCursor();

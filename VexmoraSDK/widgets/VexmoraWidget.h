@@ -37,7 +37,7 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
     Q_PROPERTY(
         QString containerId READ containerId WRITE setContainerId NOTIFY containerIdChanged FINAL)
     /// "320x60", "320x100" or "468x60" for a banner, "300x250" or "728x90" for an interstitial ad.
-    /// For any other text no ad is asked for.
+    /// For any other text no ad is asked for, and a warning says so.
     Q_PROPERTY(QString adSize READ adSize WRITE setAdSize NOTIFY adSizeChanged FINAL)
     /// The raw value of a `VexmoraAdType`; 0 for none. A type that no view shows brings an
     /// `InvalidAdTypeError`.
@@ -64,16 +64,20 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
                    refreshIntervalChanged FINAL)
     /// In seconds: an ad that is not drawn by then has failed; 0 for no limit. 60 at first.
     Q_PROPERTY(int timeout READ timeout WRITE setTimeout NOTIFY timeoutChanged FINAL)
+    /// The age in seconds from which a screen presents an interstitial no more; 0 for never. 3600
+    /// at first.
+    Q_PROPERTY(
+        int expiresAfter READ expiresAfter WRITE setExpiresAfter NOTIFY expiresAfterChanged FINAL)
     /// How the ad lies in the widget. With `Fit` the widget has the size of the banner that is
     /// asked for, or of the ad where that is not known, and may be as wide as its layout likes.
     Q_PROPERTY(FillMode fillMode READ fillMode WRITE setFillMode NOTIFY fillModeChanged FINAL)
     /// Of the title and the description of native ads; an invalid colour, as at first, is that of
     /// the palette's texts.
-    Q_PROPERTY(QColor textColor READ textColor WRITE setTextColor NOTIFY textColorsChanged FINAL)
+    Q_PROPERTY(QColor textColor READ textColor WRITE setTextColor NOTIFY textColorChanged FINAL)
     /// Of the display name of native ads; an invalid colour, as at first, is that of the palette's
     /// placeholder texts.
     Q_PROPERTY(QColor secondaryTextColor READ secondaryTextColor WRITE setSecondaryTextColor NOTIFY
-                   textColorsChanged FINAL)
+                   secondaryTextColorChanged FINAL)
 
  public:
     enum class Status { Null, Loading, Ready, Error };
@@ -106,6 +110,8 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
     void setRefreshInterval(int seconds);
     int timeout() const;
     void setTimeout(int seconds);
+    int expiresAfter() const;
+    void setExpiresAfter(int seconds);
     FillMode fillMode() const { return FillMode(fillMode_); }
     void setFillMode(FillMode mode);
     QColor textColor() const { return textColor_; }
@@ -147,8 +153,10 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
     void viewableChanged();
     void refreshIntervalChanged();
     void timeoutChanged();
+    void expiresAfterChanged();
     void fillModeChanged();
-    void textColorsChanged();
+    void textColorChanged();
+    void secondaryTextColorChanged();
 
     /// An ad was fetched and drawn.
     void didReceiveAd();
