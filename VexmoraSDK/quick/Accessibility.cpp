@@ -1,6 +1,7 @@
 #include "VexmoraSDK/quick/Accessibility.h"
 
 #include <QtQml/qqml.h>
+#include <QtCore/QCoreApplication>
 #include <QtCore/QMetaType>
 
 namespace VexmoraSDK {
@@ -13,6 +14,10 @@ QObject* makeAccessible(QQuickItem* item, QAccessible::Role role, const QString&
     accessible->setProperty("role", role);
     accessible->setProperty("name", name);
     return accessible;
+}
+
+QString translated(const std::string& word) {
+    return QCoreApplication::translate("VexmoraSDK", word.c_str());
 }
 
 }  // namespace VexmoraSDK

@@ -3,6 +3,7 @@
 #include <QtCore/QString>
 #include <QtGui/QAccessible>
 #include <QtQuick/QQuickItem>
+#include <string>
 
 namespace VexmoraSDK {
 
@@ -11,5 +12,8 @@ namespace VexmoraSDK {
 /// the types of its QML module reach them: absent, and nothing done, unless a QML engine of the
 /// process has imported QtQuick.
 QObject* makeAccessible(QQuickItem* item, QAccessible::Role role, const QString& name);
+
+/// A word of the library in the language of the translators that the app has installed.
+QString translated(const std::string& word);
 
 }  // namespace VexmoraSDK

@@ -6,6 +6,7 @@
 
 #include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/errors/VexmoraErrorCodes.h"
+#include "VexmoraSDK/presenting/FillMode.h"
 #include "VexmoraSDK/types/VexmoraAdType.h"
 #include "VexmoraSDK/types/VexmoraViewType.h"
 
@@ -33,6 +34,22 @@ enum class ViewType : int {
     Native = rawValue(VexmoraViewType::native),
 };
 Q_ENUM_NS(ViewType)
+
+/// What became of an ad that was asked for.
+enum class Status : int {
+    Null,     ///< none is asked for
+    Loading,  ///< the first has not come yet
+    Ready,    ///< one is drawn; so it stays while the next one loads, and when that fails
+    Error,    ///< none came
+};
+Q_ENUM_NS(Status)
+
+/// How an ad lies in its item.
+enum class FillMode : int {
+    AsIs = static_cast<int>(VexmoraSDK::FillMode::asIs),  ///< in its own size, at the top left
+    Fit = static_cast<int>(VexmoraSDK::FillMode::fit),    ///< as large as fits, in the middle
+};
+Q_ENUM_NS(FillMode)
 
 /// What each means, `VexmoraErrorCodes` tells.
 enum class ErrorCode : int {

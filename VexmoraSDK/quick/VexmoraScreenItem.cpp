@@ -11,6 +11,7 @@
 
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/platform/ui/Button.h"
+#include "VexmoraSDK/presenting/InterstitialLayout.h"
 #include "VexmoraSDK/presenting/Presentation.h"
 #include "VexmoraSDK/quick/Accessibility.h"
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
@@ -66,7 +67,8 @@ VexmoraScreenItem::VexmoraScreenItem(QQuickItem* parent)
     setParent(parent);
     setParentItem(parent);
     setClip(true);
-    connect(this, &VexmoraScreenItem::closeRectChanged, this, &VexmoraScreenItem::updateCloseKey);
+    connect(this, &VexmoraScreenItem::closeRectChanged, this,
+            &VexmoraScreenItem::updateAccessibility);
     movement_.setDuration(kMoveMilliseconds);
     movement_.setEasingCurve(QEasingCurve::OutCubic);
     connect(&movement_, &QPropertyAnimation::finished, this, [this] {
@@ -79,15 +81,28 @@ VexmoraScreenItem::VexmoraScreenItem(QQuickItem* parent)
 
 VexmoraScreenItem::~VexmoraScreenItem() = default;
 
-bool VexmoraScreenItem::present(VexmoraAdItem* adView) {
-    return adView && present(adView->view());
+bool VexmoraScreenItem::present(QObject* object) {
+    auto* const item = qobject_cast<VexmoraAdItem*>(object);
+    auto* const ad = item ? item->ad() : qobject_cast<VexmoraAd*>(object);
+    if (!ad) return false;
+    const auto fillMode = item ? FillMode(item->fillMode()) : FillMode::asIs;
+    const auto& drawn = ad->slot().view();
+    if (item && item->view() != drawn) return present(item->view(), nullptr, fillMode);
+    return ad->slot().isPresentable() && present(drawn, ad, fillMode);
 }
 
 bool VexmoraScreenItem::present(std::shared_ptr<VexmoraView> view) {
+    return present(std::move(view), nullptr, FillMode::asIs);
+}
+
+bool VexmoraScreenItem::present(std::shared_ptr<VexmoraView> view, VexmoraAd* ad,
+                                FillMode fillMode) {
     if (isPresenting() || !view || view->viewType() != VexmoraViewType::interstitial) return false;
-    view->setSafeAreaInsets(insets_);
+    if (!isDrawn(*view)) return false;
     presentation_->begin(view);
-    stage_->setSize({view->frame().size.width, view->frame().size.height});
+    ad_ = ad;
+    fillMode_ = fillMode;
+    layOut();
     stage_->show(std::move(view));
     stage_->setEnabled(true);
     stage_->setY(height());
@@ -97,10 +112,19 @@ bool VexmoraScreenItem::present(std::shared_ptr<VexmoraView> view) {
     focusedBefore_ = window() ? window()->activeFocusItem() : nullptr;
     // The host acts on what follows, and may destroy this screen.
     const QPointer guard(this);
-    forceActiveFocus();
+    if (ad_) ad_->setStage(stage_);
+    if (guard) forceActiveFocus();
     if (guard) Q_EMIT closeRectChanged();
     if (guard) Q_EMIT presentingChanged();
     return true;
+}
+
+void VexmoraScreenItem::layOut() {
+    auto& view = static_cast<VexmoraView&>(*presentation_->view());
+    view.setFrame({{0, 0}, {width(), height()}});
+    view.setSafeAreaInsets(insets_);
+    layOutInterstitial(view, fillMode_);
+    stage_->setSize(size());
 }
 
 bool VexmoraScreenItem::isPresenting() const {
@@ -131,6 +155,8 @@ void VexmoraScreenItem::leftScreen() {
     setAcceptedMouseButtons(Qt::NoButton);
     setAcceptTouchEvents(false);
     const QPointer guard(this);
+    if (ad_) ad_->setStage(nullptr);
+    if (!guard) return;
     // Unless the host has given the keyboard to another item meanwhile.
     if (hasActiveFocus() && focusedBefore_) focusedBefore_->forceActiveFocus();
     if (guard) setFocus(false);
@@ -172,7 +198,7 @@ void VexmoraScreenItem::setInset(double platform::EdgeInsets::*edge, double inse
 
 QString VexmoraScreenItem::closeLabel() const {
     const auto button = closeButton();
-    return button ? QString::fromStdString(button->accessibilityLabel()) : QString();
+    return button ? translated(button->accessibilityLabel()) : QString();
 }
 
 QRectF VexmoraScreenItem::closeRect() const {
@@ -191,17 +217,16 @@ std::shared_ptr<platform::Button> VexmoraScreenItem::closeButton() const {
 void VexmoraScreenItem::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) {
     QQuickItem::geometryChange(newGeometry, oldGeometry);
     if (!isPresenting() || newGeometry.size() == oldGeometry.size()) return;
-    presentation_->view()->setFrame({{0, 0}, {newGeometry.width(), newGeometry.height()}});
-    stage_->setSize(newGeometry.size());
+    layOut();
     Q_EMIT closeRectChanged();
 }
 
 void VexmoraScreenItem::itemChange(ItemChange change, const ItemChangeData& data) {
-    if (change == ItemSceneChange && data.window) updateCloseKey();
+    if (change == ItemSceneChange && data.window) updateAccessibility();
     QQuickItem::itemChange(change, data);
 }
 
-void VexmoraScreenItem::updateCloseKey() {
+void VexmoraScreenItem::updateAccessibility() {
     const QRectF rect = closeRect();
     closeKey_->setPosition(rect.topLeft());
     closeKey_->setSize(rect.size());
@@ -210,6 +235,8 @@ void VexmoraScreenItem::updateCloseKey() {
         button->setProperty("focusable", true);
         connect(button, SIGNAL(pressAction()), SLOT(close()), Qt::UniqueConnection);
     }
+    if (auto* dialog = makeAccessible(this, QAccessible::Dialog, translated("Advertisement")))
+        dialog->setProperty("ignored", !isPresenting());
 }
 
 bool VexmoraScreenItem::event(QEvent* event) {

@@ -24,9 +24,9 @@ class Button;
 /// Where interstitial ads are presented, one at a time, over the rest of the scene: an ad moves in
 /// from below and out again when it is closed, by its close button, Escape or Back. While it is
 /// there, nothing behind it is touched and it has the keyboard. Fill the window with it, in front
-/// of the rest. An ad is presented in the frame that its view has; when the screen changes its size
-/// meanwhile, the view fills it again. The screen may be destroyed at any time, from inside its own
-/// signals and those of its ad too. Main thread.
+/// of the rest. The ad fills the screen, its picture in the middle; a tap on it anywhere but on the
+/// close button does nothing. The screen may be destroyed at any time, from inside its own signals
+/// and those of its ad too. Main thread.
 class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     Q_OBJECT
     QML_NAMED_ELEMENT(VexmoraScreen)
@@ -49,10 +49,12 @@ class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     explicit VexmoraScreenItem(QQuickItem* parent = nullptr);
     ~VexmoraScreenItem() override;
 
-    /// Presents the ad of an item. False, and nothing done, when the item has no interstitial ad
-    /// view or the screen still presents another.
-    Q_INVOKABLE bool present(VexmoraSDK::VexmoraAdItem* adView);
-    /// The same for a view that the host has made with the factory. Its frame is left as it is.
+    /// Presents the ad of a `VexmoraAdItem` or a `VexmoraAd`. False, and nothing done, when it has no
+    /// interstitial ad that is drawn and no older than its `expiresAfter`, or the screen still
+    /// presents another. With `fillMode: Vexmora.FillMode.Fit` the picture is as large as its ad
+    /// type says.
+    Q_INVOKABLE bool present(QObject* ad);
+    /// The same for a view that the host has made with the factory. It may be of any age.
     bool present(std::shared_ptr<VexmoraView> view);
     /// Taps the close button of the ad that is presented.
     Q_SLOT void close();
@@ -90,7 +92,9 @@ class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     class Stage;
     class CloseKey;
 
-    void updateCloseKey();
+    bool present(std::shared_ptr<VexmoraView> view, VexmoraAd* ad, FillMode fillMode);
+    void layOut();
+    void updateAccessibility();
     void leave(bool animated);
     void leftScreen();
     void moveStage(double to);
@@ -103,6 +107,9 @@ class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     /// The close button for the keyboard and for screen readers; fingers touch that of the ad.
     CloseKey* const closeKey_;
     QPropertyAnimation movement_;
+    /// Whose ad is presented; absent for a view of the host's.
+    QPointer<VexmoraAd> ad_;
+    FillMode fillMode_ = FillMode::asIs;
     /// What had the keyboard before, to have it again.
     QPointer<QQuickItem> focusedBefore_;
     platform::EdgeInsets insets_;

@@ -3,10 +3,12 @@
 #include <QtCore/QPointer>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QPainter>
+#include <QtGui/QPalette>
 #include <QtGui/QStyleHints>
 #include <QtQuick/QQuickWindow>
 #include <QtQuick/QSGImageNode>
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -20,16 +22,25 @@ namespace {
 // Every graphics card takes that many in one texture. A larger view is painted with fewer pixels.
 constexpr double kMaxPixelsPerSide = 4096;
 
-QSizeF sizeOf(const std::shared_ptr<platform::View>& view) {
-    if (!view) return QSizeF(0, 0);
-    const auto [width, height] = view->frame().size;
-    return QSizeF(width, height);
+constexpr double kFocusFrameWidth = 2;
+
+platform::Size sizeOf(const std::shared_ptr<platform::View>& view) {
+    return view ? view->frame().size : platform::Size();
+}
+
+platform::Size sizeFrom(QSizeF size) {
+    return {size.width(), size.height()};
+}
+
+void paintFocusFrame(QPainter& painter, QSizeF size) {
+    painter.setPen(QPen(QGuiApplication::palette().highlight(), kFocusFrameWidth));
+    const double inset = kFocusFrameWidth / 2;
+    painter.drawRect(QRectF({}, size).adjusted(inset, inset, -inset, -inset));
 }
 
 }  // namespace
 
 ViewItem::ViewItem(QQuickItem* parent) : QQuickItem(parent) {
-    setFlag(ItemHasContents);
     setAcceptedMouseButtons(Qt::LeftButton);
 }
 
@@ -37,15 +48,18 @@ ViewItem::~ViewItem() {
     if (view_) view_->setDisplayCallback({});
 }
 
-void ViewItem::press() {
-    const QSizeF size = sizeOf(view_);
-    tap({size.width() / 2, size.height() / 2});
+void ViewItem::setFillMode(Vexmora::FillMode mode) {
+    if (std::exchange(fillMode_, mode) == mode) return;
+    const QPointer guard(this);
+    viewChanged();
+    if (guard) Q_EMIT fillModeChanged();
 }
 
 void ViewItem::show(std::shared_ptr<platform::View> view) {
     if (view_) view_->setDisplayCallback({});
     // A press on the former view shall not end as a tap on this one.
     taps_.cancel();
+    unsetCursor();
     view_ = std::move(view);
     if (view_) view_->setDisplayCallback([this] { viewChanged(); });
     viewChanged();
@@ -58,35 +72,64 @@ void ViewItem::setReservedSize(QSizeF size) {
 
 void ViewItem::viewChanged() {
     polish();
+    const auto [width, height] = sizeOf(view_);
+    const bool isTappable = view_ && takesTap(*view_, {width / 2, height / 2});
+    setActiveFocusOnTab(isTappable);
+    setAcceptHoverEvents(isTappable);
     updateImplicitSize();
 }
 
 void ViewItem::updateImplicitSize() {
-    const QSizeF size = sizeOf(view_).isEmpty() ? reservedSize_ : sizeOf(view_);
-    const auto bounded = size.boundedTo(QSizeF(kMaxImplicitSize, kMaxImplicitSize));
-    setImplicitSize(bounded.width(), bounded.height());
+    const auto [width, height] =
+        preferredSize(FillMode(fillMode_), sizeOf(view_), sizeFrom(reservedSize_));
+    setImplicitSize(std::min<double>(width, kMaxImplicitSize),
+                    std::min<double>(height, kMaxImplicitSize));
+}
+
+AdPosition ViewItem::adPosition() const {
+    return AdPosition::of(FillMode(fillMode_), sizeOf(view_), sizeFrom(size()));
+}
+
+QRectF ViewItem::boundingRect() const {
+    const auto [width, height] = sizeOf(view_);
+    if (width <= 0 || height <= 0) return QQuickItem::boundingRect();
+    const auto [origin, scale] = adPosition();
+    return {origin.x, origin.y, width * scale, height * scale};
 }
 
 // The view belongs to this thread; the thread that renders gets a picture of it.
 void ViewItem::updatePolish() {
-    picture_ = QImage();
+    paintPicture();
     pictureIsNew_ = true;
+    // An item without contents is not asked for its node any more; the former one goes before.
+    setFlag(ItemHasContents);
     update();
-    const QSizeF size = sizeOf(view_);
-    if (size.isEmpty() || !window()) return;
-    const double scale =
-        std::min({window()->effectiveDevicePixelRatio(), kMaxPixelsPerSide / size.width(),
-                  kMaxPixelsPerSide / size.height()});
-    const auto pixels = [scale](double points) {
-        return std::min(qCeil(points * scale), static_cast<int>(kMaxPixelsPerSide));
+    setFlag(ItemHasContents, !picture_.isNull());
+}
+
+void ViewItem::paintPicture() {
+    picture_ = QImage();
+    const auto [width, height] = sizeOf(view_);
+    if (width <= 0 || height <= 0 || !window()) return;
+    const auto [origin, scale] = adPosition();
+    const double screenScale = window()->effectiveDevicePixelRatio();
+    const double pixelsPerPoint =
+        std::min({scale * screenScale, kMaxPixelsPerSide / width, kMaxPixelsPerSide / height});
+    const auto pixels = [pixelsPerPoint](double points) {
+        return std::clamp(qCeil(points * pixelsPerPoint), 1, int(kMaxPixelsPerSide));
     };
-    picture_ =
-        QImage(pixels(size.width()), pixels(size.height()), QImage::Format_ARGB32_Premultiplied);
+    picture_ = QImage(pixels(width), pixels(height), QImage::Format_ARGB32_Premultiplied);
     picture_.fill(Qt::transparent);
-    pictureSize_ = QSizeF(picture_.size()) / scale;
+    // At whole pixels of the screen, where the picture stays sharp.
+    const auto aligned = [screenScale](double point) {
+        return std::round(point * screenScale) / screenScale;
+    };
+    pictureRect_ = QRectF(QPointF(aligned(origin.x), aligned(origin.y)),
+                          QSizeF(picture_.size()) * (scale / pixelsPerPoint));
     QPainter painter(&picture_);
-    painter.scale(scale, scale);
+    painter.scale(pixelsPerPoint, pixelsPerPoint);
     platform::paintView(painter, *view_);
+    if (hasActiveFocus() && activeFocusOnTab()) paintFocusFrame(painter, {width, height});
 }
 
 QSGNode* ViewItem::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData*) {
@@ -104,25 +147,50 @@ QSGNode* ViewItem::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData*) {
     if (std::exchange(pictureIsNew_, false)) {
         node->setTexture(window()->createTextureFromImage(picture_));
         node->setSourceRect(QRectF(picture_.rect()));
-        node->setRect(QRectF({}, pictureSize_));
+        node->setRect(pictureRect_);
     }
     return node;
 }
 
 void ViewItem::itemChange(ItemChange change, const ItemChangeData& data) {
-    if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged) polish();
+    if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged ||
+        change == ItemActiveFocusHasChanged) {
+        polish();
+    }
     if (change == ItemSceneChange && data.window) updateAccessibility();
     QQuickItem::itemChange(change, data);
 }
 
+void ViewItem::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) {
+    QQuickItem::geometryChange(newGeometry, oldGeometry);
+    if (fillMode_ == Vexmora::FillMode::Fit && newGeometry.size() != oldGeometry.size()) polish();
+}
+
+bool ViewItem::takesTapAt(QPointF position) const {
+    return view_ && takesTap(*view_, adPosition().toAd({position.x(), position.y()}));
+}
+
+void ViewItem::hoverMoveEvent(QHoverEvent* event) {
+    if (takesTapAt(event->position()))
+        setCursor(Qt::PointingHandCursor);
+    else
+        unsetCursor();
+    event->ignore();
+}
+
+void ViewItem::keyPressEvent(QKeyEvent* event) {
+    constexpr std::array kKeys = {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Select};
+    const bool presses = hasActiveFocus() && std::ranges::find(kKeys, event->key()) != kKeys.end();
+    event->setAccepted(presses);
+    if (presses) press();
+}
+
 // Presses that the view has no use for go to what is behind the item.
 void ViewItem::mousePressEvent(QMouseEvent* event) {
-    const QPointF position = event->position();
-    if (view_ && takesTap(*view_, {position.x(), position.y()})) {
+    if (takesTapAt(event->position()))
         taps_.press({event->scenePosition().x(), event->scenePosition().y()});
-    } else {
+    else
         event->ignore();
-    }
 }
 
 void ViewItem::mouseMoveEvent(QMouseEvent* event) {
@@ -138,13 +206,17 @@ void ViewItem::mouseUngrabEvent() {
     taps_.cancel();
 }
 
+void ViewItem::press() {
+    if (view_) tap(boundingRect().center());
+}
+
 // The tap is handed in later, so that a host may destroy the item while it hears of it. Until then
 // an earlier tap may have disabled the item or taken the view away.
 void ViewItem::tap(QPointF position) {
     platform::MainQueue::main()->async([item = QPointer(this), view = view_, position] {
         if (!item || !item->isEnabled() || !view || item->view_ != view) return;
-        const platform::Point point{position.x(), position.y()};
-        if (takesTap(*view, point)) view->tap(point);
+        if (!item->takesTapAt(position)) return;
+        view->tap(item->adPosition().toAd({position.x(), position.y()}));
     });
 }
 

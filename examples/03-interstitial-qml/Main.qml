@@ -7,7 +7,6 @@ Window {
     id: window
 
     property int page: 1
-    property bool hasAd: false
 
     width: 360
     height: 560
@@ -24,8 +23,7 @@ Window {
     TapHandler {
         onTapped: {
             window.page += 1;
-            if (window.hasAd)
-                screen.present(ad);
+            screen.present(ad);  // Does nothing while there is no ad.
         }
     }
 
@@ -35,7 +33,6 @@ Window {
         anchors.fill: parent
         containerId: "between-articles"
         adSize: "300x250"
-        onDidReceiveAd: window.hasAd = true
         onDidHaveError: (code, description) => console.log("didHaveError", code, description)
         onWillDismissScreen: console.log("willDismissScreen")
         onDidDismissScreen: console.log("didDismissScreen")

@@ -1,8 +1,18 @@
+#include <QtCore/QTranslator>
 #include <QtGui/QGuiApplication>
 #include <QtQml/QQmlApplicationEngine>
 
+#include "VexmoraSDK/VexmoraSDK.h"
+
+using VexmoraSDK::platform::Bundle;
+
 int main(int argc, char** argv) {
     QGuiApplication app(argc, argv);
+    // What screen readers say of ads, in the user's language.
+    QTranslator words;
+    const auto folder = Bundle::shippedLibraryFolder() / "translations";
+    if (words.load(QLocale(), "vexmorasdk", "_", QString::fromStdString(folder.string())))
+        QCoreApplication::installTranslator(&words);
     QQmlApplicationEngine engine(QUrl("qrc:/Main.qml"));
     return QGuiApplication::exec();
 }

@@ -169,9 +169,11 @@ libraries=$(dirname "$(find "$prefix" -name libVexmoraSDK.so)")
 exported_symbols "$libraries" | diff -u "$here/exported-symbols.txt" - ||
     fail "other symbols are exported than exported-symbols.txt lists"
 check_missing_qt "$prefix"
-quietly cmake -G Ninja -S "$root/examples/01-banner-cpp" -B "$work/example" \
-    -DCMAKE_PREFIX_PATH="$prefix"
-quietly cmake --build "$work/example"
+for example in 01-banner-cpp 02-native-qml; do
+    quietly cmake -G Ninja -S "$root/examples/$example" -B "$work/$example" \
+        -DCMAKE_PREFIX_PATH="$prefix"
+    quietly cmake --build "$work/$example"
+done
 serve_from "$prefix"
 check_apps shared "$prefix" "$(dirname "$(find "$prefix" -name qmldir -printf '%h\n')")"
 check_apps static "$prefix" ""

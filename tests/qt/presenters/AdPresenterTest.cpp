@@ -1,6 +1,7 @@
 #include <QtCore/QPointer>
 #include <QtGui/QAccessible>
 
+#include "VexmoraSDK/platform/ui/ImageView.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 #include "tests/RecordingOpener.h"
 #include "tests/qt/presenters/PresenterTest.h"
@@ -59,6 +60,24 @@ TEST_P(AdPresenterTest, PaintsTheViewSharplyInItsPlaceOnEveryScreen) {
     }
     EXPECT_EQ(colorAt(60, 50), Qt::red) << "half a point";
     EXPECT_EQ(colorAt(60.5, 50), Qt::blue);
+}
+
+TEST_P(AdPresenterTest, ShowsAPictureOfTwiceTheSizePixelForPixelOnEveryScreenOfTwoPixelsAPoint) {
+    // Columns of black and white, in the 380 × 100 points of the presenter.
+    constexpr int kWidth = 760;
+    constexpr int kHeight = 200;
+    auto pixels = std::make_unique<std::uint32_t[]>(kWidth * kHeight);
+    for (int i = 0; i < kWidth * kHeight; ++i)
+        pixels[std::size_t(i)] = i % 2 == 0 ? 0xff000000 : 0xffffffff;
+    const auto view = plain({{0, 0}, {kWidth, kHeight}}, kRed);
+    view->addSubview(platform::ImageView::create(
+        std::make_shared<const platform::Image>(kWidth, kHeight, std::move(pixels), true)));
+    app_->setScale(2);
+    auto* ad = app_->addAd(view);
+    ad->setProperty("fillMode", 1);
+    for (int i = 0; i < 20; ++i)
+        EXPECT_EQ(colorAt(10 + i * 0.5, 70), i % 2 == 0 ? Qt::black : Qt::white) << i;
+    EXPECT_EQ(colorAt(389.5, 119.5), Qt::white);
 }
 
 TEST_P(AdPresenterTest, FollowsTheViewThatItShowsAndNoOther) {

@@ -28,18 +28,18 @@ class Presenters {
     virtual void setView(QObject* ad, View view) = 0;
     virtual QSizeF sizeOf(QObject* ad) = 0;
     /// The slot of an ad that its own properties ask for.
-    virtual AdSlot* slotOf(QObject*) { return nullptr; }
+    virtual AdSlot* slotOf(QObject* ad) = 0;
     /// From now on `hear` is called with the name of every signal of the ad's.
-    virtual void listen(QObject*, std::function<void(const char*)>) {}
-    virtual void moveAd(QObject*, QPoint) {}
+    virtual void listen(QObject* ad, std::function<void(const char*)> hear) = 0;
+    virtual void moveAd(QObject* ad, QPoint to) = 0;
     /// Lays something opaque over the right half of the window, or takes it away.
-    virtual void cover(bool) {}
+    virtual void cover(bool covers) = 0;
 
     /// The screen that interstitial ads are presented on; there is one at first.
     virtual QObject* screen() = 0;
     virtual void addScreen() = 0;
     virtual bool present(View view) = 0;
-    virtual bool presentAd(QObject*) { return false; }
+    virtual bool presentAd(QObject* ad) = 0;
     virtual bool isPresenting() = 0;
     virtual void close() = 0;
     virtual void setInsets(int top, int right) = 0;

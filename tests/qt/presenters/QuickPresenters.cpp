@@ -21,13 +21,24 @@ class QuickPresenters final : public Presenters {
     QObject* addAd(View view) override {
         auto* ad = new VexmoraAdItem(scene_.window().contentItem());
         ad->setPosition({10, 20});
+        ad->setSize({380, 100});
         ad->setView(std::move(view));
         return ad;
     }
     void setView(QObject* ad, View view) override {
         qobject_cast<VexmoraAdItem*>(ad)->setView(std::move(view));
     }
-    QSizeF sizeOf(QObject* ad) override { return qobject_cast<VexmoraAdItem*>(ad)->size(); }
+    QSizeF sizeOf(QObject* ad) override {
+        const auto* item = qobject_cast<QQuickItem*>(ad);
+        return {item->implicitWidth(), item->implicitHeight()};
+    }
+
+    AdSlot* slotOf(QObject* ad) override { return &qobject_cast<VexmoraAdItem*>(ad)->ad()->slot(); }
+    void listen(QObject* ad, std::function<void(const char*)> hear) override {
+        listenTo(qobject_cast<VexmoraAdItem*>(ad), hear);
+    }
+    void moveAd(QObject* ad, QPoint to) override { qobject_cast<QQuickItem*>(ad)->setPosition(to); }
+    void cover(bool covers) override { cover_->setVisible(covers); }
 
     QObject* screen() override { return screen_.data(); }
     void addScreen() override {
@@ -35,6 +46,9 @@ class QuickPresenters final : public Presenters {
         screen_->setSize({400, 300});
     }
     bool present(View view) override { return screen_->present(std::move(view)); }
+    bool presentAd(QObject* ad) override {
+        return screen_->present(qobject_cast<VexmoraAdItem*>(ad));
+    }
     bool isPresenting() override { return screen_->isPresenting(); }
     void close() override { screen_->close(); }
     void setInsets(int top, int right) override {
@@ -61,6 +75,8 @@ class QuickPresenters final : public Presenters {
         onWheel: {}
         Shortcut { sequence: "Escape"; onActivated: ++button.escapes }
     })");
+    QQuickItem* const cover_ =
+        scene_.add("Rectangle { x: 200; width: 200; height: 300; z: 1; visible: false }");
     QPointer<VexmoraScreenItem> screen_;
 };
 

@@ -1,4 +1,7 @@
+#include <QtCore/QAbstractEventDispatcher>
+#include <QtCore/QEventLoop>
 #include <QtCore/QPointer>
+#include <QtCore/QTimer>
 #include <QtGui/QAccessible>
 
 #include "tests/RecordingOpener.h"
@@ -56,8 +59,7 @@ class SlotPresenterTest : public PresenterTest {
     std::string lastWord_;
 };
 
-INSTANTIATE_TEST_SUITE_P(Of, SlotPresenterTest, testing::Values(&Presenters::ofWidgets),
-                         [](const auto&) { return "Widgets"; });
+INSTANTIATE_TEST_SUITE_P(Of, SlotPresenterTest, kToolkits, nameOf);
 
 TEST_P(SlotPresenterTest, KeepsItsPlaceAndTellsHowFarItIs) {
     ask("home", "320x60");
@@ -128,6 +130,27 @@ TEST_P(SlotPresenterTest, IsViewableAfterASecondInSight) {
     pass(1h);
     EXPECT_THAT(heard(), ElementsAre("becameViewable"));
     EXPECT_TRUE(property("viewable").toBool());
+}
+
+TEST_P(SlotPresenterTest, WakesTheAppForNothingWhileNothingChanges) {
+    for (int i = 0; i < 10; ++i) {
+        if (i > 0) add();
+        askAndWait("home", "320x60");
+        pass(1s);
+    }
+    int wakes = 0;
+    const auto idle = [&wakes] {
+        wakes = 0;
+        QEventLoop loop;
+        QTimer::singleShot(300, &loop, &QEventLoop::quit);
+        loop.exec();
+        return wakes;
+    };
+    QObject context;
+    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake,
+                     &context, [&wakes] { ++wakes; });
+    // The last frames, and what the ads look at after them, come first.
+    EXPECT_TRUE(App::waitFor([&] { return idle() <= 3; }));
 }
 
 TEST_P(SlotPresenterTest, IsReadAndOpenedWithoutAFinger) {

@@ -1,0 +1,125 @@
+#include "VexmoraSDK/quick/VisibilityWatcher.h"
+
+#include <QtCore/QEvent>
+#include <QtGui/QColor>
+#include <QtGui/QRegion>
+#include <algorithm>
+#include <vector>
+
+namespace VexmoraSDK {
+namespace {
+
+/// What a user cannot tell from at once.
+constexpr int kDelayMilliseconds = 50;
+
+QRect rectInScene(const QQuickItem& item, const QRectF& rect) {
+    return item.mapRectToScene(rect).toAlignedRect();
+}
+
+double area(const QRegion& region) {
+    double area = 0;
+    for (const QRect& rect : region)
+        area += double(rect.width()) * rect.height();
+    return area;
+}
+
+bool isSeenThrough(const QQuickItem& item) {
+    if (!item.flags().testFlag(QQuickItem::ItemHasContents)) return true;
+    const QVariant color = item.property("color");
+    return color.isValid() && color.value<QColor>().alpha() == 0;
+}
+
+/// The parts of the scene that an item and what is in it cover.
+QRegion coveredBy(const QQuickItem& item, QRegion within) {
+    if (!item.isVisible() || item.opacity() <= 0 || within.isEmpty()) return {};
+    const QRegion own = within & rectInScene(item, item.boundingRect());
+    if (item.clip()) within = own;
+    QRegion covered = isSeenThrough(item) ? QRegion() : own;
+    for (const auto* child : item.childItems())
+        covered |= coveredBy(*child, within);
+    return covered;
+}
+
+/// Those children of `parent` that are painted above `child`.
+std::vector<QQuickItem*> siblingsAbove(const QQuickItem& parent, const QQuickItem& child) {
+    const auto siblings = parent.childItems();
+    const auto isAbove = [&, seen = false](const QQuickItem* sibling) mutable {
+        if (sibling == &child) return !(seen = true);
+        return sibling->z() > child.z() || (seen && sibling->z() == child.z());
+    };
+    std::vector<QQuickItem*> above;
+    std::ranges::copy_if(siblings, std::back_inserter(above), isAbove);
+    return above;
+}
+
+}  // namespace
+
+VisibilityWatcher::VisibilityWatcher() {
+    timer_.setSingleShot(true);
+    timer_.setInterval(kDelayMilliseconds);
+    connect(&timer_, &QTimer::timeout, this, &VisibilityWatcher::changed);
+}
+
+void VisibilityWatcher::setItem(QQuickItem* item) {
+    if (item == item_) return;
+    if (item_) item_->disconnect(this);
+    item_ = item;
+    watchWindow(item ? item->window() : nullptr);
+    if (item) {
+        connect(item, &QQuickItem::windowChanged, this, &VisibilityWatcher::watchWindow);
+        // Nothing is painted for an item that is hidden with all that is around it.
+        connect(item, &QQuickItem::visibleChanged, this, &VisibilityWatcher::lookSoon);
+        connect(item, &QObject::destroyed, this, &VisibilityWatcher::lookSoon);
+    }
+    lookSoon();
+}
+
+void VisibilityWatcher::watchWindow(QQuickWindow* window) {
+    if (window_) {
+        window_->disconnect(this);
+        window_->removeEventFilter(this);
+    }
+    window_ = window;
+    if (window) {
+        connect(window, &QQuickWindow::afterAnimating, this, &VisibilityWatcher::lookSoon);
+        window->installEventFilter(this);
+    }
+    lookSoon();
+}
+
+void VisibilityWatcher::lookSoon() {
+    if (!timer_.isActive()) timer_.start();
+}
+
+bool VisibilityWatcher::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+        case QEvent::Expose:
+        case QEvent::Show:
+        case QEvent::Hide:
+        case QEvent::WindowStateChange: lookSoon(); break;
+        default: break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+double VisibilityWatcher::visibleFraction() const {
+    if (!item_ || !item_->isVisible() || !item_->window()) return 0;
+    const auto* const window = item_->window();
+    if (!window->isExposed() || window->visibility() == QWindow::Minimized) return 0;
+
+    QRect whole = rectInScene(*item_, item_->boundingRect());
+    // An item that has no size as yet is seen where its place is.
+    if (whole.isEmpty()) whole.setSize(QSize(1, 1));
+    QRegion seen = QRegion(whole) & QRect(QPoint(), window->size());
+    for (const auto* child = item_.data(); child && !seen.isEmpty(); child = child->parentItem()) {
+        if (child->opacity() <= 0) return 0;
+        if (child->clip()) seen &= rectInScene(*child, child->clipRect());
+        if (const auto* parent = child->parentItem()) {
+            for (const auto* sibling : siblingsAbove(*parent, *child))
+                seen -= coveredBy(*sibling, seen);
+        }
+    }
+    return std::min(1.0, area(seen) / area(whole));
+}
+
+}  // namespace VexmoraSDK
