@@ -6,11 +6,29 @@
 
 namespace VexmoraSDK {
 
-QObject* makeAccessible(QQuickItem* item, QAccessible::Role role, const QString& name) {
+namespace {
+
+/// What attaches the properties; absent before QtQuick was imported.
+QQmlAttachedPropertiesFunc attachFunction() {
+    static QQmlAttachedPropertiesFunc found = nullptr;
+    if (found) return found;
     const auto* type = QMetaType::fromName("QQuickAccessibleAttached*").metaObject();
-    const auto attach = type ? qmlAttachedPropertiesFunction(nullptr, type) : nullptr;
+    if (type) found = qmlAttachedPropertiesFunction(nullptr, type);
+    return found;
+}
+
+}  // namespace
+
+QObject* makeAccessible(QQuickItem* item, QAccessible::Role role, const QString& name,
+                        PressSlot press) {
+    const auto attach = attachFunction();
     if (!attach) return nullptr;
-    auto* const accessible = qmlAttachedPropertiesObject(item, attach);
+    auto* accessible = qmlAttachedPropertiesObject(item, attach, false);
+    if (!accessible) {
+        accessible = qmlAttachedPropertiesObject(item, attach);
+        if (press.receiver)
+            QObject::connect(accessible, SIGNAL(pressAction()), press.receiver, press.slot);
+    }
     accessible->setProperty("role", role);
     accessible->setProperty("name", name);
     return accessible;

@@ -7,11 +7,19 @@
 
 namespace VexmoraSDK {
 
+/// What a screen reader's press on an item calls, as `SLOT` gives it; none where there is no
+/// receiver.
+struct PressSlot {
+    QObject* receiver = nullptr;
+    const char* slot = nullptr;
+};
+
 /// Makes an item known to screen readers, as QML's `Accessible` does, and returns what that type
-/// attaches to the item. Works for items made in C++ too, but Qt keeps these properties where only
-/// the types of its QML module reach them: absent, and nothing done, unless a QML engine of the
-/// process has imported QtQuick.
-QObject* makeAccessible(QQuickItem* item, QAccessible::Role role, const QString& name);
+/// attaches to the item. Called again, it changes the role and the name. Works for items made in
+/// C++ too, but Qt keeps these properties where only the types of its QML module reach them:
+/// absent, and nothing done, unless a QML engine of the process has imported QtQuick.
+QObject* makeAccessible(QQuickItem* item, QAccessible::Role role, const QString& name,
+                        PressSlot press = {});
 
 /// A word of the library in the language of the translators that the app has installed.
 QString translated(const std::string& word);

@@ -30,7 +30,7 @@ VexmoraAdItem::VexmoraAdItem(QQuickItem* parent) : ViewItem(parent), ad_(new Vex
     });
     handOnSignals();
     // Its parent may have brought it into a scene before it was an ad item.
-    updateAccessibility();
+    if (window()) updateAccessibility();
 }
 
 VexmoraAdItem::~VexmoraAdItem() {
@@ -112,10 +112,8 @@ void VexmoraAdItem::updateAccessibility() {
     const auto word = translated("Advertisement");
     const auto name =
         view() ? QString::fromStdString(accessibleName(word.toStdString(), *view())) : word;
-    auto* const link = makeAccessible(this, QAccessible::Link, name);
-    if (!link) return;
-    link->setProperty("focusable", activeFocusOnTab());
-    connect(link, SIGNAL(pressAction()), SLOT(press()), Qt::UniqueConnection);
+    if (auto* link = makeAccessible(this, QAccessible::Link, name, {this, SLOT(press())}))
+        link->setProperty("focusable", activeFocusOnTab());
 }
 
 }  // namespace VexmoraSDK

@@ -231,9 +231,9 @@ void VexmoraScreenItem::updateAccessibility() {
     closeKey_->setPosition(rect.topLeft());
     closeKey_->setSize(rect.size());
     closeKey_->setVisible(!rect.isEmpty());
-    if (auto* button = makeAccessible(closeKey_, QAccessible::Button, closeLabel())) {
+    if (auto* button =
+            makeAccessible(closeKey_, QAccessible::Button, closeLabel(), {this, SLOT(close())})) {
         button->setProperty("focusable", true);
-        connect(button, SIGNAL(pressAction()), SLOT(close()), Qt::UniqueConnection);
     }
     if (auto* dialog = makeAccessible(this, QAccessible::Dialog, translated("Advertisement")))
         dialog->setProperty("ignored", !isPresenting());

@@ -49,8 +49,8 @@ class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     explicit VexmoraScreenItem(QQuickItem* parent = nullptr);
     ~VexmoraScreenItem() override;
 
-    /// Presents the ad of a `VexmoraAdItem` or a `VexmoraAd`. False, and nothing done, when it has no
-    /// interstitial ad that is drawn and no older than its `expiresAfter`, or the screen still
+    /// Presents the ad of a `VexmoraAdItem` or a `VexmoraAd`. False, and nothing done, when it has
+    /// no interstitial ad that is drawn and no older than its `expiresAfter`, or the screen still
     /// presents another. With `fillMode: Vexmora.FillMode.Fit` the picture is as large as its ad
     /// type says.
     Q_INVOKABLE bool present(QObject* ad);
