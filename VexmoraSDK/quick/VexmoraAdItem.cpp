@@ -68,7 +68,7 @@ void VexmoraAdItem::componentComplete() {
     ad_->componentComplete();
 }
 
-// A view of the host's goes as an ad of the item's own does.
+// A view of the host's is taken away as an ad of the item's own is.
 void VexmoraAdItem::placementChanges() {
     if (std::exchange(hostView_, nullptr)) place(nullptr);
     const auto [width, height] = ad_->placement_.reservedSize();

@@ -157,7 +157,7 @@ void VexmoraScreenItem::leftScreen() {
     const QPointer guard(this);
     if (ad_) ad_->setStage(nullptr);
     if (!guard) return;
-    // Unless the host has given the keyboard to another item meanwhile.
+    // The keyboard goes back, unless the host has given it to another item meanwhile.
     if (hasActiveFocus() && focusedBefore_) focusedBefore_->forceActiveFocus();
     if (guard) setFocus(false);
     if (guard) Q_EMIT closeRectChanged();

@@ -120,7 +120,7 @@ void ViewItem::paintPicture() {
     };
     picture_ = QImage(pixels(width), pixels(height), QImage::Format_ARGB32_Premultiplied);
     picture_.fill(Qt::transparent);
-    // At whole pixels of the screen, where the picture stays sharp.
+    // The picture begins at a whole pixel of the screen, so that it stays sharp.
     const auto aligned = [screenScale](double point) {
         return std::round(point * screenScale) / screenScale;
     };

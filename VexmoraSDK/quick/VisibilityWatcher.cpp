@@ -9,7 +9,7 @@
 namespace VexmoraSDK {
 namespace {
 
-/// What a user cannot tell from at once.
+/// A delay that no user notices.
 constexpr int kDelayMilliseconds = 50;
 
 QRect rectInScene(const QQuickItem& item, const QRectF& rect) {
@@ -108,7 +108,7 @@ double VisibilityWatcher::visibleFraction() const {
     if (!window->isExposed() || window->visibility() == QWindow::Minimized) return 0;
 
     QRect whole = rectInScene(*item_, item_->boundingRect());
-    // An item that has no size as yet is seen where its place is.
+    // An item without a size as yet counts as seen when its place is.
     if (whole.isEmpty()) whole.setSize(QSize(1, 1));
     QRegion seen = QRegion(whole) & QRect(QPoint(), window->size());
     for (const auto* child = item_.data(); child && !seen.isEmpty(); child = child->parentItem()) {

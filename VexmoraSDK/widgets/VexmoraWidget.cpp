@@ -164,7 +164,7 @@ void VexmoraWidget::changePlacement(const AdSlot::Placement& placement,
                                     void (VexmoraWidget::*changed)()) {
     if (placement == placement_) return;
     placement_ = placement;
-    // A view of the host's goes as the slot's own does.
+    // A view of the host's is taken away as the slot's own is.
     if (!adView_) showView(nullptr);
     const QPointer guard(this);
     slot_.setPlacement(placement);
@@ -280,7 +280,7 @@ const std::shared_ptr<VexmoraView>& VexmoraWidget::view() const {
 
 void VexmoraWidget::showView(std::shared_ptr<VexmoraView> view) {
     if (view_) view_->setDisplayCallback({});
-    // A press on the former view is no tap on this one.
+    // A press on the former view shall not end as a tap on this one.
     taps_.cancel();
     view_ = std::move(view);
     if (view_) view_->setDisplayCallback([this] { viewChanged(); });
@@ -424,7 +424,7 @@ double VexmoraWidget::visibleFraction() const {
     if (handle && !handle->isExposed()) return 0;
 
     const QRect ad = stage_ ? stage_->rect() : adRect();
-    // What has no size as yet is seen where its place is.
+    // A widget without a size as yet counts as seen when its place is.
     if (ad.isEmpty()) return !parentWidget() || parentWidget()->visibleRegion().contains(pos());
     double visible = 0;
     for (const QRect& part : shownOn.visibleRegion().intersected(ad))

@@ -24,7 +24,7 @@ class CloseKey : public QPushButton {
     explicit CloseKey(QWidget* parent) : QPushButton(parent) {
         setAttribute(Qt::WA_TransparentForMouseEvents);
         setFocusPolicy(Qt::TabFocus);
-        setAutoDefault(true);  // Return presses it too.
+        setAutoDefault(true);  // so that Return presses it too
     }
 
  protected:
@@ -124,7 +124,7 @@ bool VexmoraWidgetScreen::present(std::shared_ptr<VexmoraView> view, VexmoraWidg
 }
 
 void VexmoraWidgetScreen::leave(bool animated) {
-    // The keyboard stays here, and does nothing.
+    // The screen keeps the keyboard, which does nothing any more.
     if (closeKey_->hasFocus()) setFocus();
     stage_.setEnabled(false);
     if (animated)

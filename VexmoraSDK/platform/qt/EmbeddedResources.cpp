@@ -12,7 +12,7 @@ namespace {
 
 constexpr QLatin1String kEmbedded(":/VexmoraSDK");
 
-// Anew each time: the app may be another version than the one that wrote the file.
+// The file is written anew each time: another version of the app may have written it before.
 bool writeOut(const QString& embedded, const QString& path) {
     QDir().mkpath(QFileInfo(path).path());
     QFile::remove(path);

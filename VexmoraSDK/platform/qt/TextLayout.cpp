@@ -12,14 +12,14 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-// More than any line takes, and within what the text engine can count.
+// No line is wider, and the text engine can still count so far.
 constexpr double kMaxLineWidth = 1'000'000;
 
-// In UTF-16 units: more than any ad says. Laying out so many takes the main thread some hundredths
-// of a second at worst.
+// No ad says more, in UTF-16 units. Laying out so many takes the main thread some hundredths of a
+// second at worst.
 constexpr qsizetype kMaxTextLength = 2048;
 
-// A longer text is laid out up to there.
+// The part of a text that is laid out.
 QString beginningOf(const std::string& text) {
     // No unit takes more than three bytes, and the last letter among these bytes may be incomplete.
     const auto bytes = std::min<qsizetype>(std::ssize(text), 3 * kMaxTextLength + 3);
@@ -47,7 +47,7 @@ TextLayout::Impl::Impl(const std::string& text, const Font& font, double width)
 }
 
 void TextLayout::Impl::layOut() const {
-    const QuietScope quiet;  // Qt warns about scripts that the font does not have.
+    const QuietScope quiet;  // Qt warns of scripts that the font lacks.
     auto& layout = layout_.emplace(text_, qtFont(font_));
     QObject::connect(QCoreApplication::instance(), &QObject::destroyed, &context_,
                      [this] { layout_.reset(); });
@@ -57,7 +57,7 @@ void TextLayout::Impl::layOut() const {
     layout.setTextOption(option);
     layout.setCacheEnabled(true);
 
-    // In whole points, so that the width that is told is one in which the lines are the same.
+    // Lines are laid out in whole points, so that they are the same in the width that is told.
     const double lineWidth = std::floor(std::clamp(askedWidth_, 0.0, kMaxLineWidth));
     const auto lines = breakLines(lineWidth);
 
@@ -93,7 +93,8 @@ std::vector<int> TextLayout::Impl::breakLines(double width) const {
     return breaks;
 }
 
-/// Of a text that was one line before: its letters are not shaped again.
+/// Whether a text that was one line before is one line in that width. Its letters are not shaped
+/// again.
 bool TextLayout::Impl::isOneLineIn(double width) const {
     auto line = layout_->lineAt(0);
     line.setLineWidth(width);

@@ -69,7 +69,7 @@ void paintText(QPainter& painter, TextView& view) {
 void paintBackground(QPainter& painter, const View& view) {
     const auto color = view.backgroundColor();
     if (!color) return;
-    // A path takes Qt's pool of threads to fill it, a rectangle none.
+    // Qt starts its thread pool to fill a path, and needs none to fill a rectangle.
     if (view.cornerRadius() <= 0) return painter.fillRect(bounds(view), qtColor(*color));
     painter.setPen(Qt::NoPen);
     painter.setBrush(qtColor(*color));
