@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <netinet/in.h>
 #include <pthread.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <csignal>
@@ -120,6 +121,35 @@ TEST_F(UrlSessionTest, FetchesOnlyAbsoluteAddressesOfHttp) {
     EXPECT_TRUE(server.requests().empty());
 }
 
+TEST_F(UrlSessionTest, FollowsNoRedirectAwayFromHttps) {
+    const std::string folder = testing::TempDir() + "vexmora-https-" + std::to_string(getpid());
+    const std::string key = folder + "-key";
+    const std::string certificate = folder + "-certificate";
+    const std::string make =
+        "openssl req -x509 -newkey rsa:2048 -nodes -subj /CN=127.0.0.1 -keyout " + key + " -out " +
+        certificate + " 2>/dev/null";
+    ASSERT_EQ(std::system(make.c_str()), 0);
+    setenv("VEXMORA_TEST_CERTIFICATE", certificate.c_str(), 1);
+    httplib::SSLServer secure(certificate.c_str(), key.c_str());
+    const auto redirectTo = [](const std::string& location) {
+        return [location](const httplib::Request&, httplib::Response& response) {
+            response.set_redirect(location);
+        };
+    };
+    secure.Get("/body", [](const httplib::Request&, httplib::Response& response) {
+        response.set_content("body", "text/plain");
+    });
+    secure.Get("/to-https", redirectTo("/body"));
+    secure.Get("/to-http", redirectTo(ads("home-bottom")));
+    const auto place = "https://127.0.0.1:" + std::to_string(secure.bind_to_any_port("127.0.0.1"));
+    std::thread thread([&secure] { secure.listen_after_bind(); });
+    EXPECT_EQ(fetch(place + "/to-https").text(), "body");
+    expectTransportError(place + "/to-http");
+    EXPECT_TRUE(server.requests().empty());
+    secure.stop();
+    thread.join();
+}
+
 TEST_F(UrlSessionTest, GivesUpOnAServerThatStallsWhileConnectedOrConnecting) {
     limits.idleTimeout = std::chrono::seconds(1);
     limits.connectTimeout = std::chrono::seconds(1);
@@ -169,11 +199,14 @@ TEST_F(UrlSessionTest, LetsASlowNameDelayNobody) {
 }
 
 TEST_F(UrlSessionTest, FetchesBesideAServerThatStalls) {
-    auto [task, stalled] = taskFor(ads("fault-stall-body"));
+    auto slow = std::make_optional<AdServer>(Catalog::load());
+    auto [task, stalled] = taskFor(slow->address() + "/ads?container=fault-stall-body&types=77");
     task.resume();
-    ASSERT_TRUE(server.waitForRequests(1));
+    ASSERT_TRUE(slow->waitForRequests(1));
     EXPECT_THAT(fetch(ads("home-bottom")).text(), HasSubstr("adTypeId"));
     EXPECT_EQ(stalled.wait_for(std::chrono::seconds(0)), std::future_status::timeout);
+    slow.reset();
+    EXPECT_TRUE(outcomeOf(std::move(stalled)).error);
 }
 
 TEST_F(UrlSessionTest, LetsCompletionsThatWaitDelayNoTransfer) {
@@ -245,19 +278,24 @@ TEST_F(UrlSessionTest, StartsNoTransferWhileCompletionsHoldTooManyBytes) {
 }
 
 TEST_F(UrlSessionTest, LetsPicturesThatDribbleHoldUpNoAds) {
+    auto slow = std::make_optional<AdServer>(Catalog::load());
+    std::counting_semaphore<> pictures(0);
     for (int i = 0; i < 80; ++i) {
         UrlSession::shared()
             .dataTask(
-                Url::fromString(ads("fault-stall-body")).value(), [](auto, auto, auto) {},
-                TaskPriority::low)
+                Url::fromString(slow->address() + "/ads?container=fault-stall-body&types=77")
+                    .value(),
+                [&pictures](auto, auto, auto) { pictures.release(); }, TaskPriority::low)
             .resume();
     }
-    EXPECT_TRUE(server.waitForRequests(28));
+    EXPECT_TRUE(slow->waitForRequests(28));
     EXPECT_THAT(fetch(ads("home-bottom")).text(), HasSubstr("adTypeId"));
-    AdServer another{Catalog::load()};
-    const Outcome ad = fetch(another.address() + "/ads?container=home-bottom&types=77");
+    const Outcome ad = fetch(slow->address() + "/ads?container=home-bottom&types=77");
     EXPECT_THAT(ad.text(), HasSubstr("adTypeId"));
-    EXPECT_EQ(server.requests().size(), 29u);
+    EXPECT_EQ(slow->requests().size(), 29u);
+    slow.reset();
+    for (int i = 0; i < 80; ++i)
+        EXPECT_TRUE(pictures.try_acquire_for(kDeadline));
 }
 
 TEST_F(UrlSessionTest, LooksIntoTheCacheAgainBehindTheWaitForAPlace) {
@@ -289,7 +327,7 @@ TEST_F(UrlSessionTest, KeepsFewConnectionsThatAreIdle) {
 TEST_F(UrlSessionTest, LeavesNoDescriptorToProgramsThatTheHostStarts) {
     const auto before = descriptors();
     fetch(ads("home-bottom"));
-    const StalledResolver resolver;
+    auto resolver = std::make_optional<StalledResolver>();
     auto [task, stalled] = taskFor(std::string("http://") + StalledResolver::kName + "/");
     task.resume();
     StalledResolver::waitForCaller();
@@ -303,6 +341,8 @@ TEST_F(UrlSessionTest, LeavesNoDescriptorToProgramsThatTheHostStarts) {
         ++seen;
     }
     EXPECT_GE(seen, 3);  // a connection, and a pair to resolve a name
+    resolver.reset();
+    EXPECT_TRUE(outcomeOf(std::move(stalled)).error);
 }
 
 TEST_F(UrlSessionTest, OpensNoMoreConnectionsThanTransfersMayBeAtOnce) {

@@ -38,11 +38,9 @@ bool isHttps(std::string_view url) {
 
 CurlTransfer::CurlTransfer(std::string url, const std::vector<std::string>& requestHeaders,
                            CURLSH* cookies, const UrlSessionLimits& limits,
-                           curl_resolver_start_callback willResolve, void* context)
-    : limits_(limits), url_(std::move(url)) {
+                           std::optional<NextDescriptors>& resolving)
+    : limits_(limits), resolving_(resolving), url_(std::move(url)) {
     configure(requestHeaders, cookies);
-    set(CURLOPT_RESOLVER_START_FUNCTION, willResolve);
-    set(CURLOPT_RESOLVER_START_DATA, context);
 }
 
 CurlTransfer::~CurlTransfer() {
@@ -65,6 +63,8 @@ void CurlTransfer::configure(const std::vector<std::string>& requestHeaders, CUR
     set(CURLOPT_HTTP_CONTENT_DECODING, 0L);
     set(CURLOPT_PROXY, "");
     set(CURLOPT_OPENSOCKETFUNCTION, &openSocket);
+    set(CURLOPT_RESOLVER_START_FUNCTION, &CurlTransfer::willResolve);
+    set(CURLOPT_RESOLVER_START_DATA, this);
     set(CURLOPT_SHARE, cookies);
     set(CURLOPT_COOKIEFILE, "");  // no file, but it switches cookies on
 
@@ -123,6 +123,22 @@ bool CurlTransfer::follow() {
     headIsComplete_ = false;
     response_ = {};
     return error_ == CURLE_OK;
+}
+
+/// Whether the host of the request is a name, and not an address.
+bool CurlTransfer::asksName() const {
+    const auto host =
+        std::string_view(url_).substr(std::min(url_.find("://"), url_.size() - 3) + 3);
+    return !host.starts_with('[') &&
+           host.find_first_not_of("0123456789.") < host.find_first_of(":/?#");
+}
+
+int CurlTransfer::willResolve(void*, void*, void* self) {
+    auto& transfer = *static_cast<CurlTransfer*>(self);
+    if (!transfer.asksName()) return 0;
+    if (transfer.resolving_) transfer.resolving_->closeOnExec();
+    transfer.resolving_.emplace();
+    return 0;
 }
 
 // A count other than the given one makes libcurl end the transfer with an error.

@@ -5,11 +5,13 @@
 #include <array>
 #include <chrono>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "VexmoraSDK/platform/http/HttpResponse.h"
+#include "VexmoraSDK/platform/http/NextDescriptors.h"
 #include "VexmoraSDK/platform/http/UrlSessionLimits.h"
 
 namespace VexmoraSDK::platform {
@@ -19,10 +21,9 @@ namespace VexmoraSDK::platform {
 /// nothing of what these send. On one thread.
 class CurlTransfer {
  public:
-    /// `willResolve` is called with `context` before libcurl resolves a name.
+    /// `resolving` gets the descriptors that libcurl will open when it resolves a name.
     CurlTransfer(std::string url, const std::vector<std::string>& requestHeaders, CURLSH* cookies,
-                 const UrlSessionLimits& limits, curl_resolver_start_callback willResolve,
-                 void* context);
+                 const UrlSessionLimits& limits, std::optional<NextDescriptors>& resolving);
     ~CurlTransfer();
     CurlTransfer(const CurlTransfer&) = delete;
     CurlTransfer& operator=(const CurlTransfer&) = delete;
@@ -51,6 +52,9 @@ class CurlTransfer {
     void set(CURLoption option, Value value);
     bool follow();
 
+    bool asksName() const;
+
+    static int willResolve(void*, void*, void* self);
     static std::size_t receiveHeader(const char* bytes, std::size_t, std::size_t count,
                                      void* self) noexcept;
     static std::size_t receiveBody(const char* bytes, std::size_t, std::size_t count,
@@ -62,6 +66,7 @@ class CurlTransfer {
     bool isSelfDelimited() const;
 
     const UrlSessionLimits limits_;
+    std::optional<NextDescriptors>& resolving_;
     const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
     CURL* const easy_ = curl_easy_init();
     curl_slist* requestHeaders_ = nullptr;

@@ -1,7 +1,7 @@
 #include "VexmoraSDK/platform/http/NextDescriptors.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 namespace VexmoraSDK::platform {
@@ -15,9 +15,9 @@ NextDescriptors::NextDescriptors() {
 
 void NextDescriptors::closeOnExec() const {
     for (const int descriptor : descriptors_) {
-        struct stat status {};
-        if (fstat(descriptor, &status) != 0) continue;
-        if (S_ISSOCK(status.st_mode) || S_ISFIFO(status.st_mode))
+        int domain = 0;
+        socklen_t size = sizeof domain;
+        if (getsockopt(descriptor, SOL_SOCKET, SO_DOMAIN, &domain, &size) == 0 && domain == AF_UNIX)
             fcntl(descriptor, F_SETFD, FD_CLOEXEC);
     }
 }

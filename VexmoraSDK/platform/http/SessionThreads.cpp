@@ -99,11 +99,12 @@ void SessionThreads::leadOnce(std::unique_lock<std::mutex>& lock) {
     while (mayBegin())
         starting.push_back(waiting_.pop());
     inFlight_ += starting.size();
+    const bool othersWait = !waiting_.isEmpty();
     loop_.open();
     hasLeader_ = true;
     leaderIsNotified_ = false;
     lock.unlock();
-    auto ended = loop_.turn(std::move(starting));
+    auto ended = loop_.turn(std::move(starting), othersWait);
     lock.lock();
     hasLeader_ = false;
     inFlight_ = loop_.inFlight();

@@ -26,8 +26,6 @@ void TransferLoop::open() {
     const NextDescriptors wakeUp;
     multi_ = curl_multi_init();
     wakeUp.closeOnExec();
-    // libcurl counts connections that are in use, too.
-    curl_multi_setopt(multi_, CURLMOPT_MAXCONNECTS, static_cast<long>(limits_.maxIdleConnections));
 }
 
 void TransferLoop::wake() {
@@ -41,13 +39,18 @@ std::size_t TransferLoop::bodyBytes() const {
     return bytes;
 }
 
-TransferLoop::Fetches TransferLoop::turn(Fetches starting) {
+TransferLoop::Fetches TransferLoop::turn(Fetches starting, bool othersWait) {
+    // libcurl counts the connections that are in use, too. Those that others wait for are not idle.
+    const auto connections =
+        limits_.maxIdleConnections + (othersWait ? limits_.maxConcurrentTransfers : 0);
+    curl_multi_setopt(multi_, CURLMOPT_MAXCONNECTS, static_cast<long>(connections));
     Fetches ended;
     for (auto& fetch : starting)
         begin(std::move(fetch), ended);
     int running = 0;
     const auto performed = curl_multi_perform(multi_, &running);
-    closeResolversOnExec();
+    if (resolving_) resolving_->closeOnExec();
+    resolving_.reset();
     takeDone(ended);
     if (!ended.empty()) return ended;
     const auto polled = curl_multi_poll(multi_, nullptr, 0, kMaxPollMilliseconds, nullptr);
@@ -61,10 +64,9 @@ TransferLoop::Fetches TransferLoop::turn(Fetches starting) {
 void TransferLoop::begin(std::shared_ptr<Fetch> fetch, Fetches& ended) {
     if (fetch->isServedFromCache()) return ended.push_back(std::move(fetch));
     fetch->requestTime = HttpCache::now();
-    auto transfer = std::unique_ptr<Transfer>(
-        new Transfer{fetch,
-                     {fetch->url.text(), fetch->requestHeaders(), cookies_.share(), limits_,
-                      &TransferLoop::willResolve, this}});
+    auto transfer = std::unique_ptr<Transfer>(new Transfer{
+        fetch,
+        {fetch->url.text(), fetch->requestHeaders(), cookies_.share(), limits_, resolving_}});
     CurlTransfer& curl = transfer->curl;
     if (curl.isReady() && curl_multi_add_handle(multi_, curl.easy()) == CURLM_OK) {
         transfers_.emplace(curl.easy(), std::move(transfer));
@@ -94,18 +96,6 @@ void TransferLoop::takeDone(Fetches& ended) {
         ended.push_back(std::move(found->second->fetch));
         transfers_.erase(found);
     }
-}
-
-int TransferLoop::willResolve(void*, void*, void* self) {
-    auto& loop = *static_cast<TransferLoop*>(self);
-    loop.closeResolversOnExec();
-    loop.resolving_.emplace();
-    return 0;
-}
-
-void TransferLoop::closeResolversOnExec() {
-    if (resolving_) resolving_->closeOnExec();
-    resolving_.reset();
 }
 
 }  // namespace VexmoraSDK::platform

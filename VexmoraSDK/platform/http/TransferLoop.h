@@ -32,7 +32,7 @@ class TransferLoop {
     /// Begins these transfers, unless a response was stored while they waited, moves what there is
     /// to move, or else waits for a while or until it is woken, and returns the transfers that
     /// ended, each once, with their outcomes filled in. On one thread at a time.
-    Fetches turn(Fetches starting);
+    Fetches turn(Fetches starting, bool othersWait);
 
     /// How many transfers are in flight. Between turns.
     std::size_t inFlight() const { return transfers_.size(); }
@@ -47,8 +47,6 @@ class TransferLoop {
 
     void begin(std::shared_ptr<Fetch> fetch, Fetches& ended);
     void takeDone(Fetches& ended);
-    static int willResolve(void*, void*, void* self);
-    void closeResolversOnExec();
 
     const UrlSessionLimits& limits_;
     CookieJar cookies_;

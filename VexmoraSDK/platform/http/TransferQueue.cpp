@@ -38,6 +38,7 @@ void TransferQueue::release(const Fetch& fetch) {
 
 TransferQueue::Next TransferQueue::next() const {
     for (const Line& line : lines_) {
+        if (line.turns.empty()) continue;
         const bool isLow = &line != &lines_.front();
         const auto most = [isLow](std::size_t places) {
             return isLow ? places - places / 8 : places;

@@ -23,6 +23,7 @@ class TransferQueue {
 
     void push(std::shared_ptr<Fetch> fetch);
 
+    bool isEmpty() const { return lines_.front().turns.empty() && lines_.back().turns.empty(); }
     /// Whether a fetch waits that may begin.
     bool isReady() const { return next().line != nullptr; }
     /// The next fetch, which has a place from now on. Only when it is ready.
