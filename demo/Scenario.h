@@ -36,11 +36,15 @@ class Scenario : public QObject {
     struct Step {
         QString name;
         std::function<void()> action;
-        QStringList expected;  ///< The beginnings of events, as they are printed.
+        QStringList expected;  ///< The beginnings of events, as they are printed, in any order.
     };
 
     void tap(const QString& objectName);
+    /// Calls a function of an item in QML.
+    void call(const QString& objectName, const char* function);
     void tapClose();
+    /// Turns the device, or turns it back.
+    void turn();
     void tapAt(const QPointF& at);
     void send(QEvent::Type type, const QPointF& at);
     void showContainer(const QString& containerId);

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls.Material
 import HarbourPost
 
-/// A sheet for whoever tries out ads: the size to ask for, and what is heard. A tap on its title
+/// A sheet for developers: the size of the banner, and the events of all ads. A tap on its title
 /// unfolds it.
 Rectangle {
     id: root

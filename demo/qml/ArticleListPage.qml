@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls.Material
 import HarbourPost
 
-/// The front page: the lead article and the others below it, an ad between them.
+/// The front page: the lead article and the others below it, an ad among them and one at the end.
 Page {
     id: root
 
@@ -17,10 +17,29 @@ Page {
     }
 
     Flickable {
+        id: scroller
+        objectName: "front page"
         anchors.fill: parent
         clip: true
         boundsBehavior: Flickable.StopAtBounds
         contentHeight: articles.implicitHeight
+
+        /// Whether the end stays in sight when the page or its content changes its height.
+        property bool atEnd: false
+
+        function scrollToStart() {
+            atEnd = false;
+            contentY = 0;
+        }
+
+        function scrollToEnd() {
+            atEnd = true;
+            contentY = contentHeight - height;
+        }
+
+        onContentHeightChanged: if (atEnd) scrollToEnd()
+        onHeightChanged: if (atEnd) scrollToEnd()
+        onMovementStarted: atEnd = false
 
         ArticleColumn {
             id: articles
@@ -40,7 +59,7 @@ Page {
                 onClicked: articles.chosen(article)
             }
 
-            NativeSlot {
+            PageNativeAd {
                 width: parent.width
                 events: root.events
             }
@@ -55,6 +74,12 @@ Page {
                     article: Articles.others[index + 1]
                     onClicked: (parent as ArticleColumn).chosen(article)
                 }
+            }
+
+            LibraryNativeAd {
+                width: parent.width
+                events: root.events
+                near: scroller.contentY > 0 && scroller.contentY + scroller.height > y
             }
         }
     }

@@ -13,7 +13,7 @@ Page {
 
     title: article.section
 
-    footer: AdSlot {
+    footer: BannerAd {
         events: root.events
         containerId: root.containerId
         adSize: root.adSize

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls.Material
 import HarbourPost
 
-/// What the ad views told, the latest on top.
+/// The events of the ads, the latest on top.
 ListView {
     id: root
 

@@ -2,48 +2,47 @@ import QtQuick
 import HarbourPost
 import VexmoraSDK
 
-/// An ad over everything, asked for ahead of time and shown once.
+/// An interstitial ad: requested ahead of time, and presented over everything, once.
 Item {
     id: root
 
     required property EventLog events
 
-    readonly property string containerId: "between-articles"
-    property bool ready: false
+    readonly property string containerId: "between-articles-2x"
+    property bool fresh: false
     readonly property bool settled: !screen.presenting || !screen.moving
 
     function ask() {
-        ad.containerId = containerId;
+        if (ad.containerId)
+            ad.reload();
+        else
+            ad.containerId = containerId;
     }
 
-    /// Does nothing unless an ad has come.
+    /// Does nothing unless there is an ad that was not shown yet.
     function show() {
-        if (!ready)
+        if (!fresh)
             return;
-        ready = false;
-        ad.willShowScreen();
-        screen.present(ad);
+        fresh = false;
+        if (screen.present(ad))
+            ad.willShowScreen();
     }
 
     VexmoraAdView {
         id: ad
         anchors.fill: parent
         adSize: "300x250"
+        fillMode: Vexmora.FillMode.Fit
 
         onDidReceiveAd: {
-            root.ready = true;
+            root.fresh = true;
             root.events.add("didReceiveAd", root.containerId);
         }
-        onDidHaveError: (code, description) => {
-            containerId = "";
-            root.events.addError(code, description);
-        }
+        onDidHaveError: (code, description) => root.events.addError(code, description)
+        onBecameViewable: root.events.add("becameViewable", root.containerId)
         onWillShowScreen: root.events.add("willShowScreen", root.containerId)
         onWillDismissScreen: root.events.add("willDismissScreen", root.containerId)
-        onDidDismissScreen: {
-            containerId = "";
-            root.events.add("didDismissScreen", root.containerId);
-        }
+        onDidDismissScreen: root.events.add("didDismissScreen", root.containerId)
     }
 
     VexmoraScreen {

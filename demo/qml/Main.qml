@@ -2,14 +2,14 @@ import QtQuick
 import QtQuick.Controls.Material
 import HarbourPost
 
-/// The Harbour Post, a small news app: a native ad on the front page, a banner below each article,
-/// an interstitial before every other article.
+/// The Harbour Post, a small news app: native ads on the front page, a banner below each article, an
+/// interstitial before every other article.
 ApplicationWindow {
     id: root
 
     required property EventLog events
 
-    property string containerId: "home-bottom"
+    property string containerId: "home-bottom-2x"
     property int articlesOpened: 0
     /// No page and no ad is on the move.
     readonly property bool settled: !pages.busy && interstitial.settled

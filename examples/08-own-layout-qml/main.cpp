@@ -1,0 +1,8 @@
+#include <QtGui/QGuiApplication>
+#include <QtQml/QQmlApplicationEngine>
+
+int main(int argc, char** argv) {
+    QGuiApplication app(argc, argv);
+    QQmlApplicationEngine engine(QUrl("qrc:/Main.qml"));
+    return QGuiApplication::exec();
+}
