@@ -31,11 +31,11 @@ platform::Url address(const AdRecord& record, std::string_view name) {
     return unwrap(platform::Url::fromString(member(record, name)));
 }
 
-}  // namespace
-
-VexmoraAdType AdFactory::adTypeOf(const AdRecord& record) {
+VexmoraAdType adTypeOf(const AdRecord& record) {
     return unwrap(adTypeWithRawValue(unwrap(integer(member(record, "adTypeId")))));
 }
+
+}  // namespace
 
 std::shared_ptr<ImageAd> AdFactory::modelFrom(const AdRecord& record) {
     const auto adType = adTypeOf(record);

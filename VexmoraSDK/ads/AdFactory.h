@@ -3,7 +3,6 @@
 #include <functional>
 #include <memory>
 
-#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/ads/Banner.h"
 #include "VexmoraSDK/ads/Native.h"
 #include "VexmoraSDK/errors/VexmoraError.h"
@@ -14,7 +13,7 @@ namespace VexmoraSDK {
 
 /// Turns a request address into an ad model. The ad server is trusted: a record that makes no model
 /// is a fatal stop, not an error.
-class VEXMORA_EXPORT AdFactory {
+class AdFactory {
  public:
     /// The model of one record, its picture being loaded. A missing member, an unknown "adTypeId",
     /// a text that is no address or a model that is no `T` is a fatal stop.
@@ -22,10 +21,6 @@ class VEXMORA_EXPORT AdFactory {
     static std::shared_ptr<T> createAd(const AdRecord& record) {
         return platform::forcedConversion<T>(modelFrom(record));
     }
-
-    /// The ad type that a record names under "adTypeId", in decimal digits with an optional sign.
-    /// No such ad type is a fatal stop.
-    static VexmoraAdType adTypeOf(const AdRecord& record);
 
     /// Fetches a native ad. Returns at once; `completion` runs on the main thread. `errorCallback`
     /// runs on a delivery thread with a `RequestError`, or on the main thread with a `ParsingError`

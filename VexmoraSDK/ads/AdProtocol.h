@@ -7,6 +7,11 @@
 
 namespace VexmoraSDK {
 
+namespace platform {
+class Image;
+class Url;
+}  // namespace platform
+
 class AdHandler;
 class InternalAdView;
 
@@ -20,6 +25,19 @@ class VEXMORA_EXPORT AdProtocol {
     virtual VexmoraAdType adType() const = 0;
     /// Draws the ad into the view, in front of what is there. Main thread.
     virtual void render(InternalAdView& view) = 0;
+};
+
+/// What an ad model with a picture is.
+class VEXMORA_EXPORT AdImageProtocol {
+ public:
+    virtual ~AdImageProtocol() = default;
+
+    /// Absent until the picture is loaded, and for good when its bytes are no picture. Set on a
+    /// delivery thread, read on any.
+    virtual std::shared_ptr<const platform::Image> image() const = 0;
+    virtual void setImage(std::shared_ptr<const platform::Image> image) = 0;
+    /// Where a tap on the ad leads.
+    virtual const platform::Url& clickUrl() const = 0;
 };
 
 }  // namespace VexmoraSDK

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "VexmoraSDK/Export.h"
-#include "VexmoraSDK/ads/AdHandler.h"
-#include "VexmoraSDK/ads/AdImageProtocol.h"
 #include "VexmoraSDK/ads/AdProtocol.h"
 #include "VexmoraSDK/platform/foundation/Guarded.h"
 #include "VexmoraSDK/platform/foundation/Object.h"
+#include "VexmoraSDK/platform/foundation/Url.h"
+#include "VexmoraSDK/platform/images/Image.h"
 
 namespace VexmoraSDK {
 
@@ -21,12 +21,12 @@ class VEXMORA_EXPORT ImageAd : public platform::Object, public AdProtocol, publi
     const platform::Url& clickUrl() const override { return clickUrl_; }
 
  protected:
-    explicit ImageAd(platform::Url clickUrl) : clickUrl_(std::move(clickUrl)) {}
+    explicit ImageAd(platform::Url clickUrl);
 
     void storeClickUrl(platform::Url clickUrl) { clickUrl_ = std::move(clickUrl); }
 
  private:
-    std::shared_ptr<AdHandler> delegate_ = std::make_shared<AdHandler>();
+    const std::shared_ptr<AdHandler> delegate_;
     platform::Guarded<const platform::Image> image_;
     platform::Url clickUrl_;
 };

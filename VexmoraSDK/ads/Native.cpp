@@ -1,6 +1,8 @@
 #include "VexmoraSDK/ads/Native.h"
 
+#include "VexmoraSDK/ads/AdHandler.h"
 #include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/views/AdViewHandler.h"
 #include "VexmoraSDK/views/InternalAdView.h"
 
 namespace VexmoraSDK {

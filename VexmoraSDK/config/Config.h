@@ -4,7 +4,6 @@
 #include <string_view>
 
 #include "VexmoraSDK/platform/foundation/NoDestructor.h"
-#include "VexmoraSDK/platform/foundation/NoDestructor.h"
 #include "VexmoraSDK/platform/foundation/Value.h"
 
 namespace VexmoraSDK {

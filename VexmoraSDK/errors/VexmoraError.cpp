@@ -5,7 +5,7 @@
 namespace VexmoraSDK {
 
 VexmoraError::VexmoraError(VexmoraErrorCodes code, std::optional<platform::Dictionary> userInfo)
-    : Error(std::string(kDomain), static_cast<std::intptr_t>(code), std::move(userInfo)) {}
+    : Error(std::string(kDomain), rawValue(code), std::move(userInfo)) {}
 
 VexmoraError::VexmoraError(std::string domain, std::intptr_t code,
                            std::optional<platform::Dictionary> userInfo)

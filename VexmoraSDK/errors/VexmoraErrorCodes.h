@@ -5,25 +5,31 @@
 
 namespace VexmoraSDK {
 
-/// What an error that the host hears of can be. None of them is retried by the library; assigning
-/// the view's `containerId` again asks anew.
+/// What an error that the host hears of can be. The library retries nothing: to ask again, make
+/// another view, later.
 enum class VexmoraErrorCodes : std::intptr_t {
-    /// A native view had no ad when it was to be drawn. Retrying may help.
+    /// A native view had no ad when it was to be drawn. Ask again, once.
     UnknownError = 1,
-    /// The answer was no JSON or an empty list; followed by `NoFill`. Retry later.
+    /// The answer was no JSON or an empty list; followed by `NoFill`. Ask again later.
     ParsingError = 2,
-    /// The ad server was not reached or its answer was cut short. Retry when the network is back.
+    /// The ad server was not reached or its answer was cut short. Ask again when the
+    /// network is back.
     RequestError = 3,
-    /// No view shows ads of the type that the host asked for. Do not retry.
+    /// No view shows ads of the type that the host asked for. Do not ask again.
     InvalidAdTypeError = 4,
-    /// The server had no ad, or its answer could not be read. Retry later, or show something else.
+    /// The server had no ad, or its answer could not be read. Ask again later, or show
+    /// something else.
     NoFill = 5,
     /// Defined for hosts; the library never reports it.
     InvalidViewTypeError = 6,
     /// The picture of a native ad was none, too large, or not there yet when the ad was drawn.
-    /// Retry later: the next ad may have one.
+    /// Ask again later: the next ad may have one.
     ImageRequestError = 7,
 };
+
+constexpr std::intptr_t rawValue(VexmoraErrorCodes code) {
+    return static_cast<std::intptr_t>(code);
+}
 
 /// The code of that raw value; absent when there is none.
 constexpr std::optional<VexmoraErrorCodes> errorCodeWithRawValue(std::intptr_t rawValue) {

@@ -4,7 +4,6 @@
 #include <optional>
 #include <string>
 
-#include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/ads/AdProtocol.h"
 #include "VexmoraSDK/platform/foundation/Geometry.h"
 #include "VexmoraSDK/platform/foundation/Url.h"
@@ -18,7 +17,7 @@ class InternalAdView;
 class VexmoraView;
 
 /// The helper that every ad view owns.
-class VEXMORA_EXPORT AdViewHandler {
+class AdViewHandler {
  public:
     /// Takes the template of the request address from the settings; without one, a fatal stop.
     AdViewHandler();

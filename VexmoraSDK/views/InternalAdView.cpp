@@ -1,26 +1,57 @@
 #include "VexmoraSDK/views/InternalAdView.h"
 
-#include <new>
-
+#include "VexmoraSDK/ads/ImageAd.h"
 #include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/views/AdViewHandler.h"
 
 namespace VexmoraSDK {
 
-void InternalAdView::setContainerId(std::optional<std::string> containerId) noexcept try {
+using platform::unwrap;
+
+InternalAdView::InternalAdView(platform::Rect frame, VexmoraViewType viewType,
+                               const std::vector<VexmoraAdType>& allowedAdTypes,
+                               const std::vector<VexmoraAdType>& adTypes)
+    : VexmoraView(frame),
+      viewType_(viewType),
+      allowedAdTypes_(allowedAdTypes),
+      adTypes_(rawValues(adTypes)),
+      vexmoraDelegate_(std::make_shared<AdViewHandler>()) {}
+
+InternalAdView::InternalAdView(const platform::Coder& coder, VexmoraViewType viewType,
+                               const std::vector<VexmoraAdType>& allowedAdTypes,
+                               const std::vector<VexmoraAdType>& adTypes)
+    : VexmoraView(coder),
+      viewType_(viewType),
+      allowedAdTypes_(allowedAdTypes),
+      adTypes_(rawValues(adTypes)),
+      vexmoraDelegate_(std::make_shared<AdViewHandler>()) {}
+
+void InternalAdView::setContainerId(std::optional<std::string> containerId) noexcept {
     containerId_ = std::move(containerId);
     containerSetCallback();
-} catch (const std::bad_alloc&) {
-    platform::fatalNoMemory();
-}
-
-void InternalAdView::setDelegate(std::shared_ptr<VexmoraDelegate> delegate) noexcept {
-    delegate_.set(std::move(delegate));
 }
 
 void InternalAdView::adReadyCallback() {
-    platform::unwrap(platform::MainQueue::main()).async([self = shared<InternalAdView>()] {
-        self->draw();
-    });
+    unwrap(platform::MainQueue::main()).async([self = shared<InternalAdView>()] { self->draw(); });
+}
+
+void InternalAdView::receive(const std::shared_ptr<AdProtocol>& ad) {
+    store(ad);
+    vexmoraDelegate_->addObserver(*this, ad);
+    vexmoraDelegate_->addTapHandler(*this);
+}
+
+void InternalAdView::draw() {
+    // A reference of its own: the host may give the view another ad meanwhile.
+    const auto drawn = ad_;
+    unwrap(drawn).render(*this);
+    tell(&VexmoraDelegate::didReceiveAd);
+}
+
+void InternalAdView::open(const std::shared_ptr<ImageAd>& ad) {
+    // A copy: the host may give the view another ad while it hears of the tap.
+    const platform::Url clickUrl = unwrap(ad).clickUrl();
+    vexmoraDelegate_->handleTap(*this, clickUrl);
 }
 
 InternalAdView::Method InternalAdView::method(std::string_view selector) const {

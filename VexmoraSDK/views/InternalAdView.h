@@ -1,12 +1,20 @@
 #pragma once
 
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/foundation/Guarded.h"
 #include "VexmoraSDK/types/VexmoraAdType.h"
-#include "VexmoraSDK/views/AdViewHandler.h"
 #include "VexmoraSDK/views/VexmoraView.h"
 
 namespace VexmoraSDK {
+
+class AdProtocol;
+class AdViewHandler;
+class ImageAd;
 
 /// The life that every ad view shares: assigning the container identifier starts a request, the ad
 /// that it brings is stored, and when the ad's picture has arrived it is drawn.
@@ -20,8 +28,12 @@ class VEXMORA_EXPORT InternalAdView : public VexmoraView {
     const std::optional<std::string>& containerId() const override { return containerId_; }
     void setContainerId(std::optional<std::string> containerId) noexcept override;
     std::shared_ptr<VexmoraDelegate> delegate() const override { return delegate_.get(); }
-    void setDelegate(std::shared_ptr<VexmoraDelegate> delegate) noexcept override;
+    void setDelegate(std::shared_ptr<VexmoraDelegate> delegate) noexcept override {
+        delegate_.set(std::move(delegate));
+    }
 
+    /// Absent until a request has brought one.
+    const std::shared_ptr<AdProtocol>& ad() const { return ad_; }
     /// The ad types that this kind of view can show.
     const std::vector<VexmoraAdType>& allowedAdTypes() const { return allowedAdTypes_; }
     /// The view's helper, not the host's delegate; never absent.
@@ -46,17 +58,22 @@ class VEXMORA_EXPORT InternalAdView : public VexmoraView {
  protected:
     /// A view with a frame, or as the coder of an interface file describes it. `allowedAdTypes`
     /// outlives the view; `adTypes` is what the view asks for at first.
-    template <class FrameOrCoder>
-    InternalAdView(const FrameOrCoder& frameOrCoder, VexmoraViewType viewType,
+    InternalAdView(platform::Rect frame, VexmoraViewType viewType,
                    const std::vector<VexmoraAdType>& allowedAdTypes,
-                   const std::vector<VexmoraAdType>& adTypes)
-        : VexmoraView(frameOrCoder),
-          viewType_(viewType),
-          allowedAdTypes_(allowedAdTypes),
-          adTypes_(rawValues(adTypes)) {}
+                   const std::vector<VexmoraAdType>& adTypes);
+    InternalAdView(const platform::Coder& coder, VexmoraViewType viewType,
+                   const std::vector<VexmoraAdType>& allowedAdTypes,
+                   const std::vector<VexmoraAdType>& adTypes);
 
-    /// Draws the ad into the view and tells the delegate. Main thread.
-    virtual void draw() = 0;
+    /// Takes the ad that a request has brought, and waits for its picture and for taps.
+    void receive(const std::shared_ptr<AdProtocol>& ad);
+    void store(std::shared_ptr<AdProtocol> ad) { ad_ = std::move(ad); }
+
+    /// Draws the ad into the view and tells the delegate; no ad is a fatal stop. Main thread.
+    virtual void draw();
+
+    /// Tells the host that `ad` was tapped and opens its address; no ad is a fatal stop.
+    void open(const std::shared_ptr<ImageAd>& ad);
 
     Method method(std::string_view selector) const override;
 
@@ -65,7 +82,8 @@ class VEXMORA_EXPORT InternalAdView : public VexmoraView {
     const std::vector<VexmoraAdType>& allowedAdTypes_;
     std::vector<std::intptr_t> adTypes_;
     platform::Guarded<VexmoraDelegate> delegate_;
-    const std::shared_ptr<AdViewHandler> vexmoraDelegate_ = std::make_shared<AdViewHandler>();
+    std::shared_ptr<AdProtocol> ad_;
+    const std::shared_ptr<AdViewHandler> vexmoraDelegate_;
     std::optional<std::string> containerId_;
 };
 

@@ -1,6 +1,9 @@
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 
+#include "VexmoraSDK/ads/AdFactory.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/platform/foundation/NoDestructor.h"
+#include "VexmoraSDK/views/AdViewHandler.h"
 
 namespace VexmoraSDK {
 
@@ -17,10 +20,22 @@ std::shared_ptr<VexmoraBannerView> VexmoraBannerView::create(platform::Rect fram
 }
 
 VexmoraBannerView::VexmoraBannerView(platform::Rect frame)
-    : FetchedAdView(frame, VexmoraViewType::banner, allowedAdTypes(), allowedAdTypes()) {}
+    : InternalAdView(frame, VexmoraViewType::banner, allowedAdTypes(), allowedAdTypes()) {}
 
 VexmoraBannerView::VexmoraBannerView(const platform::Coder& coder)
-    : FetchedAdView(coder, VexmoraViewType::banner, allowedAdTypes(), allowedAdTypes()) {}
+    : InternalAdView(coder, VexmoraViewType::banner, allowedAdTypes(), allowedAdTypes()) {}
+
+std::shared_ptr<Banner> VexmoraBannerView::ad() const {
+    return std::static_pointer_cast<Banner>(InternalAdView::ad());
+}
+
+void VexmoraBannerView::containerSetCallback() {
+    const auto self = shared<VexmoraBannerView>();
+    AdFactory::fetchAndCreateBanner(
+        vexmoraDelegate()->getUrl(*this),
+        [self](const std::shared_ptr<Banner>& banner) { self->receive(banner); },
+        [self](const VexmoraError& error) { self->tell(&VexmoraDelegate::didHaveError, error); });
+}
 
 void VexmoraBannerView::draw() {
     const auto drawn = ad();
@@ -28,6 +43,13 @@ void VexmoraBannerView::draw() {
     const auto image = unwrap(ad()).image();
     setFrame({frame().origin, unwrap(image).size()});
     tell(&VexmoraDelegate::didReceiveAd);
+}
+
+VexmoraBannerView::Method VexmoraBannerView::method(std::string_view selector) const {
+    if (selector == Utils::handleTapCallbackSelector) {
+        return [](Object& self, Object*) { static_cast<VexmoraBannerView&>(self).handleTap(); };
+    }
+    return InternalAdView::method(selector);
 }
 
 }  // namespace VexmoraSDK

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "VexmoraSDK/Export.h"
-#include "VexmoraSDK/views/FetchedAdView.h"
+#include "VexmoraSDK/ads/Banner.h"
+#include "VexmoraSDK/views/InternalAdView.h"
 
 namespace VexmoraSDK {
 
 /// Shows a banner ad: one picture, whose size the view takes.
-class VEXMORA_EXPORT VexmoraBannerView
-    : public FetchedAdView<Banner, &AdFactory::fetchAndCreateBanner> {
+class VEXMORA_EXPORT VexmoraBannerView : public InternalAdView {
  public:
     static constexpr std::string_view kClassName = "VexmoraSDK.VexmoraBannerView";
     /// `banner`, `mediumBanner`, `fullBanner`; what `adTypes` is at first.
@@ -20,8 +20,17 @@ class VEXMORA_EXPORT VexmoraBannerView
 
     std::string_view className() const override { return kClassName; }
 
+    /// Absent until a request has brought one.
+    std::shared_ptr<Banner> ad() const;
+    void setAd(std::shared_ptr<Banner> ad) { store(std::move(ad)); }
+
+    void containerSetCallback() override;
+    /// The ad was tapped: tells the host and opens the ad's address. No ad is a fatal stop.
+    void handleTap() { open(ad()); }
+
  protected:
     void draw() override;
+    Method method(std::string_view selector) const override;
 };
 
 }  // namespace VexmoraSDK

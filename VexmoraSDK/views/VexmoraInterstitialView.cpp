@@ -3,7 +3,9 @@
 #include "VexmoraSDK/ads/AdFactory.h"
 #include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/platform/foundation/NoDestructor.h"
+#include "VexmoraSDK/platform/ui/Button.h"
 #include "VexmoraSDK/platform/ui/Window.h"
+#include "VexmoraSDK/views/AdViewHandler.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 
 namespace VexmoraSDK {
@@ -21,12 +23,12 @@ std::shared_ptr<VexmoraInterstitialView> VexmoraInterstitialView::create(platfor
 }
 
 VexmoraInterstitialView::VexmoraInterstitialView(platform::Rect frame)
-    : AdView(frame, VexmoraViewType::interstitial, allowedAdTypes(),
-             VexmoraBannerView::allowedAdTypes()) {}
+    : InternalAdView(frame, VexmoraViewType::interstitial, allowedAdTypes(),
+                     VexmoraBannerView::allowedAdTypes()) {}
 
 VexmoraInterstitialView::VexmoraInterstitialView(const platform::Coder& coder)
-    : AdView(coder, VexmoraViewType::interstitial, allowedAdTypes(),
-             VexmoraBannerView::allowedAdTypes()) {}
+    : InternalAdView(coder, VexmoraViewType::interstitial, allowedAdTypes(),
+                     VexmoraBannerView::allowedAdTypes()) {}
 
 void VexmoraInterstitialView::containerSetCallback() {
     const auto self = shared<VexmoraInterstitialView>();
@@ -46,19 +48,11 @@ void VexmoraInterstitialView::handleResponse(const platform::Data& body) {
         tell(&VexmoraDelegate::didHaveError, VexmoraError(VexmoraErrorCodes::NoFill, std::nullopt));
         return;
     }
-    // Only the first record is looked at so strictly before any model is built.
-    AdFactory::adTypeOf(records.front());
     std::vector<std::shared_ptr<Banner>> banners;
     banners.reserve(records.size());
     for (const auto& record : records)
         banners.push_back(AdFactory::createAd<Banner>(record));
     receive(banners.front());
-}
-
-void VexmoraInterstitialView::draw() {
-    const auto drawn = ad();
-    unwrap(drawn).render(*this);
-    tell(&VexmoraDelegate::didReceiveAd);
 }
 
 void VexmoraInterstitialView::handleCloseTap() {
@@ -74,7 +68,7 @@ void VexmoraInterstitialView::handleCloseTap() {
 
 void VexmoraInterstitialView::setOutlet(std::string_view outlet,
                                         const std::shared_ptr<Object>& object) {
-    if (outlet != "closeButton") return AdView::setOutlet(outlet, object);
+    if (outlet != "closeButton") return InternalAdView::setOutlet(outlet, object);
     setCloseButton(platform::forcedConversion<platform::Button>(object));
 }
 
@@ -84,7 +78,7 @@ VexmoraInterstitialView::Method VexmoraInterstitialView::method(std::string_view
             static_cast<VexmoraInterstitialView&>(self).handleCloseTap();
         };
     }
-    return AdView::method(selector);
+    return InternalAdView::method(selector);
 }
 
 }  // namespace VexmoraSDK

@@ -1,15 +1,18 @@
 #pragma once
 
 #include "VexmoraSDK/Export.h"
-#include "VexmoraSDK/platform/ui/Button.h"
-#include "VexmoraSDK/views/AdView.h"
+#include "VexmoraSDK/views/InternalAdView.h"
 
 namespace VexmoraSDK {
+
+namespace platform {
+class Button;
+}  // namespace platform
 
 /// Shows a full-screen ad on a screen that the host presents, with a button that closes it. The
 /// picture is centred when it is drawn: give the view its frame, at (0, 0), before. Once
 /// there is an ad, a tap anywhere but on the button is a fatal stop.
-class VEXMORA_EXPORT VexmoraInterstitialView : public AdView<AdProtocol> {
+class VEXMORA_EXPORT VexmoraInterstitialView : public InternalAdView {
  public:
     static constexpr std::string_view kClassName = "VexmoraSDK.VexmoraInterstitialView";
     /// `leaderboard`, `mediumRectangle`. Until it is told otherwise a view asks for the types of a
@@ -22,6 +25,8 @@ class VEXMORA_EXPORT VexmoraInterstitialView : public AdView<AdProtocol> {
     explicit VexmoraInterstitialView(const platform::Coder& coder);
 
     std::string_view className() const override { return kClassName; }
+
+    void setAd(std::shared_ptr<AdProtocol> ad) { store(std::move(ad)); }
 
     /// The outlet that the interface file fills; absent in a view made without it.
     const std::shared_ptr<platform::Button>& closeButton() const { return closeButton_; }
@@ -37,7 +42,6 @@ class VEXMORA_EXPORT VexmoraInterstitialView : public AdView<AdProtocol> {
     void setOutlet(std::string_view outlet, const std::shared_ptr<Object>& object) override;
 
  protected:
-    void draw() override;
     Method method(std::string_view selector) const override;
 
  private:

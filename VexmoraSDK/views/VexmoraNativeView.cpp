@@ -3,7 +3,11 @@
 #include <algorithm>
 #include <limits>
 
+#include "VexmoraSDK/ads/AdFactory.h"
 #include "VexmoraSDK/platform/foundation/NoDestructor.h"
+#include "VexmoraSDK/platform/ui/ImageView.h"
+#include "VexmoraSDK/platform/ui/TextView.h"
+#include "VexmoraSDK/views/AdViewHandler.h"
 
 namespace VexmoraSDK {
 
@@ -22,10 +26,24 @@ std::shared_ptr<VexmoraNativeView> VexmoraNativeView::create(platform::Rect fram
 }
 
 VexmoraNativeView::VexmoraNativeView(platform::Rect frame)
-    : FetchedAdView(frame, VexmoraViewType::native, allowedAdTypes(), allowedAdTypes()) {}
+    : InternalAdView(frame, VexmoraViewType::native, allowedAdTypes(), allowedAdTypes()),
+      lastTextViewYPos_(Utils::nativeStartY) {}
 
 VexmoraNativeView::VexmoraNativeView(const platform::Coder& coder)
-    : FetchedAdView(coder, VexmoraViewType::native, allowedAdTypes(), allowedAdTypes()) {}
+    : InternalAdView(coder, VexmoraViewType::native, allowedAdTypes(), allowedAdTypes()),
+      lastTextViewYPos_(Utils::nativeStartY) {}
+
+std::shared_ptr<Native> VexmoraNativeView::ad() const {
+    return std::static_pointer_cast<Native>(InternalAdView::ad());
+}
+
+void VexmoraNativeView::containerSetCallback() {
+    const auto self = shared<VexmoraNativeView>();
+    AdFactory::fetchAndCreateAd(
+        vexmoraDelegate()->getUrl(*this),
+        [self](const std::shared_ptr<Native>& native) { self->receive(native); },
+        [self](const VexmoraError& error) { self->tell(&VexmoraDelegate::didHaveError, error); });
+}
 
 void VexmoraNativeView::draw() {
     const auto drawn = ad();
@@ -39,8 +57,14 @@ void VexmoraNativeView::draw() {
              VexmoraError(VexmoraErrorCodes::ImageRequestError, std::nullopt));
         return;
     }
-    drawn->render(*this);
-    tell(&VexmoraDelegate::didReceiveAd);
+    InternalAdView::draw();
+}
+
+VexmoraNativeView::Method VexmoraNativeView::method(std::string_view selector) const {
+    if (selector == Utils::handleTapCallbackSelector) {
+        return [](Object& self, Object*) { static_cast<VexmoraNativeView&>(self).handleTap(); };
+    }
+    return InternalAdView::method(selector);
 }
 
 void VexmoraNativeView::didAddSubview(platform::View& subview) {

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "VexmoraSDK/Export.h"
-#include "VexmoraSDK/views/FetchedAdView.h"
+#include "VexmoraSDK/ads/Native.h"
+#include "VexmoraSDK/views/InternalAdView.h"
 
 namespace VexmoraSDK {
 
 /// Shows a native ad: its picture at the left and three texts stacked to its right. Takes the size
 /// of what it shows.
-class VEXMORA_EXPORT VexmoraNativeView
-    : public FetchedAdView<Native, &AdFactory::fetchAndCreateAd> {
+class VEXMORA_EXPORT VexmoraNativeView : public InternalAdView {
  public:
     static constexpr std::string_view kClassName = "VexmoraSDK.VexmoraNativeView";
     /// `native`; what `adTypes` is at first.
@@ -21,6 +21,14 @@ class VEXMORA_EXPORT VexmoraNativeView
 
     std::string_view className() const override { return kClassName; }
 
+    /// Absent until a request has brought one.
+    std::shared_ptr<Native> ad() const;
+    void setAd(std::shared_ptr<Native> ad) { store(std::move(ad)); }
+
+    void containerSetCallback() override;
+    /// The ad was tapped: tells the host and opens the ad's address. No ad is a fatal stop.
+    void handleTap() { open(ad()); }
+
     /// The size of the content, whatever is proposed: texts one above the other beside pictures.
     /// How far the texts overlap, and the gap beside the picture, do not count.
     platform::Size sizeThatFits(platform::Size proposed) override;
@@ -29,9 +37,10 @@ class VEXMORA_EXPORT VexmoraNativeView
     /// Fits an added text to its width and stacks it below the last.
     void didAddSubview(platform::View& subview) override;
     void draw() override;
+    Method method(std::string_view selector) const override;
 
  private:
-    double lastTextViewYPos_ = Utils::nativeStartY;
+    double lastTextViewYPos_;
 };
 
 }  // namespace VexmoraSDK

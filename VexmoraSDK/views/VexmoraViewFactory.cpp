@@ -1,7 +1,5 @@
 #include "VexmoraSDK/views/VexmoraViewFactory.h"
 
-#include <new>
-
 #include "VexmoraSDK/platform/foundation/Bundle.h"
 #include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/platform/foundation/NoDestructor.h"
@@ -56,7 +54,7 @@ std::shared_ptr<VexmoraView> makeView(const std::string& containerId,
 
 std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& containerId,
                                                             std::string_view adSize,
-                                                            Delegate delegate) noexcept try {
+                                                            Delegate delegate) noexcept {
     const auto adTypes = adTypesBySize().find(adSize);
     if (adTypes == adTypesBySize().end() || adTypes->second.empty()) return nullptr;
     const auto viewType = adViewBySize().find(adSize);
@@ -70,13 +68,11 @@ std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& c
             return makeView<VexmoraBannerView>(containerId, adTypes->second, std::move(delegate));
         default: return nullptr;
     }
-} catch (const std::bad_alloc&) {
-    platform::fatalNoMemory();
 }
 
 std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& containerId,
                                                             VexmoraViewType viewType,
-                                                            Delegate delegate) noexcept try {
+                                                            Delegate delegate) noexcept {
     switch (viewType) {
         case VexmoraViewType::interstitial:
             return makeView<VexmoraInterstitialView>(
@@ -88,13 +84,11 @@ std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& c
             return makeView<VexmoraBannerView>(containerId, VexmoraBannerView::allowedAdTypes(),
                                                std::move(delegate));
     }
-} catch (const std::bad_alloc&) {
-    platform::fatalNoMemory();
 }
 
 std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& containerId,
                                                             VexmoraAdType adType,
-                                                            Delegate delegate) noexcept try {
+                                                            Delegate delegate) noexcept {
     switch (adType) {
         case VexmoraAdType::native:
             return makeView<VexmoraNativeView>(containerId, {adType}, std::move(delegate));
@@ -112,8 +106,6 @@ std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& c
                                VexmoraError(VexmoraErrorCodes::InvalidAdTypeError, std::nullopt));
     }
     return nullptr;
-} catch (const std::bad_alloc&) {
-    platform::fatalNoMemory();
 }
 
 std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& containerId,

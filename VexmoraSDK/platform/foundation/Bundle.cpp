@@ -1,12 +1,10 @@
 #include "VexmoraSDK/platform/foundation/Bundle.h"
 
 #include <dlfcn.h>
-#include <new>
 
 #include <mutex>
 #include <utility>
 
-#include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/platform/foundation/NoDestructor.h"
 #include "VexmoraSDK/platform/foundation/PropertyList.h"
 
@@ -68,11 +66,9 @@ Bundle::Bundle(fs::path folder) : folder_(std::move(folder)) {
     info_ = PropertyList::dictionaryWithContentsOfFile(folder_ / kInfoFile).value_or(Dictionary());
 }
 
-const Bundle& Bundle::library() noexcept try {
+const Bundle& Bundle::library() noexcept {
     static const NoDestructor<Bundle> bundle(libraryFolder());
     return *bundle;
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
 void Bundle::setLibraryFolder(fs::path folder) noexcept {
@@ -81,13 +77,11 @@ void Bundle::setLibraryFolder(fs::path folder) noexcept {
     host.folder = std::move(folder);
 }
 
-fs::path Bundle::shippedLibraryFolder() noexcept try {
+fs::path Bundle::shippedLibraryFolder() noexcept {
     for (const auto& start : {folderOfThisCode(), folderOfTheExecutable()}) {
         if (auto found = sharedFolderNear(start)) return *found;
     }
     return {};
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
 const Value* Bundle::objectForInfoDictionaryKey(std::string_view key) const {

@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <new>
 
-#include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/platform/foundation/PropertyList.h"
 
 namespace VexmoraSDK::platform {
@@ -116,18 +114,14 @@ Dictionary restored(const Dictionary& values) {
 
 }  // namespace
 
-std::optional<Coder> Coder::fromData(const Data& data) noexcept try {
+std::optional<Coder> Coder::fromData(const Data& data) noexcept {
     const auto values = PropertyList::dictionary(data);
     if (!values) return std::nullopt;
     return Coder(restored(*values));
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
-void Coder::encode(std::string key, Value value) noexcept try {
+void Coder::encode(std::string key, Value value) noexcept {
     values_.insert_or_assign(std::move(key), std::move(value));
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
 std::optional<double> Coder::number(std::string_view key) const {
@@ -149,10 +143,8 @@ std::optional<Color> Coder::color(std::string_view key) const {
     return Color{red, green, blue, alpha};
 }
 
-Data Coder::data() const noexcept try {
+Data Coder::data() const noexcept {
     return PropertyList::binary(archived(values_, PropertyList::kMostLevels - 1));
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
 }  // namespace VexmoraSDK::platform

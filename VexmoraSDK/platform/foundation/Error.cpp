@@ -1,9 +1,5 @@
 #include "VexmoraSDK/platform/foundation/Error.h"
 
-#include <new>
-
-#include "VexmoraSDK/platform/foundation/Fatal.h"
-
 namespace VexmoraSDK::platform {
 namespace {
 
@@ -16,20 +12,16 @@ constexpr const char* kUserInfoKey = "NSUserInfo";
 Error::Error(std::string domain, std::intptr_t code, std::optional<Dictionary> userInfo)
     : domain_(std::move(domain)), code_(code), userInfo_(std::move(userInfo)) {}
 
-Error::Error(const Coder& coder) noexcept try : code_(0) {
+Error::Error(const Coder& coder) noexcept : code_(0) {
     if (const auto* domain = coder.decode<std::string>(kDomainKey)) domain_ = *domain;
     if (const auto* code = coder.decode<std::int64_t>(kCodeKey)) code_ = *code;
     if (const auto* userInfo = coder.decode<Dictionary>(kUserInfoKey)) userInfo_ = *userInfo;
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
-void Error::encode(Coder& coder) const noexcept try {
+void Error::encode(Coder& coder) const noexcept {
     coder.encode(kDomainKey, domain_);
     coder.encode(kCodeKey, std::int64_t{code_});
     if (userInfo_) coder.encode(kUserInfoKey, *userInfo_);
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
 }  // namespace VexmoraSDK::platform

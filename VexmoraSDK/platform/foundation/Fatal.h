@@ -9,10 +9,8 @@
 namespace VexmoraSDK::platform {
 
 // No exception leaves the library. What hosts call to have work done, the blocks of the main queue,
-// the tops of threads, deleters and callbacks of C libraries are `noexcept`. Of itself the library
-// throws `std::bad_alloc` only, on behalf of C libraries too, and at those bounds that is a fatal
-// stop, "out of memory"; the report of a bare `noexcept` would not say so. In a transfer what
-// libcurl or the body of the answer lacks is an error of the transport instead.
+// the tops of threads, deleters and callbacks of C libraries are `noexcept`, and lack of memory
+// ends the process there. Only what can do without catches `std::bad_alloc`.
 //
 // The stops themselves are not `noexcept`: the fuzzers link some that throw in their place.
 

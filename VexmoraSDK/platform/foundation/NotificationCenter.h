@@ -8,13 +8,32 @@
 #include <string_view>
 #include <vector>
 
-#include "VexmoraSDK/platform/foundation/Notification.h"
+#include "VexmoraSDK/Export.h"
+#include "VexmoraSDK/platform/foundation/Object.h"
 
 namespace VexmoraSDK::platform {
 
+/// What an observer's selector gets as its argument.
+class VEXMORA_EXPORT Notification : public Object {
+ public:
+    static constexpr std::string_view kClassName = "Notification";
+
+    Notification(std::string name, std::shared_ptr<Object> object)
+        : name_(std::move(name)), object_(std::move(object)) {}
+
+    std::string_view className() const override { return kClassName; }
+    const std::string& name() const { return name_; }
+    /// The sender; may be absent.
+    const std::shared_ptr<Object>& object() const { return object_; }
+
+ private:
+    std::string name_;
+    std::shared_ptr<Object> object_;
+};
+
 /// Delivers notifications to the observers that asked for their name and sender. Observers and
 /// senders are held weakly; what is gone is forgotten. Any thread.
-class NotificationCenter {
+class VEXMORA_EXPORT NotificationCenter {
  public:
     /// The process-wide centre; never destroyed.
     static NotificationCenter& defaultCenter();

@@ -21,8 +21,6 @@ class VEXMORA_EXPORT Object : public std::enable_shared_from_this<Object> {
     /// The name that fatal reports give this object's class.
     virtual std::string_view className() const { return kClassName; }
 
-    bool respondsTo(std::string_view selector) const { return method(selector) != nullptr; }
-
     /// Runs the method of that name on the calling thread. `argument` may be absent. A selector
     /// that the object does not answer is a fatal stop.
     void perform(std::string_view selector, Object* argument);
@@ -38,11 +36,14 @@ class VEXMORA_EXPORT Object : public std::enable_shared_from_this<Object> {
     /// does not answer itself.
     virtual Method method(std::string_view selector) const;
 
-    /// This object as the `T` that it is.
+    /// This object as the `T` that it is. One that no `std::shared_ptr` holds is a fatal stop.
     template <class T>
     std::shared_ptr<T> shared() {
-        return std::static_pointer_cast<T>(shared_from_this());
+        return std::static_pointer_cast<T>(self());
     }
+
+ private:
+    std::shared_ptr<Object> self();
 };
 
 }  // namespace VexmoraSDK::platform

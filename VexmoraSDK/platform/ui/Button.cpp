@@ -4,6 +4,8 @@
 #include <cmath>
 
 #include "VexmoraSDK/platform/Font.h"
+#include "VexmoraSDK/platform/TextLayout.h"
+#include "VexmoraSDK/platform/foundation/Coder.h"
 
 namespace VexmoraSDK::platform {
 namespace {
@@ -11,6 +13,8 @@ namespace {
 constexpr double kFingerSize = 44;
 
 }  // namespace
+
+Button::Button(Rect frame) : View(frame) {}
 
 Button::Button(const Coder& coder) : View(coder) {
     if (const auto* title = coder.decode<std::string>("title")) title_ = *title;
@@ -20,6 +24,8 @@ Button::Button(const Coder& coder) : View(coder) {
         accessibilityLabel_ = *label;
     }
 }
+
+Button::~Button() = default;
 
 void Button::setTitle(std::string title) {
     title_ = std::move(title);

@@ -4,10 +4,11 @@
 #include <string>
 
 #include "VexmoraSDK/Export.h"
-#include "VexmoraSDK/platform/TextLayout.h"
 #include "VexmoraSDK/platform/ui/View.h"
 
 namespace VexmoraSDK::platform {
+
+class TextLayout;
 
 /// A title in the middle of a background. However small it looks, a finger hits it within 44 × 44
 /// points.
@@ -16,9 +17,10 @@ class VEXMORA_EXPORT Button : public View {
     static constexpr std::string_view kClassName = "Button";
 
     static std::shared_ptr<Button> create(Rect frame) { return makeSharedOnMain<Button>(frame); }
-    explicit Button(Rect frame) : View(frame) {}
+    explicit Button(Rect frame);
     /// Besides what a view has: "title", "titleSize", "titleColor" and "accessibilityLabel".
     explicit Button(const Coder& coder);
+    ~Button() override;
 
     std::string_view className() const override { return kClassName; }
 

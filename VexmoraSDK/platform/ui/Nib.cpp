@@ -5,6 +5,7 @@
 #include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/platform/foundation/PropertyList.h"
 #include "VexmoraSDK/platform/ui/Button.h"
+#include "VexmoraSDK/platform/ui/TapGestureRecognizer.h"
 #include "VexmoraSDK/platform/ui/TextView.h"
 
 namespace VexmoraSDK::platform {

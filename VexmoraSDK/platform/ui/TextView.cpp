@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "VexmoraSDK/platform/TextLayout.h"
+#include "VexmoraSDK/platform/foundation/Coder.h"
+
 namespace VexmoraSDK::platform {
 namespace {
 
@@ -10,6 +13,8 @@ constexpr double kDefaultFontSize = 12;
 
 }  // namespace
 
+TextView::TextView(Rect frame) : View(frame) {}
+
 TextView::TextView(const Coder& coder)
     : View(coder), textColor_(coder.color("textColor").value_or(Color::black())) {
     if (const auto* text = coder.decode<std::string>("text")) text_ = *text;
@@ -17,6 +22,8 @@ TextView::TextView(const Coder& coder)
     const auto* name = coder.decode<std::string>("fontName");
     font_ = name ? Font::named(*name, size) : Font::system(size);
 }
+
+TextView::~TextView() = default;
 
 void TextView::setText(std::optional<std::string> text) {
     text_ = std::move(text);

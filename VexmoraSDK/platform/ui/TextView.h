@@ -6,10 +6,11 @@
 
 #include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/Font.h"
-#include "VexmoraSDK/platform/TextLayout.h"
 #include "VexmoraSDK/platform/ui/View.h"
 
 namespace VexmoraSDK::platform {
+
+class TextLayout;
 
 /// Shows text in lines, with a container inset around it and 5 points more at the left and the
 /// right of each line.
@@ -20,9 +21,10 @@ class VEXMORA_EXPORT TextView : public View {
     static std::shared_ptr<TextView> create(Rect frame) {
         return makeSharedOnMain<TextView>(frame);
     }
-    explicit TextView(Rect frame) : View(frame) {}
+    explicit TextView(Rect frame);
     /// Besides what a view has: "text", "fontName", "fontSize" and "textColor".
     explicit TextView(const Coder& coder);
+    ~TextView() override;
 
     std::string_view className() const override { return kClassName; }
 

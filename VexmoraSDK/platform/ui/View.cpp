@@ -1,9 +1,9 @@
 #include "VexmoraSDK/platform/ui/View.h"
 
 #include <algorithm>
-#include <new>
 
-#include "VexmoraSDK/platform/foundation/Fatal.h"
+#include "VexmoraSDK/platform/foundation/Coder.h"
+#include "VexmoraSDK/platform/ui/TapGestureRecognizer.h"
 
 namespace VexmoraSDK::platform {
 
@@ -52,12 +52,10 @@ void View::setCornerRadius(double radius) noexcept {
     setNeedsDisplay();
 }
 
-std::vector<std::shared_ptr<View>> View::subviewsInPaintOrder() const noexcept try {
+std::vector<std::shared_ptr<View>> View::subviewsInPaintOrder() const noexcept {
     auto ordered = subviews_;
     std::ranges::stable_sort(ordered, {}, [](const auto& view) { return view->zPosition_; });
     return ordered;
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
 void View::setZPosition(double position) noexcept {
@@ -70,12 +68,10 @@ void View::setSafeAreaInsets(EdgeInsets insets) noexcept {
     placePinnedSubviews();
 }
 
-void View::placePinnedSubviews() noexcept try {
+void View::placePinnedSubviews() noexcept {
     const auto pinned = subviews_;
     for (const auto& subview : pinned)
         subview->placeByPins(*this);
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
 void View::placeByPins(const View& superview) {
@@ -105,15 +101,13 @@ std::shared_ptr<Window> View::window() const {
 
 // A reference of its own: the host may let go of the view meanwhile.
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
-void View::addSubview(std::shared_ptr<View> view) noexcept try {
+void View::addSubview(std::shared_ptr<View> view) noexcept {
     view->removeFromSuperview();
     subviews_.push_back(view);
     view->superview_ = shared<View>();
     view->placeByPins(*this);
     didAddSubview(*view);
     setNeedsDisplay();
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
 void View::removeFromSuperview() noexcept {
@@ -131,16 +125,12 @@ Size View::sizeThatFits(Size) {
     return frame_.size;
 }
 
-void View::sizeToFit() noexcept try {
+void View::sizeToFit() noexcept {
     setFrame({frame_.origin, sizeThatFits(frame_.size)});
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
-void View::addGestureRecognizer(std::shared_ptr<TapGestureRecognizer> recognizer) noexcept try {
+void View::addGestureRecognizer(std::shared_ptr<TapGestureRecognizer> recognizer) noexcept {
     gestureRecognizers_.push_back(std::move(recognizer));
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
 std::shared_ptr<View> View::hitTest(Point point) noexcept {
@@ -158,7 +148,7 @@ bool View::isTouchedAt(Point point) const {
            point.y < frame_.size.height;
 }
 
-bool View::tap(Point point) noexcept try {
+bool View::tap(Point point) noexcept {
     for (auto view = hitTest(point); view; view = view->superview()) {
         if (view->gestureRecognizers_.empty()) continue;
         const auto recognizer = view->gestureRecognizers_.back();
@@ -166,16 +156,12 @@ bool View::tap(Point point) noexcept try {
         return true;
     }
     return false;
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
-void View::setNeedsDisplay() noexcept try {
+void View::setNeedsDisplay() noexcept {
     // A copy: the presenter may take its callback back from inside.
     if (const auto callback = displayCallback_) callback();
     if (const auto parent = superview()) parent->setNeedsDisplay();
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
 }  // namespace VexmoraSDK::platform

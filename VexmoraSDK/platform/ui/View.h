@@ -7,14 +7,14 @@
 
 #include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/platform/MainQueue.h"
-#include "VexmoraSDK/platform/foundation/Coder.h"
 #include "VexmoraSDK/platform/foundation/Color.h"
 #include "VexmoraSDK/platform/foundation/Geometry.h"
 #include "VexmoraSDK/platform/foundation/Object.h"
-#include "VexmoraSDK/platform/ui/TapGestureRecognizer.h"
 
 namespace VexmoraSDK::platform {
 
+class Coder;
+class TapGestureRecognizer;
 class Window;
 
 /// The edges of its superview's safe area that a view keeps at a distance, in points, whatever the

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "VexmoraSDK/platform/ui/Button.h"
+#include "VexmoraSDK/platform/ui/TapGestureRecognizer.h"
 #include "VexmoraSDK/platform/ui/TextView.h"
 #include "tests/unit/FatalReports.h"
 

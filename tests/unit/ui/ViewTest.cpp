@@ -4,6 +4,7 @@
 
 #include "VexmoraSDK/platform/ui/Button.h"
 #include "VexmoraSDK/platform/ui/ImageView.h"
+#include "VexmoraSDK/platform/ui/TapGestureRecognizer.h"
 #include "VexmoraSDK/platform/ui/TextView.h"
 #include "tests/PlainPicture.h"
 #include "tests/fake_platform/FakeMainQueue.h"

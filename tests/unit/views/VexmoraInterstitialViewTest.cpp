@@ -1,6 +1,8 @@
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
 
 #include "VexmoraSDK/ads/Banner.h"
+#include "VexmoraSDK/platform/ui/Button.h"
+#include "VexmoraSDK/platform/ui/ImageView.h"
 #include "VexmoraSDK/platform/ui/Window.h"
 #include "VexmoraSDK/views/VexmoraViewFactory.h"
 #include "tests/PlainPicture.h"

@@ -1,5 +1,7 @@
 #include "VexmoraSDK/views/VexmoraNativeView.h"
 
+#include "VexmoraSDK/platform/ui/ImageView.h"
+#include "VexmoraSDK/platform/ui/TextView.h"
 #include "tests/PlainPicture.h"
 #include "tests/fake_platform/FakeTextLayout.h"
 #include "tests/unit/views/AdViewTest.h"

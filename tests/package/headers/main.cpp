@@ -1,0 +1,62 @@
+#include <iostream>
+#include <typeinfo>
+
+#include "VexmoraSDK/VexmoraSDK.h"
+#include "VexmoraSDK/ads/Banner.h"
+#include "VexmoraSDK/ads/Native.h"
+#include "VexmoraSDK/platform/Application.h"
+#include "VexmoraSDK/platform/Font.h"
+#include "VexmoraSDK/platform/foundation/NotificationCenter.h"
+#include "VexmoraSDK/platform/ui/Button.h"
+#include "VexmoraSDK/platform/ui/ImageView.h"
+#include "VexmoraSDK/platform/ui/TextView.h"
+#include "VexmoraSDK/presenting/Presentation.h"
+#include "VexmoraSDK/views/VexmoraBannerView.h"
+#include "VexmoraSDK/views/VexmoraInterstitialView.h"
+#include "VexmoraSDK/views/VexmoraNativeView.h"
+
+using namespace VexmoraSDK;
+using namespace VexmoraSDK::platform;
+
+// Each class of the installed headers, used from outside of the library, which must export what
+// that takes. It needs no more than to link.
+
+void use(auto member) {
+    std::cout << (member != nullptr);
+}
+
+template <class... Classes>
+void useTypes() {
+    (std::cout << ... << typeid(Classes).name());
+}
+
+int main() {
+    // Members of their own they have only inline ones.
+    useTypes<AdProtocol, AdImageProtocol, ImageAd, InternalAdView, Notification, View,
+             ViewController, VexmoraView, Window>();
+    use(&Object::perform);
+    use(&VexmoraDelegate::didReceiveAd);
+
+    use(&Banner::create);
+    use(&Native::create);
+    use(&VexmoraBannerView::create);
+    use(&VexmoraInterstitialView::handleCloseTap);
+    use(&VexmoraNativeView::sizeThatFits);
+    use(&Font::named);
+    use(&MainQueue::async);
+    use(&Bundle::setLibraryFolder);
+    use(&Coder::fromData);
+    use(&Error::encode);
+    use(&NotificationCenter::post);
+    use(&Url::fromString);
+    use(&Value::integerValue);
+    use(&Image::fromData);
+    use(&ImageView::imageRect);
+    use(&TextView::contentSize);
+    use(&Button::press);
+    use(&Presentation::begin);
+    use(&Application::openUrl);
+    VexmoraViewFactory::createView("home", VexmoraAdType::slideshow);
+    std::cout << VexmoraError(VexmoraErrorCodes::NoFill, {}).code()
+              << std::hash<VexmoraAdType>()(VexmoraAdType::banner);
+}
