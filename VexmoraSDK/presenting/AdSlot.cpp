@@ -438,7 +438,7 @@ const std::optional<AdSlot::Ad>& AdSlot::ad() const {
 void AdSlot::open() noexcept {
     const auto view = impl_->shown;
     // Interstitials do not answer.
-    if (view && view->respondsTo(Utils::handleTapCallbackSelector))
+    if (view && view->viewType() != VexmoraViewType::interstitial)
         view->perform(Utils::handleTapCallbackSelector, nullptr);
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "VexmoraSDK/ads/AdProtocol.h"
 #include "VexmoraSDK/platform/ui/ImageView.h"
 #include "VexmoraSDK/presenting/AdSize.h"
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"

@@ -10,7 +10,11 @@
 #include "VexmoraSDK/platform/ui/Button.h"
 #include "VexmoraSDK/platform/ui/ImageView.h"
 #include "VexmoraSDK/platform/ui/TextView.h"
+#include "VexmoraSDK/presenting/AdSlot.h"
+#include "VexmoraSDK/presenting/InterstitialLayout.h"
+#include "VexmoraSDK/presenting/NativeTexts.h"
 #include "VexmoraSDK/presenting/Presentation.h"
+#include "VexmoraSDK/presenting/TapTarget.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
 #include "VexmoraSDK/views/VexmoraNativeView.h"
@@ -54,6 +58,11 @@ int main() {
     use(&ImageView::imageRect);
     use(&TextView::contentSize);
     use(&Button::press);
+    use(&AdSlot::reload);
+    use(&AdPosition::of);
+    use(&layOutInterstitial);
+    use(&accessibleName);
+    use(&takesTap);
     use(&Presentation::begin);
     use(&Application::openUrl);
     VexmoraViewFactory::createView("home", VexmoraAdType::slideshow);
