@@ -4,9 +4,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "VexmoraSDK/views/VexmoraBannerView.h"
-#include "VexmoraSDK/views/VexmoraInterstitialView.h"
-#include "VexmoraSDK/views/VexmoraNativeView.h"
+#include "VexmoraSDK/views/InternalAdView.h"
 
 namespace VexmoraSDK {
 namespace {
@@ -50,10 +48,7 @@ std::vector<Promise> promises() {
 }
 
 bool hasItsAdAlone(const VexmoraView& view) {
-    const auto holdsAlone = [](const auto* known) { return known && known->ad().use_count() == 1; };
-    return holdsAlone(dynamic_cast<const VexmoraBannerView*>(&view)) ||
-           holdsAlone(dynamic_cast<const VexmoraNativeView*>(&view)) ||
-           holdsAlone(dynamic_cast<const VexmoraInterstitialView*>(&view));
+    return dynamic_cast<const InternalAdView&>(view).ad().use_count() == 1;
 }
 
 }  // namespace VexmoraSDK
