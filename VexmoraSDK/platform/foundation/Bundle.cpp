@@ -72,9 +72,11 @@ const Bundle& Bundle::library() noexcept {
 }
 
 void Bundle::setLibraryFolder(fs::path folder) noexcept {
+    std::error_code failure;
+    auto absolute = folder.empty() ? folder : fs::absolute(folder, failure);
     auto& host = HostFolder::shared();
     const std::lock_guard lock(host.mutex);
-    host.folder = std::move(folder);
+    host.folder = failure ? std::move(folder) : std::move(absolute);
 }
 
 fs::path Bundle::shippedLibraryFolder() noexcept {

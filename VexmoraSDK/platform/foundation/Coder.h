@@ -19,8 +19,8 @@ class VEXMORA_EXPORT Coder {
     Coder() = default;
     /// An archive that holds these values.
     explicit Coder(Dictionary values) : values_(std::move(values)) {}
-    /// The archive that `data()` wrote; absent for bytes that are no property-list dictionary, and
-    /// for more than 10,000 objects.
+    /// The archive that `data()` wrote, whatever its size; absent for bytes that are no
+    /// property-list dictionary, or one that no `data()` writes.
     static std::optional<Coder> fromData(const Data& data) noexcept;
 
     void encode(std::string key, Value value) noexcept;

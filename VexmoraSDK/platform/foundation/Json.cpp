@@ -9,6 +9,7 @@ namespace {
 namespace json = boost::json;
 
 constexpr std::size_t kMaxDepth = 512;
+constexpr std::size_t kMaxBytes = 1 << 20;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 Error readerError(const std::string& reason, std::size_t offset) {
@@ -48,6 +49,7 @@ Value valueFrom(const json::value& source) {
 
 std::variant<Value, Error> read(const Data& data) {
     std::string_view text = textOf(data);
+    if (text.size() > kMaxBytes) return readerError("longer than 1 MiB", kMaxBytes);
     const std::size_t skipped = text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
     text.remove_prefix(skipped);
 

@@ -2,11 +2,13 @@
 
 #include <plist/plist.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <new>
 #include <sstream>
+#include <vector>
 
 namespace VexmoraSDK::platform::PropertyList {
 namespace {
@@ -23,8 +25,10 @@ using Plist = std::unique_ptr<void, FreePlist>;
 /// Property lists count their dates from the first second of 2001.
 constexpr std::chrono::sys_days kEpoch = std::chrono::year(2001) / 1 / 1;
 
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
 /// libplist goes down into a list level by level, however deep, and cannot be told to stop.
-constexpr std::size_t kMostObjects = 10'000;
+constexpr std::size_t kMaxLevelsRead = 10'000;
 
 std::size_t count(std::string_view text, std::string_view part) {
     std::size_t found = 0;
@@ -33,16 +37,115 @@ std::size_t count(std::string_view text, std::string_view part) {
     return found;
 }
 
-/// What bounds the levels: the objects of a binary list, which its last bytes count, and the arrays
-/// and dictionaries that another one opens.
-std::size_t objectsIn(std::string_view list) {
-    if (!list.starts_with("bplist")) return count(list, "<array") + count(list, "<dict");
-    constexpr std::size_t kTrailer = 24;
-    if (list.size() < kTrailer) return 0;
-    std::size_t objects = 0;
-    for (const char byte : list.substr(list.size() - kTrailer, sizeof objects))
-        objects = objects << 8 | static_cast<unsigned char>(byte);
-    return objects;
+/// The objects of a binary list, as far as it must be known before libplist reads it. What lies
+/// outside of the list is empty.
+class BinaryObjects {
+ public:
+    /// A list without a trailer has no objects.
+    explicit BinaryObjects(std::string_view list) : list_(list) {
+        constexpr std::size_t kTrailer = 26;
+        if (list.size() < kTrailer) return;
+        const std::size_t trailer = list.size() - kTrailer;
+        offsetSize_ = number(trailer, 1);
+        referenceSize_ = number(trailer + 1, 1);
+        count_ = std::min(number(trailer + 2, 8), list.size());
+        top_ = number(trailer + 10, 8);
+        offsets_ = number(trailer + 18, 8);
+    }
+
+    /// libplist aborts at a key with a zero in it. No list of ours has a text with one.
+    bool haveAZeroInAText() const {
+        for (std::size_t i = 0; i < count_; ++i) {
+            const auto object = at(i);
+            const std::size_t width = object.type == kAscii ? 1 : object.type == kUtf16 ? 2 : 0;
+            for (std::size_t unit = 0; width != 0 && unit < object.size; ++unit) {
+                const std::size_t where = object.contents + unit * width;
+                if (where + width > list_.size()) break;
+                if (number(where, width) == 0) return true;
+            }
+        }
+        return false;
+    }
+
+    /// Whether arrays and dictionaries are nested deeper than `max`.
+    bool areDeeperThan(std::size_t max) const {
+        std::vector<std::size_t> level = {top_};
+        for (std::size_t depth = 0; !level.empty(); ++depth) {
+            if (depth > max) return true;
+            std::vector<bool> seen(count_);
+            std::vector<std::size_t> next;
+            for (const std::size_t container : level) {
+                for (const std::size_t member : membersOf(at(container))) {
+                    if (member >= count_ || seen[member] || !isContainer(at(member))) continue;
+                    seen[member] = true;
+                    next.push_back(member);
+                }
+            }
+            level = std::move(next);
+        }
+        return false;
+    }
+
+ private:
+    enum Type : unsigned { kAscii = 5, kUtf16 = 6, kArray = 10, kSet = 12, kDictionary = 13 };
+
+    struct Object {
+        std::size_t type = 0;
+        std::size_t size = 0;
+        std::size_t contents = 0;
+    };
+
+    std::size_t number(std::size_t position, std::size_t length) const {
+        std::size_t value = 0;
+        if (position > list_.size() || length > list_.size() - position) return value;
+        for (const char byte : list_.substr(position, length))
+            value = value << 8 | static_cast<unsigned char>(byte);
+        return value;
+    }
+
+    Object at(std::size_t index) const {
+        const std::size_t position = number(offsets_ + index * offsetSize_, offsetSize_);
+        const std::size_t marker = number(position, 1);
+        Object object{marker >> 4, marker & 15, position + 1};
+        if (object.size == 15) {
+            // The size does not fit: it is an integer object that follows.
+            const std::size_t length = std::size_t{1} << (number(object.contents, 1) & 3);
+            object.size = number(object.contents + 1, length);
+            object.contents += 1 + length;
+        }
+        return object;
+    }
+
+    static bool isContainer(const Object& object) {
+        return object.type == kArray || object.type == kSet || object.type == kDictionary;
+    }
+
+    std::vector<std::size_t> membersOf(const Object& container) const {
+        std::vector<std::size_t> members;
+        if (!isContainer(container)) return members;
+        const std::size_t each = container.type == kDictionary ? 2 : 1;
+        const std::size_t count = each * std::min(container.size, list_.size());
+        for (std::size_t i = 0; i < count && container.contents + i < list_.size(); ++i)
+            members.push_back(number(container.contents + i * referenceSize_, referenceSize_));
+        return members;
+    }
+
+    std::string_view list_;
+    std::size_t offsetSize_ = 0;
+    std::size_t referenceSize_ = 0;
+    std::size_t count_ = 0;
+    std::size_t top_ = 0;
+    std::size_t offsets_ = 0;
+};
+
+/// Whether libplist can read the list without harm. A list of XML has at most as many levels as it
+/// opens arrays and dictionaries.
+bool isHarmless(std::string_view list) {
+    if (!list.starts_with("bplist")) {
+        return count(list, "<array") + count(list, "<dict") <= kMaxLevelsRead;
+    }
+    const BinaryObjects objects(list);
+    return !objects.haveAZeroInAText() && !objects.areDeeperThan(kMaxLevelsRead);
 }
 
 Value valueFrom(plist_t node, int levels);
@@ -163,10 +266,11 @@ struct NodeMaker {
 }  // namespace
 
 std::optional<Dictionary> dictionary(const Data& data) {
-    if (objectsIn(textOf(data)) > kMostObjects) return std::nullopt;
+    std::string_view list = textOf(data);
+    if (list.starts_with(kByteOrderMark)) list.remove_prefix(kByteOrderMark.size());
+    if (!isHarmless(list)) return std::nullopt;
     plist_t root = nullptr;
-    plist_from_memory(reinterpret_cast<const char*>(data.data()),
-                      static_cast<std::uint32_t>(data.size()), &root);
+    plist_from_memory(list.data(), static_cast<std::uint32_t>(list.size()), &root);
     const Plist owner(root);
     if (!root || plist_get_node_type(root) != PLIST_DICT) return std::nullopt;
     return dictionaryFrom(root, kMostLevels);

@@ -52,6 +52,26 @@ TEST(VexmoraErrorTest, RestoresWhateverAnArchiveHolds) {
     EXPECT_FALSE(Coder::fromData(platform::dataOf("no archive")));
 }
 
+TEST(VexmoraErrorTest, IsRestoredFromAnArchiveOfAnySize) {
+    const Dictionary large = {{"causes", Array(20'000, Dictionary{{"a", std::string("b")}})}};
+    const VexmoraError error(VexmoraErrorCodes::RequestError, large);
+    EXPECT_EQ(archivedAndRestored(error).userInfo(), large);
+}
+
+TEST(VexmoraErrorTest, OutlivesAnyDamageToOneByteOfItsArchive) {
+    Coder archive;
+    VexmoraError(VexmoraErrorCodes::RequestError, Dictionary{{"why", std::string("no route")}})
+        .encode(archive);
+    const platform::Data whole = archive.data();
+    for (std::size_t at = 0; at < whole.size(); ++at) {
+        platform::Data damaged = whole;
+        for (unsigned byte = 0; byte < 256; ++byte) {
+            damaged[at] = static_cast<std::byte>(byte);
+            if (const auto read = Coder::fromData(damaged)) VexmoraError(*read).code();
+        }
+    }
+}
+
 TEST(VexmoraErrorDeathTest, RefusesAFreeDomain) {
     EXPECT_DEATH(VexmoraError("Elsewhere", 5, std::nullopt),
                  "^errors/VexmoraError: 6: 20: fatal error: use of unimplemented initializer "

@@ -78,5 +78,13 @@ TEST(JsonTest, TellsWhatIsWrongAndAtWhichByte) {
     EXPECT_TRUE(errorInfoOf("7").contains("NSLocalizedDescription"));
 }
 
+TEST(JsonTest, RefusesATextOfMoreThanAMebibyte) {
+    const auto reads = [](std::size_t size) {
+        return std::holds_alternative<Value>(Json::read(dataOf("[]" + std::string(size - 2, ' '))));
+    };
+    EXPECT_TRUE(reads(1 << 20));
+    EXPECT_FALSE(reads((1 << 20) + 1));
+}
+
 }  // namespace
 }  // namespace VexmoraSDK::platform

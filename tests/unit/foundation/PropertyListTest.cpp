@@ -17,6 +17,9 @@ TEST(PropertyListTest, ReadsXmlAndBinary) {
     EXPECT_EQ(PropertyList::dictionary(
                   dataOf("<plist><dict><key>name</key><string>x</string></dict></plist>")),
               named);
+    EXPECT_EQ(PropertyList::dictionary(
+                  dataOf("\xEF\xBB\xBF<plist><dict><key>name</key><false/></dict></plist>")),
+              (Dictionary{{"name", false}}));
 }
 
 TEST(PropertyListTest, IsAbsentForBytesThatHoldNoDictionary) {
