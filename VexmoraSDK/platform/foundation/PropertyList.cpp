@@ -71,7 +71,8 @@ class BinaryObjects {
     bool areDeeperThan(std::size_t max) const {
         std::vector<std::size_t> level = {top_};
         for (std::size_t depth = 0; !level.empty(); ++depth) {
-            if (depth > max) return true;
+            // More levels than there are objects are a cycle.
+            if (depth > std::min(max, count_)) return true;
             std::vector<bool> seen(count_);
             std::vector<std::size_t> next;
             for (const std::size_t container : level) {
