@@ -41,6 +41,16 @@ std::string manyAds(const json::array& ads) {
     return answer + "]";
 }
 
+/// As many ads as a library that reads no more than 1 MiB can be made to read.
+std::string mebibyteOfAds(const json::array& ads) {
+    constexpr std::size_t kMebibyte = std::size_t{1} << 20;
+    constexpr std::string_view kFurther = R"(,{"adTypeId":77,"clickUrl":"a:","bannerUrl":"b:"})";
+    std::string answer = json::serialize(ads.front()).insert(0, 1, '[');
+    while (answer.size() + kFurther.size() < kMebibyte)
+        answer += kFurther;
+    return answer + "]";
+}
+
 std::string noAds(const json::array&) {
     return "[]";
 }
@@ -67,12 +77,12 @@ std::string nativeAd(const json::array& ads) {
 }
 
 std::string adOfManyWords(const json::array& ads) {
-    return listOf(adWith(ads, {{"title", std::string(std::size_t{30} << 20, 'W')}}));
+    return listOf(adWith(ads, {{"title", std::string(1'000'000, 'W')}}));
 }
 
 std::string adOfManyAccents(const json::array& ads) {
     std::string title = "e";
-    while (title.size() < std::size_t{1} << 20)
+    while (title.size() < 1'000'000)
         title += "\u0301";
     return listOf(adWith(ads, {{"title", title}}));
 }
@@ -87,15 +97,11 @@ struct Content {
 };
 
 constexpr Content kContents[] = {
-    {"empty-array", noAds},
-    {"object", bareAd},
-    {"three", threeAds},
-    {"hundred-thousand", manyAds},
-    {"missing-click", adWithoutClickUrl},
-    {"bad-type", adOfNoType},
-    {"native", nativeAd},
-    {"long-title", adOfManyWords},
-    {"accents", adOfManyAccents},
+    {"empty-array", noAds},        {"object", bareAd},
+    {"three", threeAds},           {"hundred-thousand", manyAds},
+    {"mebibyte", mebibyteOfAds},   {"missing-click", adWithoutClickUrl},
+    {"bad-type", adOfNoType},      {"native", nativeAd},
+    {"long-title", adOfManyWords}, {"accents", adOfManyAccents},
     {"nesting", deepNesting},
 };
 
