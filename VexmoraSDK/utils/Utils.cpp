@@ -17,9 +17,9 @@ AdRecord recordFrom(const platform::Dictionary& ad) {
     AdRecord record;
     for (const auto& [name, value] : ad) {
         if (const auto number = value.integerValue()) {
-            record.emplace(name, std::to_string(*number));
+            record.emplace_hint(record.end(), name, std::to_string(*number));
         } else if (const auto* text = value.as<std::string>()) {
-            record.emplace(name, *text);
+            record.emplace_hint(record.end(), name, *text);
         }
     }
     return record;

@@ -55,7 +55,10 @@ std::variant<Value, Error> read(const Data& data) {
 
     json::parse_options options;
     options.max_depth = kMaxDepth;
+    // A text may hold 20,000 small objects, whose memory is given back at once.
+    json::monotonic_resource memory;
     json::parser parser({}, options);
+    parser.reset(&memory);
     json::error_code failure;
     const std::size_t consumed = parser.write(text.data(), text.size(), failure);
     if (failure) return readerError(failure.message(), skipped + consumed);
