@@ -2,11 +2,9 @@
 
 #include <deque>
 #include <mutex>
-#include <new>
 #include <optional>
 #include <thread>
 
-#include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "tests/fake_platform/FakeMainQueue.h"
 
 namespace VexmoraSDK::platform {
@@ -77,14 +75,12 @@ void FakeMainQueue::stop() {
     restart(std::nullopt);
 }
 
-void FakeMainQueue::drain() noexcept try {
+void FakeMainQueue::drain() noexcept {
     while (const auto block = nextBlock()) {
         runningBlock = true;
         (*block)();
         runningBlock = false;
     }
-} catch (const std::bad_alloc&) {
-    fatalNoMemory();
 }
 
 }  // namespace VexmoraSDK::platform

@@ -2,12 +2,10 @@
 
 #include <algorithm>
 #include <mutex>
-#include <new>
 #include <stdexcept>
 #include <thread>
 
 #include "VexmoraSDK/platform/MainQueue.h"
-#include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "tests/fake_platform/FakeUrlSession.h"
 
 namespace VexmoraSDK::platform {
@@ -57,12 +55,8 @@ std::shared_ptr<Fetch> takeOpen(std::string_view url) {
 void deliver(std::shared_ptr<Fetch> transfer, std::optional<Data> body,
              std::optional<UrlResponse> response, std::optional<Error> error) {
     std::thread([&, transfer = std::move(transfer)]() mutable noexcept {
-        try {
-            transfer->completion(std::move(body), response, std::move(error));
-            transfer.reset();
-        } catch (const std::bad_alloc&) {
-            fatalNoMemory();
-        }
+        transfer->completion(std::move(body), response, std::move(error));
+        transfer.reset();
     }).join();
 }
 

@@ -1,7 +1,6 @@
 // The fatal stops of the fuzzers are exceptions; they are linked instead of the library's own.
 #include "VexmoraSDK/platform/foundation/Fatal.h"
 
-#include <cstdlib>
 
 #include "tests/fuzz/Fuzzing.h"
 
@@ -13,10 +12,6 @@ void fatalError(std::string_view) {
 
 void fatalNil() {
     throw FatalStop();
-}
-
-void fatalNoMemory() noexcept {
-    std::abort();
 }
 
 void fatalConversion(std::string_view, std::string_view) {

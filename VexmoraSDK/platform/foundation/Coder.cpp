@@ -144,7 +144,7 @@ std::optional<Color> Coder::color(std::string_view key) const {
 }
 
 Data Coder::data() const noexcept {
-    return PropertyList::binary(archived(values_, PropertyList::kMostLevels - 1));
+    return PropertyList::binary(archived(values_, PropertyList::kMaxLevels - 1));
 }
 
 }  // namespace VexmoraSDK::platform

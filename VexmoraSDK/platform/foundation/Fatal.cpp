@@ -28,10 +28,6 @@ void fatalNil() {
     fatalError("unexpectedly found nil while unwrapping an Optional value");
 }
 
-void fatalNoMemory() noexcept {
-    fatalError("out of memory");
-}
-
 void fatalConversion(std::string_view from, std::string_view to) {
     stop({"fatal error: could not cast value of type '", from, "' to '", to, "'\n"});
 }

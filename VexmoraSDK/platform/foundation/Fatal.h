@@ -20,9 +20,6 @@ namespace VexmoraSDK::platform {
 /// The stop of `unwrap`: a value that must be present is not.
 [[noreturn]] VEXMORA_EXPORT void fatalNil();
 
-/// The stop at a bound that `std::bad_alloc` would leave.
-[[noreturn]] VEXMORA_EXPORT void fatalNoMemory() noexcept;
-
 /// The stop of a forced conversion of an object to a class that it is not of.
 [[noreturn]] VEXMORA_EXPORT void fatalConversion(std::string_view from, std::string_view to);
 

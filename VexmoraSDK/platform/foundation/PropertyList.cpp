@@ -274,7 +274,7 @@ std::optional<Dictionary> dictionary(const Data& data) {
     plist_from_memory(list.data(), static_cast<std::uint32_t>(list.size()), &root);
     const Plist owner(root);
     if (!root || plist_get_node_type(root) != PLIST_DICT) return std::nullopt;
-    return dictionaryFrom(root, kMostLevels);
+    return dictionaryFrom(root, kMaxLevels);
 }
 
 std::optional<Dictionary> dictionaryWithContentsOfFile(const std::filesystem::path& file) {

@@ -55,10 +55,16 @@ TEST_F(NotificationCenterTest, HoldsObserversAndSendersWeaklyAndForgetsNobodyEls
     const auto survivor = listener("survivor");
     subscribe(survivor, "ready", nullptr);
     subscribe(survivor, "ready", sender_);
+    // Held by the deleter, which goes with the last weak reference.
+    const auto trace = std::make_shared<int>();
+    const auto mortal = [&trace](Object* object) {
+        return std::shared_ptr<Object>(object, [trace](Object* dead) { delete dead; });
+    };
     for (int round = 0; round < 1000; ++round) {
-        subscribe(listener("gone"), "ready", sender_);
-        subscribe(survivor, "ready", std::make_shared<Object>());
+        subscribe(mortal(new Listener), "ready", sender_);
+        subscribe(survivor, "ready", mortal(new Object));
     }
+    EXPECT_LT(trace.use_count(), 200);
     EXPECT_EQ(survivor.use_count(), 1);
     EXPECT_EQ(sender_.use_count(), 1);
     center_.post("ready", sender_);

@@ -48,8 +48,8 @@ TEST(PropertyListTest, BoundsWhatItGoesDownInto) {
             list += "</array>";
         return PropertyList::dictionary(dataOf(list + "</dict></plist>"));
     };
-    EXPECT_EQ(nested(PropertyList::kMostLevels), nested(9'000));
-    EXPECT_NE(nested(PropertyList::kMostLevels), nested(PropertyList::kMostLevels - 1));
+    EXPECT_EQ(nested(PropertyList::kMaxLevels), nested(9'000));
+    EXPECT_NE(nested(PropertyList::kMaxLevels), nested(PropertyList::kMaxLevels - 1));
     EXPECT_FALSE(nested(10'000));
 }
 

@@ -2,8 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include <stdlib.h>
+
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 #include <string>
 
 #include "VexmoraSDK/platform/ui/Button.h"
@@ -36,8 +39,10 @@ class Panel : public View {
 
 class NibTest : public testing::Test {
  protected:
-    NibTest() { std::filesystem::create_directories(folder_ / "views"); }
-    ~NibTest() override { std::filesystem::remove_all(folder_); }
+    ~NibTest() override {
+        std::filesystem::remove_all(folder_);
+        unsetenv(kFolderVariable);
+    }
 
     /// The views of a file whose top-level objects are these.
     std::vector<std::shared_ptr<View>> load(const std::string& objects) const {
@@ -50,10 +55,19 @@ class NibTest : public testing::Test {
                                                            }}});
     }
 
-    /// Of this test; a death test's child uses its parent's.
-    const std::filesystem::path folder_ =
-        std::filesystem::temp_directory_path() /
-        (std::string("vexmora-") + testing::UnitTest::GetInstance()->current_test_info()->name());
+    static constexpr const char* kFolderVariable = "VEXMORA_NIB_TEST_FOLDER";
+
+    /// A new folder; the process of a death test uses that of its parent, which removes it.
+    static std::filesystem::path makeFolder() {
+        if (const char* inherited = std::getenv(kFolderVariable)) return inherited;
+        std::string path = std::filesystem::temp_directory_path() / "vexmora-XXXXXX";
+        if (!mkdtemp(path.data())) throw std::runtime_error("cannot make a temporary folder");
+        std::filesystem::create_directory(path + "/views");
+        setenv(kFolderVariable, path.c_str(), 1);
+        return path;
+    }
+
+    const std::filesystem::path folder_ = makeFolder();
 };
 
 TEST_F(NibTest, MakesTheTreeAndConnectsIt) {
