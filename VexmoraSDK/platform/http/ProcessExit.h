@@ -4,7 +4,8 @@ namespace VexmoraSDK::platform {
 
 /// What ends with the process when it exits, in whatever thread, and in which order:
 ///
-/// 1. The session: no completion begins any more. Those that run are given a second to return.
+/// 1. The session: no byte is moved and no completion begins any more. Completions that run are
+///    given a second to return.
 /// 2. The main queue: no block begins any more. One that the main thread is in the midst of is
 ///    given a second, unless the process exits on that thread.
 /// 3. What TLS and the toolkit have built for good. Their exit handlers are registered before ours,

@@ -39,6 +39,8 @@ void SessionThreads::stop() {
     stopped_ = true;
     if (hasLeader_) loop_.wake();
     changed_.notify_all();
+    // A turn of the loop waits for nobody, and TLS is taken down behind this.
+    changed_.wait(lock, [this] { return !hasLeader_; });
     const auto isOwn = [](const Worker& worker) {
         return worker.thread.get_id() == std::this_thread::get_id();
     };

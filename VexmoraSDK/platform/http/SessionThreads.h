@@ -40,7 +40,8 @@ class SessionThreads {
     /// Has a fetch completed whose outcome is known. Any thread.
     void complete(std::shared_ptr<Fetch> fetch);
 
-    /// Lets no further completion begin, and gives the running ones a second to return. Threads
+    /// Ends the turn of the loop, lets no further completion begin, and gives the running ones a
+    /// second to return. Threads
     /// that take longer, and the calling one if it is one of these, are left behind: they are
     /// detached, and what they use is never destroyed.
     void stop();
