@@ -42,3 +42,12 @@ void App::runForAMoment() {
 }
 
 }  // namespace VexmoraSDK
+
+// fontconfig never frees the fonts that it has loaded.
+extern "C" const char* __lsan_default_suppressions() {
+    return "leak:libfontconfig";
+}
+
+extern "C" const char* __lsan_default_options() {
+    return "print_suppressions=0";
+}
