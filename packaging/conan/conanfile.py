@@ -51,7 +51,7 @@ class VexmoraSdk(ConanFile):
 
     def generate(self):
         toolchain = CMakeToolchain(self)
-        for part in "ARCHIVES", "DEMO", "EXAMPLES", "TESTS":
+        for part in "ARCHIVES", "CAIRO", "DEMO", "EXAMPLES", "TESTS":
             toolchain.cache_variables[f"VEXMORA_{part}"] = False
         toolchain.generate()
         CMakeDeps(self).generate()
