@@ -62,7 +62,9 @@ TEST(HostLoopTest, WakesASleepingHostForEveryBlock) {
 
 TEST(HostLoopTest, IsNotWokenAfterItsEndButTheNextOneIs) {
     int wakeUps = 0;
-    { const HostLoop loop([&] { FAIL(); }); }
+    {
+        const HostLoop loop([&] { FAIL(); });
+    }
     post([] { FAIL(); });
     HostLoop next([&] { ++wakeUps; });
     EXPECT_EQ(wakeUps, 1) << "to let go of what was left";

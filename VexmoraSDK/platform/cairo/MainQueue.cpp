@@ -7,8 +7,8 @@
 #include <thread>
 #include <utility>
 
+#include "VexmoraSDK/platform/cairo/FontFinder.h"
 #include "VexmoraSDK/platform/cairo/HostLoop.h"
-#include "VexmoraSDK/platform/cairo/PangoContexts.h"
 #include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/platform/foundation/NoDestructor.h"
 
@@ -67,7 +67,7 @@ void runNextBlock(std::unique_lock<std::mutex>& lock) {
 }  // namespace
 
 HostLoop::HostLoop(std::function<void()> wakeUp) {
-    PangoContexts::warmUp();
+    findFontsInBackground();
     std::unique_lock lock(state().mutex);
     if (state().hasLoop) fatalError("there is a HostLoop already");
     state().hasLoop = true;

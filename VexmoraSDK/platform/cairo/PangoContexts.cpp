@@ -5,6 +5,7 @@
 
 #include <thread>
 
+#include "VexmoraSDK/platform/cairo/FontFinder.h"
 #include "VexmoraSDK/platform/cairo/FontImpl.h"
 #include "VexmoraSDK/platform/foundation/NoDestructor.h"
 #include "VexmoraSDK/platform/foundation/WorkerThread.h"
@@ -59,7 +60,7 @@ std::thread& fontFinder() {
 
 }  // namespace
 
-void PangoContexts::warmUp() {
+void findFontsInBackground() {
     static const bool started = [] {
         fontFinder() = startWorkerThread("vexmora-fonts", findFonts);
         return true;

@@ -1,0 +1,3 @@
+#include "VexmoraSDK/platform/cairo/FontFinder.h"
+
+void VexmoraSDK::platform::findFontsInBackground() {}
