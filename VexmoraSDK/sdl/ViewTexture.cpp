@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <utility>
 
 #include "VexmoraSDK/platform/cairo/ViewPainter.h"
@@ -59,18 +60,27 @@ void ViewTexture::paint(int width, int height, double scale) {
         texture_.reset(SDL_CreateTexture(renderer_, SDL_PIXELFORMAT_ARGB8888,
                                          SDL_TEXTUREACCESS_STATIC, width, height));
         if (!texture_) return;
-        SDL_SetTextureBlendMode(texture_.get(), SDL_BLENDMODE_BLEND);
         width_ = width;
         height_ = height;
     }
-    pixels_.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 0);
-    platform::paintView({pixels_.data(), width, height, width * 4}, scale, *view_);
-    std::ranges::transform(pixels_, pixels_.begin(), straight);
-    SDL_UpdateTexture(texture_.get(), nullptr, pixels_.data(), width * 4);
+    const auto count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    const auto pixels = std::make_unique_for_overwrite<std::uint32_t[]>(count);
+    const bool opaque = coversItself(width, height, scale);
+    if (!opaque) std::memset(pixels.get(), 0, count * sizeof pixels[0]);
+    platform::paintView({pixels.get(), width, height, width * 4}, scale, *view_);
+    if (!opaque) std::transform(pixels.get(), pixels.get() + count, pixels.get(), straight);
+    SDL_SetTextureBlendMode(texture_.get(), opaque ? SDL_BLENDMODE_NONE : SDL_BLENDMODE_BLEND);
+    SDL_UpdateTexture(texture_.get(), nullptr, pixels.get(), width * 4);
     paintedScale_ = scale;
     isOutdated_ = false;
-    // Ads are painted once: the memory is worth more than the time to get it again.
-    pixels_ = {};
+}
+
+/// Whether the view's own background fills so many pixels, and nothing is seen through it.
+bool ViewTexture::coversItself(int width, int height, double scale) const {
+    const auto color = view_->backgroundColor();
+    const platform::Size size = view_->frame().size;
+    return color && color->alpha >= 1 && view_->cornerRadius() <= 0 && !view_->isHidden() &&
+           size.width * scale == width && size.height * scale == height;
 }
 
 double ViewTexture::largestScale(platform::Size view) const {

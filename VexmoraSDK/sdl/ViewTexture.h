@@ -2,9 +2,7 @@
 
 #include <SDL.h>
 
-#include <cstdint>
 #include <memory>
-#include <vector>
 
 #include "VexmoraSDK/platform/ui/View.h"
 
@@ -36,6 +34,7 @@ class ViewTexture {
     };
 
     void paint(int width, int height, double scale);
+    bool coversItself(int width, int height, double scale) const;
     double largestScale(platform::Size view) const;
 
     SDL_Renderer* const renderer_;
@@ -44,7 +43,6 @@ class ViewTexture {
     double paintedScale_ = 0;
     int width_ = 0;
     int height_ = 0;
-    std::vector<std::uint32_t> pixels_;
     std::unique_ptr<SDL_Texture, Destroy> texture_;
 };
 

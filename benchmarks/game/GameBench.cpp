@@ -157,7 +157,8 @@ boost::json::object oneByOne(int count) {
     return result;
 }
 
-/// A game in which a banner, a native ad and an interstitial come all the time.
+/// At 60 frames a second a new banner every ten seconds, as often as one may come, a native ad
+/// every twenty, and an interstitial every minute.
 boost::json::object frames(int count) {
     isMainThread = true;
     Game game;
@@ -181,11 +182,11 @@ boost::json::object frames(int count) {
     for (int i = 0; i < count; ++i) {
         const auto began = std::chrono::steady_clock::now();
         const auto before = threadTime();
-        if (i % 40 == 20) banner.reload();
-        if (i % 60 == 50) native.reload();
-        if (i % 100 == 60) screen.present();
-        if (i % 100 == 85) screen.handle(closeKey);
-        if (i % 100 == 99) interstitial.reload();
+        if (i % 600 == 599) banner.reload();
+        if (i % 1200 == 1199) native.reload();
+        if (i % 3600 == 3000) screen.present();
+        if (i % 3600 == 3200) screen.handle(closeKey);
+        if (i % 3600 == 3300) interstitial.reload();
         game.loop.run();
         bannerView.draw({20, 572, 320, 60});
         nativeView.draw({20, 300, 320, 150});
@@ -197,6 +198,12 @@ boost::json::object frames(int count) {
         SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
     }
 
+    for (int i = 0; i < 500; ++i) {  // the last ads arrive
+        game.loop.run();
+        bannerView.draw({20, 572, 320, 60});
+        SDL_Delay(1);
+    }
+    SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
     const long before = allocationsOfMainThread;
     for (int i = 0; i < 1000; ++i) {
         game.loop.run();

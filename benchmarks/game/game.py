@@ -73,8 +73,9 @@ def document(table, machine):
              "What the library on Pango, Cairo and SDL takes, in a loop that sleeps until it is "
              "woken. The floor is what a game would write by hand: libcurl, the codecs, "
              "Boost.JSON, Pango, Cairo and one texture upload, which handles no errors. "
-             "`scripts/bench.sh --game` measures it; medians, but for the frames, in which a "
-             "banner, a native ad and an interstitial come all the time.", "",
+             "`scripts/bench.sh --game` measures it; medians, but for the frames: at 60 of "
+             "them a second a new banner comes every ten seconds, a native ad every twenty and "
+             "an interstitial every minute.", "",
              f"{machine}.", "",
              "| what | library | floor, or Qt | ratio | target |", "|---|---|---|---|---|"]
     lines += ["| " + " | ".join(str(cell) for cell in row) + " |" for row in table]

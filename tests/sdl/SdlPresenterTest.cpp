@@ -396,6 +396,8 @@ TEST_F(SdlScreenTest, RefusesWhatIsNoInterstitial) {
 
 }  // namespace
 
+// They are a pair, which the compiler does not see.
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
 void* operator new(std::size_t size) {
     if (countsAllocations) ++allocations;
     if (void* memory = std::malloc(size)) return memory;

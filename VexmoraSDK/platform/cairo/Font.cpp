@@ -118,6 +118,17 @@ std::string systemFamily() {
     return "sans-serif";
 }
 
+FontDescriptionPointer describe(const Font& font) {
+    FontDescriptionPointer description(pango_font_description_new());
+    if (!font.style().empty()) {
+        const Family family{font.family(), installedFonts(font.family())};
+        if (const auto style = installedStyle(family, font.style()))
+            description.reset(pango_fc_font_description_from_pattern(style->font, FALSE));
+    }
+    pango_font_description_set_family(description.get(), font.family().c_str());
+    return description;
+}
+
 /// What fontconfig answered, until the host's fonts change: asking it takes longer than drawing an
 /// ad does.
 class Answers {
@@ -129,6 +140,16 @@ class Answers {
         auto found = installed(name);
         if (named_.size() < kMaxNames) named_.emplace(name, found);
         return found;
+    }
+
+    FontDescriptionPointer described(const Font& font) {
+        const std::lock_guard lock(mutex_);
+        forgetOutdated();
+        auto& description = descriptions_[{font.family(), font.style()}];
+        if (!description) description = describe(font);
+        FontDescriptionPointer copy(pango_font_description_copy(description.get()));
+        if (descriptions_.size() > kMaxNames) descriptions_.clear();
+        return copy;
     }
 
     std::string system() {
@@ -147,12 +168,15 @@ class Answers {
         if (version == version_) return;
         version_ = version;
         named_.clear();
+        descriptions_.clear();
         system_.clear();
     }
 
     std::mutex mutex_;
     FontsVersion version_;
     std::map<std::string, std::optional<FamilyAndStyle>> named_;
+    /// By family and style, without a size.
+    std::map<std::pair<std::string, std::string>, FontDescriptionPointer> descriptions_;
     std::string system_;
 };
 
@@ -174,13 +198,7 @@ Font Font::system(double size) {
 }
 
 FontDescriptionPointer pangoFont(const Font& font) {
-    FontDescriptionPointer description(pango_font_description_new());
-    if (!font.style().empty()) {
-        const Family family{font.family(), installedFonts(font.family())};
-        if (const auto style = installedStyle(family, font.style()))
-            description.reset(pango_fc_font_description_from_pattern(style->font, FALSE));
-    }
-    pango_font_description_set_family(description.get(), font.family().c_str());
+    auto description = answers().described(font);
     // Points are device independent pixels here, and whole ones, as every backend has them.
     const double pixels = std::max(1.0, std::round(font.size()));
     pango_font_description_set_absolute_size(description.get(), pixels * PANGO_SCALE);
