@@ -239,12 +239,15 @@ void VexmoraAd::setItem(QQuickItem* item) {
 
 void VexmoraAd::setStage(QQuickItem* stage) {
     stage_ = stage;
+    presentedView_ = stage ? slot_.view() : nullptr;
     chooseWatched();
     updateVisibility();
 }
 
 void VexmoraAd::chooseWatched() {
-    watcher_->setItem(isInterstitial(slot_.view().get()) ? stage_ : item_);
+    if (!isInterstitial(slot_.view().get())) return watcher_->setItem(item_);
+    // The screen may still present the interstitial before this one.
+    watcher_->setItem(slot_.view() == presentedView_ ? stage_ : nullptr);
 }
 
 void VexmoraAd::updateVisibility() {

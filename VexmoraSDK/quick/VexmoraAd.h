@@ -181,6 +181,8 @@ class VEXMORA_EXPORT VexmoraAd : public QObject, public QQmlParserStatus {
     std::shared_ptr<VexmoraView> toldView_;
     QPointer<QQuickItem> item_;
     QPointer<QQuickItem> stage_;
+    /// What the stage shows.
+    std::shared_ptr<VexmoraView> presentedView_;
     const std::unique_ptr<VisibilityWatcher> watcher_;
 };
 

@@ -371,7 +371,7 @@ QRect VexmoraWidget::adRect() const {
 
 // How much of it is seen.
 
-void VexmoraWidget::setPresentedOn(QWidget* stage) {
+void VexmoraWidget::setPresentedOn(VexmoraWidget* stage) {
     stage_ = stage;
     watchWindow();
     updateVisibility();
@@ -417,13 +417,15 @@ void VexmoraWidget::updateVisibility() {
 }
 
 double VexmoraWidget::visibleFraction() const {
-    if (isInterstitial(adView_.get()) && !stage_) return 0;
-    const QWidget& shownOn = stage_ ? *stage_ : static_cast<const QWidget&>(*this);
+    const bool onScreen = isInterstitial(adView_.get());
+    // The screen may still present the interstitial before this one.
+    if (onScreen && (!stage_ || stage_->view_ != adView_)) return 0;
+    const QWidget& shownOn = onScreen ? *stage_ : *this;
     const auto* const handle = shownOn.window()->windowHandle();
     if (!shownOn.isVisible() || shownOn.window()->isMinimized()) return 0;
     if (handle && !handle->isExposed()) return 0;
 
-    const QRect ad = stage_ ? stage_->rect() : adRect();
+    const QRect ad = onScreen ? stage_->rect() : adRect();
     // A widget without a size as yet counts as seen when its place is.
     if (ad.isEmpty()) return !parentWidget() || parentWidget()->visibleRegion().contains(pos());
     double visible = 0;

@@ -194,7 +194,7 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
     void applyTextColors();
     AdPosition position() const;
     QRect adRect() const;
-    void setPresentedOn(QWidget* stage);
+    void setPresentedOn(VexmoraWidget* stage);
     void watchWindow();
     void updateVisibility();
     double visibleFraction() const;
@@ -212,8 +212,8 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
     /// The slot's view when it was last looked at.
     std::shared_ptr<VexmoraView> adView_;
     bool tappable_ = false;
-    /// Where an interstitial ad is shown; absent as long as it is not.
-    QPointer<QWidget> stage_;
+    /// Where an interstitial ad of this widget is shown; absent as long as none is.
+    QPointer<VexmoraWidget> stage_;
     /// The window whose changes may cover or uncover the ad.
     QPointer<QWidget> watchedWindow_;
     QPointer<QWindow> watchedHandle_;

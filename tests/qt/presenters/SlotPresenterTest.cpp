@@ -190,6 +190,11 @@ TEST_P(SlotPresenterTest, SurvivesATapOnAnInterstitialAd) {
     EXPECT_NE(colorAt(24, 16), Qt::red);
     pass(1s);
     EXPECT_THAT(heard(), ElementsAre("becameViewable"));
+    invoke("reload");
+    ASSERT_TRUE(waitToHear("didReceiveAd"));
+    App::runQueuedBlocks();
+    EXPECT_EQ(slot().visibleFraction(), 0) << "the next is not presented yet";
+    heard();
     app_->close();
     ASSERT_TRUE(waitToHear("didDismissScreen"));
     EXPECT_THAT(heard(), ElementsAre("willDismissScreen", "didDismissScreen"));
