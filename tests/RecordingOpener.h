@@ -26,6 +26,7 @@ class RecordingOpener {
     ~RecordingOpener() {
         setenv("PATH", path_.c_str(), 1);
         goOn();
+        opened();  // The last opener may still write into the folder.
         close(pipe_[0]);
         close(pipe_[1]);
         std::filesystem::remove_all(folder_);

@@ -91,7 +91,8 @@ TEST_F(VexmoraAdTest, IsPresentedWithoutAnItem) {
 }
 
 TEST_F(VexmoraAdTest, WarnsOnceOfASizeThatNoAdHas) {
-    static int warnings = 0;
+    static int warnings;
+    warnings = 0;
     const auto former =
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& message) {
             warnings += message.contains(QLatin1String("\"320x50\""));
