@@ -1,12 +1,18 @@
 #include "VexmoraSDK/platform/cairo/PangoContexts.h"
 
+#include <hb.h>
 #include <pango/pangocairo.h>
 #include <pango/pangofc-fontmap.h>
 
-#include <thread>
+#include <chrono>
+#include <cstdlib>
+#include <future>
+#include <memory>
+#include <optional>
 
 #include "VexmoraSDK/platform/cairo/FontFinder.h"
 #include "VexmoraSDK/platform/cairo/FontImpl.h"
+#include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/platform/foundation/NoDestructor.h"
 #include "VexmoraSDK/platform/foundation/WorkerThread.h"
 
@@ -52,24 +58,51 @@ void findFonts() {
     }
 }
 
-/// Runs `findFonts`. Main thread, as the last of the contexts' users.
-std::thread& fontFinder() {
-    static NoDestructor<std::thread> thread;
-    return *thread;
+/// Ends when the fonts are found.
+std::shared_future<void>& search() {
+    static NoDestructor<std::shared_future<void>> search;
+    return *search;
+}
+
+// Exit handlers run in the reverse order of their registration. HarfBuzz registers its own when it
+// is first used, and they take down what the search uses.
+void makeHarfBuzzRegisterItsExitHandlers() {
+    hb_language_get_default();
+    hb_buffer_t* const buffer = hb_buffer_create();
+    hb_buffer_add_utf8(buffer, "a", 1, 0, 1);
+    hb_buffer_guess_segment_properties(buffer);
+    hb_face_t* const face = hb_face_create(hb_blob_get_empty(), 0);
+    hb_font_t* const font = hb_font_create(face);
+    hb_shape(font, buffer, nullptr, 0);
+    hb_font_destroy(font);
+    hb_face_destroy(face);
+    hb_buffer_destroy(buffer);
+}
+
+void waitForSearch() {
+    search().wait_for(std::chrono::seconds(1));
 }
 
 }  // namespace
 
 void findFontsInBackground() {
-    static const bool started = [] {
-        fontFinder() = startWorkerThread("vexmora-fonts", findFonts);
-        return true;
-    }();
-    static_cast<void>(started);
+    if (search().valid()) return;
+    makeHarfBuzzRegisterItsExitHandlers();
+    const auto found = std::make_shared<std::promise<void>>();
+    search() = found->get_future();
+    if (std::atexit(waitForSearch) != 0) fatalError("no exit handler to be had");
+    auto thread = startWorkerThread("vexmora-fonts", [found] {
+        findFonts();
+        found->set_value();
+    });
+    if (thread.joinable())
+        thread.detach();
+    else
+        found->set_value();
 }
 
 PangoContext* PangoContexts::forDirection(PangoDirection direction) {
-    if (fontFinder().joinable()) fontFinder().join();
+    if (search().valid()) search().wait();
     if (const auto version = fontsVersion(); version != contexts().version) {
         contexts().version = version;
         pango_fc_font_map_config_changed(PANGO_FC_FONT_MAP(contexts().fonts));
