@@ -396,6 +396,8 @@ TEST_F(SdlScreenTest, RefusesWhatIsNoInterstitial) {
 
 }  // namespace
 
+// AddressSanitizer has operators of its own.
+#ifndef __SANITIZE_ADDRESS__
 // They are a pair, which the compiler does not see.
 #pragma GCC diagnostic ignored "-Wmismatched-new-delete"
 void* operator new(std::size_t size) {
@@ -410,3 +412,4 @@ void operator delete(void* memory) noexcept {
 void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
+#endif
