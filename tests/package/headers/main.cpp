@@ -64,6 +64,8 @@ int main() {
     use(&accessibleName);
     use(&takesTap);
     use(&Presentation::begin);
+    // HostLoop, VexmoraSdlLoop, VexmoraSdlScreen and VexmoraSdlView are in the libraries for games,
+    // which tests/package/games tries.
     use(&Application::openUrl);
     VexmoraViewFactory::createView("home", VexmoraAdType::slideshow);
     std::cout << VexmoraError(VexmoraErrorCodes::NoFill, {}).code()
