@@ -9,6 +9,7 @@ fi
 
 work=$(mktemp -d)
 log=$work/log
+# shellcheck disable=SC2016  # the opener expands it
 printf '#!/bin/sh\necho "opened $1" >>"%s"\n' "$log" >"$work/xdg-open"
 chmod +x "$work/xdg-open"
 SDL_VIDEODRIVER=x11 PATH=$work:$PATH "$1/bin/vexmora-game" --autoplay >>"$log" &
