@@ -35,15 +35,16 @@ UrlSession& UrlSession::shared() {
 
 UrlSessionTask UrlSession::dataTask(Url url, Completion completion, TaskPriority) {
     using Fetch = UrlSessionTask::Fetch;
-    return UrlSessionTask(
-        std::make_shared<Fetch>(Fetch{std::move(url), std::move(completion)}));
+    return UrlSessionTask(std::make_shared<Fetch>(Fetch{std::move(url), std::move(completion)}));
 }
 
 void UrlSessionTask::resume() {
     const auto answer = answers().find(fetch_->url.text());
     if (answer == answers().end()) return;
     MainQueue::main()->async([transfer = fetch_, answer] {
-        transfer->completion(answer->second, UrlResponse{200}, std::nullopt);
+        // A copy, so that its picture is decoded anew.
+        transfer->completion(std::make_shared<const Data>(answer->second), UrlResponse{200},
+                             std::nullopt);
     });
 }
 

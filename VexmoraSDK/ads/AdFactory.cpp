@@ -54,7 +54,7 @@ void AdFactory::fetchAndCreate(const platform::Url& url,
                                std::function<void(std::shared_ptr<T>)> completion,
                                ErrorCallback errorCallback) {
     const auto parse = [completion = std::move(completion),
-                        errorCallback](const std::optional<platform::Data>& body) {
+                        errorCallback](const platform::SharedData& body) {
         if (auto ad = Utils::getAdFromJson<T>(unwrap(body), errorCallback)) {
             completion(std::move(ad));
         } else {
@@ -63,7 +63,7 @@ void AdFactory::fetchAndCreate(const platform::Url& url,
     };
     Utils::getDataFromUrl(
         url,
-        [parse](std::optional<platform::Data> body) {
+        [parse](platform::SharedData body) {
             unwrap(platform::MainQueue::main()).async([parse, body = std::move(body)] {
                 parse(body);
             });

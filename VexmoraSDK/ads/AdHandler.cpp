@@ -11,8 +11,9 @@ namespace VexmoraSDK {
 void AdHandler::setImage(std::shared_ptr<ImageAd> ad, const platform::Url& imageUrl) {
     Utils::getDataFromUrl(
         imageUrl,
-        [ad = std::move(ad)](std::optional<platform::Data> bytes) {
-            ad->setImage(platform::Image::fromData(platform::unwrap(bytes)));
+        [ad = std::move(ad)](const platform::SharedData& bytes) {
+            platform::unwrap(bytes);
+            ad->setImage(platform::Image::fromData(bytes));
             platform::NotificationCenter::defaultCenter().post(
                 std::string(Utils::adReadyNotificationName), ad);
         },

@@ -44,19 +44,19 @@ std::vector<AdRecord> recordsFrom(const platform::Value& json) {
 }  // namespace
 
 void Utils::getDataFromUrl(const platform::Url& url,
-                           std::function<void(std::optional<platform::Data>)> completion,
+                           std::function<void(platform::SharedData)> completion,
                            ErrorCallback errorCallback) {
     getDataFromUrl(url, std::move(completion), std::move(errorCallback),
                    platform::TaskPriority::normal);
 }
 
 void Utils::getDataFromUrl(const platform::Url& url,
-                           std::function<void(std::optional<platform::Data>)> completion,
+                           std::function<void(platform::SharedData)> completion,
                            ErrorCallback errorCallback, platform::TaskPriority priority) {
     auto task = platform::UrlSession::shared().dataTask(
         url,
         [completion = std::move(completion), errorCallback = std::move(errorCallback)](
-            std::optional<platform::Data> body, std::optional<platform::UrlResponse>,
+            platform::SharedData body, std::optional<platform::UrlResponse>,
             std::optional<platform::Error> error) {
             if (error) {
                 errorCallback(VexmoraError(VexmoraErrorCodes::RequestError, error->userInfo()));

@@ -36,11 +36,11 @@ class Utils {
     /// background thread, after it has returned: `completion` with the body for any HTTP answer,
     /// whatever its status, `errorCallback` with a `RequestError` when the transfer failed.
     static void getDataFromUrl(const platform::Url& url,
-                               std::function<void(std::optional<platform::Data>)> completion,
+                               std::function<void(platform::SharedData)> completion,
                                ErrorCallback errorCallback);
     /// The same for what may wait where there are many requests.
     static void getDataFromUrl(const platform::Url& url,
-                               std::function<void(std::optional<platform::Data>)> completion,
+                               std::function<void(platform::SharedData)> completion,
                                ErrorCallback errorCallback, platform::TaskPriority priority);
 
     /// The records of an answer; none when it is no JSON. An answer that is JSON but no array of

@@ -34,7 +34,7 @@ void VexmoraInterstitialView::containerSetCallback() {
     const auto self = shared<VexmoraInterstitialView>();
     Utils::getDataFromUrl(
         vexmoraDelegate()->getUrl(*this),
-        [self](std::optional<platform::Data> body) {
+        [self](platform::SharedData body) {
             unwrap(platform::MainQueue::main()).async([self, body = std::move(body)] {
                 self->handleResponse(unwrap(body));
             });

@@ -52,8 +52,8 @@ std::shared_ptr<Fetch> takeOpen(std::string_view url) {
 
 // The last reference to the transfer, and with it to what its completion holds, goes on the
 // delivery thread.
-void deliver(std::shared_ptr<Fetch> transfer, std::optional<Data> body,
-             std::optional<UrlResponse> response, std::optional<Error> error) {
+void deliver(std::shared_ptr<Fetch> transfer, SharedData body, std::optional<UrlResponse> response,
+             std::optional<Error> error) {
     std::thread([&, transfer = std::move(transfer)]() mutable noexcept {
         transfer->completion(std::move(body), response, std::move(error));
         transfer.reset();
@@ -96,15 +96,16 @@ std::vector<std::string> FakeUrlSession::requests() {
 }
 
 void FakeUrlSession::answer(std::string_view url, std::string_view body) {
-    deliver(takeOpen(url), dataOf(body), UrlResponse{200}, std::nullopt);
+    deliver(takeOpen(url), std::make_shared<const Data>(dataOf(body)), UrlResponse{200},
+            std::nullopt);
 }
 
 void FakeUrlSession::answerWithoutBody(std::string_view url) {
-    deliver(takeOpen(url), std::nullopt, UrlResponse{200}, std::nullopt);
+    deliver(takeOpen(url), nullptr, UrlResponse{200}, std::nullopt);
 }
 
 void FakeUrlSession::fail(std::string_view url, std::optional<Dictionary> userInfo) {
-    deliver(takeOpen(url), std::nullopt, std::nullopt,
+    deliver(takeOpen(url), nullptr, std::nullopt,
             Error("FakeTransport", -1001, std::move(userInfo)));
 }
 

@@ -25,7 +25,7 @@ Url url(const std::string& text) {
 class HttpCacheTest : public testing::Test {
  protected:
     void keep(const std::string& at, const CachePolicy& policy, std::string_view body = "body") {
-        cache.store(url(at), policy, dataOf(body), {kNoon, kNoon});
+        cache.store(url(at), policy, std::make_shared<const Data>(dataOf(body)), {kNoon, kNoon});
     }
 
     std::string found(const std::string& at, HttpCache::Time now = kNoon) {
@@ -100,8 +100,8 @@ TEST_F(HttpCacheTest, UsesAnAnswerForAsLongAsItSaysAndThenAsksAboutIt) {
         EXPECT_EQ(old ? old->policy.conditionalHeaders() : std::vector<std::string>(), conditions);
     }
 
-    cache.store(url(address), CachePolicy{.cacheControl = "max-age=60", .age = "5"}, {},
-                {kNoon, kNoon + seconds(10)});
+    cache.store(url(address), CachePolicy{.cacheControl = "max-age=60", .age = "5"},
+                std::make_shared<const Data>(), {kNoon, kNoon + seconds(10)});
     EXPECT_TRUE(cache.find(url(address), kNoon + seconds(54)));
     EXPECT_FALSE(cache.find(url(address), kNoon + seconds(55))) << "it was long on its way";
 }
@@ -130,7 +130,7 @@ TEST_F(HttpCacheTest, KeepsNoAnswerThatMayNotBeKeptAndForgetsTheOneBefore) {
         EXPECT_EQ(found(address), "nothing");
     }
     keep(address, {.cacheControl = "max-age=60"});
-    cache.store(url(address), std::nullopt, {}, {kNoon, kNoon});
+    cache.store(url(address), std::nullopt, nullptr, {kNoon, kNoon});
     EXPECT_EQ(found(address), "nothing");
 }
 

@@ -21,7 +21,7 @@ namespace VexmoraSDK::platform {
 inline constexpr auto kDeadline = std::chrono::seconds(30);
 
 struct Outcome {
-    std::optional<Data> body;
+    SharedData body;
     std::optional<UrlResponse> response;
     std::optional<Error> error;
     std::thread::id thread;

@@ -32,7 +32,7 @@ struct Ending {
 
 /// An answer, an error or, neither whole, a fault. An answer without ads is one too: libcurl may
 /// ask without what stands behind the "?" when it has no memory for that.
-const char* outcomeOf(const std::optional<Data>& body, const std::optional<UrlResponse>& response,
+const char* outcomeOf(const platform::SharedData& body, const std::optional<UrlResponse>& response,
                       const std::optional<Error>& error) {
     const std::string_view text = body ? textOf(*body) : "";
     const bool whole =

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -8,6 +9,9 @@ namespace VexmoraSDK::platform {
 
 /// A buffer of bytes.
 using Data = std::vector<std::byte>;
+
+/// Bytes that several hold and nobody changes; null where there are none.
+using SharedData = std::shared_ptr<const Data>;
 
 /// The bytes as text, without a copy. Valid while `data` is.
 inline std::string_view textOf(const Data& data) {

@@ -77,13 +77,15 @@ void Fetch::fail(int code, const char* description) {
 void Fetch::complete() {
     const auto callback = std::exchange(completion, nullptr);
     if (!error && !servedFromCache) decodeBody();
-    if (!error && !servedFromCache) tellCache();
-    if (error) return callback(std::nullopt, std::nullopt, std::move(error));
-    if (servedFromCache) {
-        response.status = 200;
-        response.body = *cached->body;
+    if (error) return callback(nullptr, std::nullopt, std::move(error));
+    SharedData body;
+    if (!servedFromCache) {
+        response.body.shrink_to_fit();  // It may be kept for long.
+        body = std::make_shared<const Data>(std::move(response.body));
+        tellCache(body);
     }
-    callback(std::move(response.body), UrlResponse{response.status}, std::nullopt);
+    if (servedFromCache) return callback(cached->body, UrlResponse{200}, std::nullopt);
+    callback(std::move(body), UrlResponse{response.status}, std::nullopt);
 }
 
 /// Servers name encodings that are none, such as a charset; such a body is taken as it is.
@@ -96,14 +98,14 @@ void Fetch::decodeBody() {
     if (result != CURLE_OK) fail(result, curl_easy_strerror(result));
 }
 
-void Fetch::tellCache() {
+void Fetch::tellCache(const SharedData& body) {
     const HttpCache::Times times{requestTime, HttpCache::now()};
     servedFromCache = response.status == 304 && cached && !response.isRedirected;
     if (servedFromCache) return cache.revalidated(cached, CachePolicy::of(response.headers), times);
     std::optional<CachePolicy> policy;
     if (response.status == 200 && response.isSelfDelimited && !response.isRedirected)
         policy = CachePolicy::of(response.headers);
-    cache.store(url, policy, response.body, times);
+    cache.store(url, policy, body, times);
 }
 
 }  // namespace VexmoraSDK::platform

@@ -43,7 +43,7 @@ struct UrlSessionTask::Fetch {
 
  private:
     void decodeBody();
-    void tellCache();
+    void tellCache(const SharedData& body);
 
     HttpCache& cache;
     const UrlSessionLimits& limits;

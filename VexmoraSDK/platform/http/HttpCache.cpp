@@ -39,17 +39,16 @@ HttpCache::Response HttpCache::find(const Url& url, Time now) {
     return response;
 }
 
-void HttpCache::store(const Url& url, const std::optional<CachePolicy>& policy, const Data& body,
-                      Times times) noexcept {
+void HttpCache::store(const Url& url, const std::optional<CachePolicy>& policy,
+                      const SharedData& body, Times times) noexcept {
     try {
         const auto address = addressOf(url);
         Response stored;
         if (policy) {
-            CachedResponse response{std::string(address), *policy, nullptr, times.responseTime,
+            CachedResponse response{std::string(address), *policy, body, times.responseTime,
                                     policy->freshUntil(times.requestTime, times.responseTime)};
             if (isWorthStoring(response) &&
-                sizeOf(response, body.size()) <= limits_.maxCacheBytes / kMaxShare) {
-                response.body = std::make_shared<const Data>(body);
+                sizeOf(response, body->size()) <= limits_.maxCacheBytes / kMaxShare) {
                 stored = std::make_shared<const CachedResponse>(std::move(response));
             }
         }

@@ -22,7 +22,7 @@ struct CachedResponse {
 
     std::string address;  ///< Without a fragment.
     CachePolicy policy;
-    std::shared_ptr<const Data> body;
+    SharedData body;
     Time responseTime;
     Time freshUntil;
 
@@ -54,7 +54,7 @@ class HttpCache {
 
     /// Stores the response if it has a policy that allows it and is of use, in place of the one
     /// before, which goes in any case. Where memory lacks it is not stored.
-    void store(const Url& url, const std::optional<CachePolicy>& policy, const Data& body,
+    void store(const Url& url, const std::optional<CachePolicy>& policy, const SharedData& body,
                Times times) noexcept;
 
     /// A 304 with this policy has revalidated the response.

@@ -44,8 +44,8 @@ class UrlSession {
     /// Called once per resumed task, on a delivery thread of the session, never from inside
     /// `resume`; what it holds is let go there right afterwards. With an error, body and response
     /// are absent; otherwise both are present, the body of a response without one being empty.
-    using Completion = std::function<void(
-        std::optional<Data> body, std::optional<UrlResponse> response, std::optional<Error> error)>;
+    using Completion = std::function<void(SharedData body, std::optional<UrlResponse> response,
+                                          std::optional<Error> error)>;
 
     /// The process-wide session; never destroyed. `ProcessExit.h` tells how it ends. Any thread.
     static UrlSession& shared();

@@ -4,7 +4,9 @@
 #include <string_view>
 #include <utility>
 
+#include "VexmoraSDK/platform/foundation/NoDestructor.h"
 #include "VexmoraSDK/platform/images/Codecs.h"
+#include "VexmoraSDK/platform/images/ImageCache.h"
 
 namespace VexmoraSDK::platform {
 namespace {
@@ -27,6 +29,14 @@ std::shared_ptr<const Image> Image::fromData(const Data& data) {
         if (textOf(data).starts_with(beginning)) return decode(data);
     }
     return nullptr;
+}
+
+std::shared_ptr<const Image> Image::fromData(const SharedData& data) {
+    static NoDestructor<ImageCache> cache;
+    if (auto image = cache->find(data)) return image;
+    auto image = fromData(*data);
+    if (image) cache->keep(data, image);
+    return image;
 }
 
 Image::Image(int width, int height, Pixels pixels, bool isOpaque)

@@ -20,6 +20,9 @@ class VEXMORA_EXPORT Image {
     /// Decodes a picture. Absent for bytes that are none and for one of more than 16 million
     /// pixels, for which no memory is taken. Any thread.
     static std::shared_ptr<const Image> fromData(const Data& data);
+    /// The same for bytes that others may hold as well: they get one picture, decoded once, as long
+    /// as somebody shows it or it is among the latest. `data` is not null. Any thread.
+    static std::shared_ptr<const Image> fromData(const SharedData& data);
 
     /// A picture of `width` × `height` pixels, both at least 1. `isOpaque` may be said only where
     /// each pixel's alpha is 255.

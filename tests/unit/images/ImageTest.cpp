@@ -166,5 +166,38 @@ TEST(ImageTest, CountsTheScansOfAJpegBeforeItDecodesThem) {
     EXPECT_FALSE(Image::fromData(withScans(256)));
 }
 
+SharedData sharedPicture(unsigned width, unsigned height) {
+    return std::make_shared<const Data>(dataOf(plainPicture(width, height)));
+}
+
+TEST(ImageTest, DecodesTheSameBytesOnceAsLongAsThePictureIsShownOrAmongTheLatest) {
+    const auto data = sharedPicture(1000, 1000);
+    auto shown = Image::fromData(data);
+    ASSERT_TRUE(shown);
+    EXPECT_EQ(Image::fromData(data), shown);
+    EXPECT_NE(Image::fromData(std::make_shared<const Data>(*data)), shown);
+
+    // Two more fit into the 8 MiB of the latest, a third drives the first one out.
+    const std::weak_ptr<const Image> first = shown;
+    const std::array others{sharedPicture(500, 1000), sharedPicture(500, 1000),
+                            sharedPicture(1000, 1000)};
+    Image::fromData(others[0]);
+    EXPECT_EQ(Image::fromData(data), shown);
+    shown.reset();
+    EXPECT_FALSE(first.expired());
+    Image::fromData(others[1]);
+    Image::fromData(others[2]);
+    EXPECT_TRUE(first.expired());
+}
+
+TEST(ImageTest, LetsGoOfPicturesWhoseBytesNobodyKeeps) {
+    auto data = sharedPicture(20, 10);
+    const std::weak_ptr<const Image> image = Image::fromData(data);
+    EXPECT_FALSE(image.expired());
+    data.reset();
+    Image::fromData(sharedPicture(30, 10));
+    EXPECT_TRUE(image.expired());
+}
+
 }  // namespace
 }  // namespace VexmoraSDK::platform

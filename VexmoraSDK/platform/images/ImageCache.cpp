@@ -1,0 +1,43 @@
+#include "VexmoraSDK/platform/images/ImageCache.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace VexmoraSDK::platform {
+
+std::shared_ptr<const Image> ImageCache::find(const SharedData& data) {
+    const std::lock_guard lock(mutex_);
+    const auto found = images_.find(data);
+    auto image = found == images_.end() ? nullptr : found->second.lock();
+    if (!image) return nullptr;
+    const auto kept = std::ranges::find(latest_, image, &Kept::image);
+    if (kept == latest_.end()) {
+        latest_.push_front({data, image});
+        dropUnneeded();
+    } else {
+        std::rotate(latest_.begin(), kept, kept + 1);
+    }
+    return image;
+}
+
+void ImageCache::keep(const SharedData& data, std::shared_ptr<const Image> image) {
+    const std::lock_guard lock(mutex_);
+    images_.insert_or_assign(data, image);
+    latest_.push_front({data, std::move(image)});
+    dropUnneeded();
+}
+
+void ImageCache::dropUnneeded() {
+    std::erase_if(
+        images_, [](const auto& entry) { return entry.first.expired() || entry.second.expired(); });
+    std::size_t bytes = 0;
+    std::erase_if(latest_, [&](const Kept& kept) {
+        const auto height = static_cast<std::size_t>(kept.image->height());
+        const auto size = static_cast<std::size_t>(kept.image->bytesPerRow()) * height;
+        if (kept.data.expired() || bytes + size > kMaxKeptBytes) return true;
+        bytes += size;
+        return false;
+    });
+}
+
+}  // namespace VexmoraSDK::platform

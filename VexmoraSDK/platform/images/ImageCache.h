@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <map>
+#include <memory>
+#include <mutex>
+
+#include "VexmoraSDK/platform/foundation/Data.h"
+#include "VexmoraSDK/platform/images/Image.h"
+
+namespace VexmoraSDK::platform {
+
+/// The pictures of bytes that somebody keeps, such as the responses of the HTTP cache, so that they
+/// are decoded once. A picture that nobody shows any more is let go, unless it is among the latest
+/// `kMaxKeptBytes` of pixels; so is one whose bytes nobody keeps. Any thread.
+class ImageCache {
+ public:
+    static constexpr std::size_t kMaxKeptBytes = 8 * 1024 * 1024;
+
+    /// Null when there is none.
+    std::shared_ptr<const Image> find(const SharedData& data);
+
+    void keep(const SharedData& data, std::shared_ptr<const Image> image);
+
+ private:
+    using Key = std::weak_ptr<const Data>;
+
+    void dropUnneeded();
+
+    std::mutex mutex_;
+    std::map<Key, std::weak_ptr<const Image>, std::owner_less<Key>> images_;
+    struct Kept {
+        Key data;
+        std::shared_ptr<const Image> image;
+    };
+    std::deque<Kept> latest_;  // the latest comes first
+};
+
+}  // namespace VexmoraSDK::platform
