@@ -13,8 +13,7 @@ namespace {
 
 const std::string& member(const AdRecord& record, std::string_view name) {
     const auto found = record.find(name);
-    if (found == record.end()) platform::fatalNil();
-    return found->second;
+    return unwrap(found == record.end() ? nullptr : &found->second, "member", name);
 }
 
 /// The integer that a text of an optional sign and decimal digits, and nothing else, stands for.
@@ -28,11 +27,23 @@ std::optional<std::intptr_t> integer(std::string_view text) {
 }
 
 platform::Url address(const AdRecord& record, std::string_view name) {
-    return unwrap(platform::Url::fromString(member(record, name)));
+    const auto& text = member(record, name);
+    const platform::FatalContext context("member", name);
+    return unwrap(platform::Url::fromString(text), "value", text);
 }
 
 VexmoraAdType adTypeOf(const AdRecord& record) {
-    return unwrap(adTypeWithRawValue(unwrap(integer(member(record, "adTypeId")))));
+    const auto& text = member(record, "adTypeId");
+    const platform::FatalContext context("member \"adTypeId\"");
+    const auto number = unwrap(integer(text), "value", text);
+    return unwrap(adTypeWithRawValue(number), "value", text);
+}
+
+template <class T>
+std::shared_ptr<T> adFrom(const platform::Url& url, const platform::SharedData& body,
+                          const ErrorCallback& errorCallback) {
+    const platform::FatalContext context("answer to", url.text());
+    return Utils::getAdFromJson<T>(unwrap(body, "body"), errorCallback);
 }
 
 }  // namespace
@@ -53,9 +64,9 @@ template <class T>
 void AdFactory::fetchAndCreate(const platform::Url& url,
                                std::function<void(std::shared_ptr<T>)> completion,
                                ErrorCallback errorCallback) {
-    const auto parse = [completion = std::move(completion),
+    const auto parse = [url, completion = std::move(completion),
                         errorCallback](const platform::SharedData& body) {
-        if (auto ad = Utils::getAdFromJson<T>(unwrap(body), errorCallback)) {
+        if (auto ad = adFrom<T>(url, body, errorCallback)) {
             completion(std::move(ad));
         } else {
             errorCallback(VexmoraError(VexmoraErrorCodes::NoFill, std::nullopt));
@@ -64,9 +75,8 @@ void AdFactory::fetchAndCreate(const platform::Url& url,
     Utils::getDataFromUrl(
         url,
         [parse](platform::SharedData body) {
-            unwrap(platform::MainQueue::main()).async([parse, body = std::move(body)] {
-                parse(body);
-            });
+            unwrap(platform::MainQueue::main(), "application object")
+                .async([parse, body = std::move(body)] { parse(body); });
         },
         errorCallback);
 }

@@ -12,7 +12,7 @@ void AdHandler::setImage(std::shared_ptr<ImageAd> ad, const platform::Url& image
     Utils::getDataFromUrl(
         imageUrl,
         [ad = std::move(ad)](const platform::SharedData& bytes) {
-            platform::unwrap(bytes);
+            platform::unwrap(bytes, "body of a picture");
             ad->setImage(platform::Image::fromData(bytes));
             platform::NotificationCenter::defaultCenter().post(
                 std::string(Utils::adReadyNotificationName), ad);

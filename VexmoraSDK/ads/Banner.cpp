@@ -29,7 +29,7 @@ Banner::Banner() : Banner(unavailable(), unavailable(), VexmoraAdType::banner) {
 void Banner::render(InternalAdView& view) {
     const auto& handler = *view.vexmoraDelegate();
     auto picture = image();
-    if (!picture) platform::fatalNil();
+    platform::unwrap(picture, "picture", bannerUrl_.text());
     const auto imageView = handler.addImageView(view, std::move(picture));
     if (view.viewType() == VexmoraViewType::interstitial) {
         imageView->setContentMode(platform::ContentMode::center);

@@ -23,11 +23,19 @@ void Config::registerDefaultConfig() {
 
 platform::Dictionary Config::loadDefaults() {
     const auto& bundle = platform::Bundle::library();
-    const auto& entry = unwrap(bundle.objectForInfoDictionaryKey(configurationPlistKey));
+    const auto folder = bundle.folder().string();
+    const platform::FatalContext context("resource folder", folder);
+    constexpr auto kEntry = "entry of Info.plist";
+    const auto& entry = unwrap(bundle.objectForInfoDictionaryKey(configurationPlistKey), kEntry,
+                               configurationPlistKey);
     const auto* name = entry.as<std::string>();
-    if (!name) platform::fatalConversion(entry.typeName(), "string");
-    return unwrap(platform::PropertyList::dictionaryWithContentsOfFile(
-        unwrap(bundle.pathForResource(*name, "plist"))));
+    if (!name) {
+        const platform::FatalContext where(kEntry, configurationPlistKey);
+        platform::fatalConversion(entry.typeName(), "string");
+    }
+    const auto file = unwrap(bundle.pathForResource(*name, "plist"), "property list", *name);
+    return unwrap(platform::PropertyList::dictionaryWithContentsOfFile(file), "property list",
+                  *name);
 }
 
 }  // namespace VexmoraSDK

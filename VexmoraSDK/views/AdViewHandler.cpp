@@ -56,13 +56,14 @@ std::string joined(const std::vector<std::intptr_t>& numbers) {
 using platform::unwrap;
 
 AdViewHandler::AdViewHandler()
-    : requestUrlFormat_(unwrap(Config::instance().settingForKey<std::string>("requestUrlFormat"))) {
-}
+    : requestUrlFormat_(unwrap(Config::instance().settingForKey<std::string>("requestUrlFormat"),
+                               "setting \"requestUrlFormat\"")) {}
 
 platform::Url AdViewHandler::getUrl(const VexmoraView& view) const {
     const auto adTypes = joined(view.adTypes());
-    const auto text = filled(requestUrlFormat_, unwrap(view.containerId()), adTypes);
-    return unwrap(platform::Url::fromString(text));
+    const auto text =
+        filled(requestUrlFormat_, unwrap(view.containerId(), "container identifier"), adTypes);
+    return unwrap(platform::Url::fromString(text), "request", text);
 }
 
 std::shared_ptr<platform::ImageView> AdViewHandler::addImageView(

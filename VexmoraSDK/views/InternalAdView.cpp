@@ -32,7 +32,8 @@ void InternalAdView::setContainerId(std::optional<std::string> containerId) noex
 }
 
 void InternalAdView::adReadyCallback() {
-    unwrap(platform::MainQueue::main()).async([self = shared<InternalAdView>()] { self->draw(); });
+    unwrap(platform::MainQueue::main(), "application object")
+        .async([self = shared<InternalAdView>()] { self->draw(); });
 }
 
 void InternalAdView::receive(const std::shared_ptr<AdProtocol>& ad) {
@@ -44,13 +45,18 @@ void InternalAdView::receive(const std::shared_ptr<AdProtocol>& ad) {
 void InternalAdView::draw() {
     // A reference of its own: the host may give the view another ad meanwhile.
     const auto drawn = ad_;
-    unwrap(drawn).render(*this);
+    render(drawn);
     tell(&VexmoraDelegate::didReceiveAd);
+}
+
+void InternalAdView::render(const std::shared_ptr<AdProtocol>& ad) {
+    const platform::FatalContext context("container", containerName());
+    unwrap(ad, "ad").render(*this);
 }
 
 void InternalAdView::open(const std::shared_ptr<ImageAd>& ad) {
     // A copy: the host may give the view another ad while it hears of the tap.
-    const platform::Url clickUrl = unwrap(ad).clickUrl();
+    const platform::Url clickUrl = unwrap(ad, "ad of container", containerName()).clickUrl();
     vexmoraDelegate_->handleTap(*this, clickUrl);
 }
 

@@ -20,6 +20,10 @@ class ImageAd;
 /// that it brings is stored, and when the ad's picture has arrived it is drawn.
 class VEXMORA_EXPORT InternalAdView : public VexmoraView {
  public:
+    std::string fatalDetail() const override {
+        return "container \"" + std::string(containerName()) + '"';
+    }
+
     const std::vector<std::intptr_t>& adTypes() const override { return adTypes_; }
     void setAdTypes(std::vector<std::intptr_t> adTypes) noexcept override {
         adTypes_ = std::move(adTypes);
@@ -71,6 +75,14 @@ class VEXMORA_EXPORT InternalAdView : public VexmoraView {
 
     /// Draws the ad into the view and tells the delegate; no ad is a fatal stop. Main thread.
     virtual void draw();
+
+    /// Draws `ad` into the view; no ad, or one without its picture, is a fatal stop.
+    void render(const std::shared_ptr<AdProtocol>& ad);
+
+    /// The container identifier, empty if it is absent, for fatal reports.
+    std::string_view containerName() const {
+        return containerId_ ? std::string_view(*containerId_) : std::string_view("");
+    }
 
     /// Tells the host that `ad` was tapped and opens its address; no ad is a fatal stop.
     void open(const std::shared_ptr<ImageAd>& ad);

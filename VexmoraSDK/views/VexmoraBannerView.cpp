@@ -39,9 +39,9 @@ void VexmoraBannerView::containerSetCallback() {
 
 void VexmoraBannerView::draw() {
     const auto drawn = ad();
-    unwrap(drawn).render(*this);
+    render(drawn);
     const auto image = unwrap(ad()).image();
-    setFrame({frame().origin, unwrap(image).size()});
+    setFrame({frame().origin, unwrap(image, "picture of container", containerName()).size()});
     tell(&VexmoraDelegate::didReceiveAd);
 }
 

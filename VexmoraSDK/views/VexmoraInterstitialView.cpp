@@ -32,12 +32,15 @@ VexmoraInterstitialView::VexmoraInterstitialView(const platform::Coder& coder)
 
 void VexmoraInterstitialView::containerSetCallback() {
     const auto self = shared<VexmoraInterstitialView>();
+    const auto url = vexmoraDelegate()->getUrl(*this);
     Utils::getDataFromUrl(
-        vexmoraDelegate()->getUrl(*this),
-        [self](platform::SharedData body) {
-            unwrap(platform::MainQueue::main()).async([self, body = std::move(body)] {
-                self->handleResponse(unwrap(body));
-            });
+        url,
+        [self, url](platform::SharedData body) {
+            unwrap(platform::MainQueue::main(), "application object")
+                .async([self, url, body = std::move(body)] {
+                    const platform::FatalContext context("answer to", url.text());
+                    self->handleResponse(unwrap(body, "body"));
+                });
         },
         [self](const VexmoraError& error) { self->tell(&VexmoraDelegate::didHaveError, error); });
 }
@@ -61,7 +64,7 @@ void VexmoraInterstitialView::handleCloseTap() {
     tell(&VexmoraDelegate::willDismissScreen);
     const auto shownIn = window();
     if (!shownIn) return;
-    unwrap(shownIn->rootViewController()).dismiss(true, [self] {
+    unwrap(shownIn->rootViewController(), "root view controller").dismiss(true, [self] {
         self->tell(&VexmoraDelegate::didDismissScreen);
     });
 }

@@ -28,9 +28,9 @@ class VEXMORA_EXPORT VexmoraView : public platform::View {
     /// Every assignment starts a request, whether or not the value is another; a request under way
     /// goes on. The ad that arrives last is drawn in front of what is there, also when the picture
     /// of an earlier one arrives: where its own picture is not there by then, a banner or
-    /// interstitial view is a fatal stop and a native one reports an `ImageRequestError`. To ask again,
-    /// make another view. An absent value, or one that makes no valid address, is a
-    /// fatal stop.
+    /// interstitial view is a fatal stop and a native one reports an `ImageRequestError`. To ask
+    /// again, make another view. An absent value, or one that makes no valid address, is a fatal
+    /// stop.
     virtual void setContainerId(std::optional<std::string> containerId) noexcept = 0;
 
     /// Held by the view; may be absent. It may be replaced from inside any of its operations.

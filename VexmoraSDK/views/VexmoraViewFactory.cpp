@@ -27,13 +27,15 @@ std::string interfaceFileFor(std::string_view className) {
 
 template <class View>
 std::shared_ptr<View> loadView() {
-    static const platform::NoDestructor<platform::Nib> nib(interfaceFileFor(View::kClassName),
+    const auto interfaceFile = interfaceFileFor(View::kClassName);
+    static const platform::NoDestructor<platform::Nib> nib(interfaceFile,
                                                            platform::Bundle::library());
     const auto views = nib->instantiate({
         {"VexmoraBannerView", fromCoder<VexmoraBannerView>},
         {"VexmoraNativeView", fromCoder<VexmoraNativeView>},
         {"VexmoraInterstitialView", fromCoder<VexmoraInterstitialView>},
     });
+    const platform::FatalContext context("interface file", interfaceFile);
     if (views.empty()) platform::fatalNil();
     return platform::forcedConversion<View>(views.front());
 }

@@ -25,6 +25,8 @@ class VEXMORA_EXPORT Bundle {
     /// executable; empty when there is none. Any thread.
     static std::filesystem::path shippedLibraryFolder() noexcept;
 
+    /// Empty when there is none.
+    const std::filesystem::path& folder() const { return folder_; }
     /// An entry of the information dictionary, or null. Valid while the bundle is.
     const Value* objectForInfoDictionaryKey(std::string_view key) const;
     /// The file `name`.`type` of the bundle; absent when there is none.

@@ -7,12 +7,14 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-/// Prints the pieces one by one: there may be no memory to put them together.
+/// Prints the pieces one by one, because there may be no memory to put them together, and where it
+/// happens.
 [[noreturn]] void stop(std::initializer_list<std::string_view> report) noexcept {
     flockfile(stderr);
     for (const auto piece : report) {
         if (!piece.empty()) std::fwrite(piece.data(), 1, piece.size(), stderr);
     }
+    FatalContext::print();
     std::fflush(stderr);
     funlockfile(stderr);
     std::abort();

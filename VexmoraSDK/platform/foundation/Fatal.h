@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "VexmoraSDK/Export.h"
+#include "VexmoraSDK/platform/foundation/FatalContext.h"
 
 namespace VexmoraSDK::platform {
 
@@ -14,7 +15,8 @@ namespace VexmoraSDK::platform {
 //
 // The stops themselves are not `noexcept`: the fuzzers link some that throw in their place.
 
-/// Prints "fatal error: `message`" to standard error and aborts. Any thread.
+/// Prints "fatal error: `message`" to standard error, on a second line where that happens if a
+/// `FatalContext` says so, and aborts. Any thread.
 [[noreturn]] VEXMORA_EXPORT void fatalError(std::string_view message);
 
 /// The stop of `unwrap`: a value that must be present is not.
@@ -29,10 +31,14 @@ namespace VexmoraSDK::platform {
                                                           std::string_view className,
                                                           std::string_view location = {});
 
-/// What an optional or a pointer holds; a fatal stop when it holds nothing.
+/// What an optional or a pointer holds; a fatal stop when it holds nothing, whose report says with
+/// `what` and `name` what that is.
 template <class Optional>
-decltype(auto) unwrap(Optional&& value) {
-    if (!value) fatalNil();
+decltype(auto) unwrap(Optional&& value, std::string_view what = {}, std::string_view name = {}) {
+    if (!value) {
+        const FatalContext context(what, name);
+        fatalNil();
+    }
     return *std::forward<Optional>(value);
 }
 

@@ -9,6 +9,8 @@ namespace VexmoraSDK::platform {
 void Object::perform(std::string_view selector, Object* argument) {
     const Method answer = method(selector);
     if (!answer) {
+        const std::string detail = fatalDetail();
+        const FatalContext context(detail);
         fatalError("unrecognized selector '" + std::string(selector) + "' sent to instance of '" +
                    std::string(className()) + "'");
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "VexmoraSDK/Export.h"
@@ -20,6 +21,9 @@ class VEXMORA_EXPORT Object : public std::enable_shared_from_this<Object> {
 
     /// The name that fatal reports give this object's class.
     virtual std::string_view className() const { return kClassName; }
+
+    /// What tells this object from others of its class in fatal reports; may be empty.
+    virtual std::string fatalDetail() const { return {}; }
 
     /// Runs the method of that name on the calling thread. `argument` may be absent. A selector
     /// that the object does not answer is a fatal stop.

@@ -12,6 +12,8 @@ namespace VexmoraSDK::platform {
 namespace {
 
 Coder contentsOf(std::string_view name, const Bundle& bundle) {
+    const std::string folder = bundle.folder() / "views";
+    const FatalContext context("folder", folder);
     std::optional<Dictionary> contents;
     if (const auto file = bundle.pathForResource("views/" + std::string(name), "nib")) {
         contents = PropertyList::dictionaryWithContentsOfFile(*file);
@@ -78,8 +80,7 @@ class Loader {
 
     const std::shared_ptr<View>& named(const std::string& id) const {
         const auto found = byId_.find(id);
-        if (found == byId_.end()) fatalNil();
-        return found->second;
+        return unwrap(found == byId_.end() ? nullptr : &found->second, "id", id);
     }
 
     const Nib::Creators& creators_;
@@ -89,9 +90,11 @@ class Loader {
 
 }  // namespace
 
-Nib::Nib(std::string_view name, const Bundle& bundle) : file_(contentsOf(name, bundle)) {}
+Nib::Nib(std::string_view name, const Bundle& bundle)
+    : name_(name), file_(contentsOf(name, bundle)) {}
 
 std::vector<std::shared_ptr<View>> Nib::instantiate(const Creators& creators) const {
+    const FatalContext context("interface file", name_);
     Loader loader(creators);
     auto views = loader.viewsIn(file_, "objects");
     loader.connect();

@@ -37,6 +37,7 @@ class Nib {
     std::vector<std::shared_ptr<View>> instantiate(const Creators& creators) const;
 
  private:
+    std::string name_;
     Coder file_;
 };
 
