@@ -107,8 +107,9 @@ TEST_F(ProgramTest, ShowsTheCatalogueAndTheLatestRequestsInABrowser) {
     EXPECT_EQ(browser.wait(), 0);
     for (const std::string words :
          {"<h3>tea</h3>", "src=\"/page/pictures/tea.png\"", "<li>home</li>", "\"adTypeId\": 77,",
-          "<strong>&lt;b&gt;home&lt;/b&gt;</strong> accepts 83, 77", ">ad late, unknown placement</a>",
-          "/nowhere/catalog.json: expected a readable file", ">fault-status-500<"}) {
+          "<strong>&lt;b&gt;home&lt;/b&gt;</strong> accepts 83, 77",
+          ">ad late, unknown placement</a>", "/nowhere/catalog.json: expected a readable file",
+          ">fault-status-500<"}) {
         EXPECT_NE(page.find(words), std::string::npos) << words << "\nin\n" << page;
     }
 }
