@@ -1,4 +1,5 @@
 #include <QtCore/QSignalMapper>
+#include <QtGui/QFontMetrics>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QPainter>
 #include <QtQml/QQmlComponent>
@@ -17,6 +18,7 @@
 #include "benchmarks/Floor.h"
 #include "benchmarks/FloorView.h"
 #include "benchmarks/Measure.h"
+#include "benchmarks/TrustedCertificate.h"
 
 namespace VexmoraSDK::benchmarks {
 namespace {
@@ -92,6 +94,13 @@ std::shared_ptr<VexmoraDelegate> delegateThat(std::function<void()> receives) {
         std::_Exit(1);
     };
     return delegate;
+}
+
+/// With the option "pictures", ads of so many placements take turns, each of a picture of its own
+/// that may be kept.
+void choosePlacement(const Options& options, int turn) {
+    if (!options.contains("pictures")) return;
+    AdKind::container = "kept-" + std::to_string(turn % number(options, "pictures"));
 }
 
 void showSdkAd(const AdKind& kind, Times& times) {
@@ -240,13 +249,15 @@ struct Burst {
 
 using Views = std::vector<std::shared_ptr<VexmoraView>>;
 
-Views showAtOnce(const AdKind& kind, int count, Burst* burst) {
+Views showAtOnce(const Options& options, const AdKind& kind, int count, Burst* burst) {
     Views views;
     int received = 0;
     const auto delegate = delegateThat([&] { ++received; });
     const Stopwatch watch;
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < count; ++i) {
+        choosePlacement(options, i);
         views.push_back(kind.createView(delegate));
+    }
     const auto created = watch.worked();
     MainThreadStalls stalls;
     runUntil([&] { return received == count; });
@@ -254,11 +265,14 @@ Views showAtOnce(const AdKind& kind, int count, Burst* burst) {
     return views;
 }
 
-void showByHandAtOnce(Floor& floor, const AdKind& kind, int count, Burst* burst) {
+void showByHandAtOnce(const Options& options, Floor& floor, const AdKind& kind, int count,
+                      Burst* burst) {
     std::deque<FloorView> views;
     const Stopwatch watch;
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < count; ++i) {
+        choosePlacement(options, i);
         floor.fetch(kind.address(), [&](Floor::Ad ad) { views.emplace_back(kind, std::move(ad)); });
+    }
     const auto created = watch.worked();
     MainThreadStalls stalls;
     runUntil([&] { return views.size() == static_cast<std::size_t>(count); });
@@ -271,13 +285,13 @@ json::object atOnce(const Options& options) {
     Floor floor;
     Burst sdk;
     Burst byHand;
-    showAtOnce(kind, 1, nullptr);
-    showByHandAtOnce(floor, kind, 1, nullptr);
+    showAtOnce(options, kind, 1, nullptr);
+    showByHandAtOnce(options, floor, kind, 1, nullptr);
     settle();
     for (int round = 0; round < number(options, "rounds"); ++round) {
-        showAtOnce(kind, views, &sdk);
+        showAtOnce(options, kind, views, &sdk);
         settle();
-        showByHandAtOnce(floor, kind, views, &byHand);
+        showByHandAtOnce(options, floor, kind, views, &byHand);
         settle();
     }
     return {{"sdk", sdk.json()}, {"floor", byHand.json()}, {"threads", threads()}};
@@ -287,14 +301,14 @@ json::object inMemory(const Options& options) {
     const AdKind& kind = AdKind::named(options.at("kind"));
     const int count = number(options, "views");
     const auto threadsBefore = threads();
-    { const auto warm = showAtOnce(kind, std::min(count, 64), nullptr); }
+    { const auto warm = showAtOnce(options, kind, std::min(count, 64), nullptr); }
     settle();
     json::array rounds;
     for (int round = 0; round < number(options, "rounds"); ++round) {
         const auto heapBefore = liveHeap();
         const auto pssBefore = residentBytes("Pss");
         const auto rssBefore = residentBytes("Rss");
-        auto views = showAtOnce(kind, count, nullptr);
+        auto views = showAtOnce(options, kind, count, nullptr);
         settle();
         const auto heapWith = liveHeap();
         const auto pssWith = residentBytes("Pss");
@@ -314,15 +328,60 @@ json::object inMemory(const Options& options) {
     return {{"rounds", rounds}, {"threadsBefore", threadsBefore}, {"threadsAfter", threads()}};
 }
 
+/// The first ad of a process, by one contender: how long the call took, and the time until the ad
+/// was painted. With the option "text", the app has shown a text before.
+json::object first(const Options& options) {
+    const AdKind& kind = AdKind::named(options.at("kind"));
+    const auto& contender = options.at("only");
+    if (const auto file = options.find("certificate"); file != options.end())
+        trustCertificate(file->second);
+    Times times;
+    if (contender == "qml") {
+        Scene scene(kind, options.at("qml"));
+        scene.show(1, times);
+        return times.json();
+    }
+    if (options.contains("text")) QFontMetrics(QGuiApplication::font()).horizontalAdvance(u'x');
+    const Stopwatch watch;
+    Milliseconds called{};
+    bool received = false;
+    std::shared_ptr<VexmoraView> view;
+    std::unique_ptr<Floor> floor;
+    std::optional<FloorView> floorView;
+    if (contender == "sdk") {
+        view = kind.createView(delegateThat([&] { received = true; }));
+        called = watch.worked();
+    } else {
+        floor = std::make_unique<Floor>();
+        floor->fetch(kind.address(), [&](Floor::Ad ad) {
+            floorView.emplace(kind, std::move(ad));
+            received = true;
+        });
+        called = watch.worked();
+    }
+    runUntil([&] { return received; });
+    const auto receivedAfter = watch.passed();
+    if (view) paint(*view);
+    if (floorView) paint(*floorView);
+    times.add(receivedAfter, watch);
+    auto result = times.json();
+    result["called"] = {called.count()};
+    return result;
+}
+
 }  // namespace
 }  // namespace VexmoraSDK::benchmarks
 
 int main(int argc, char** argv) {
     using namespace VexmoraSDK::benchmarks;
     const std::map<std::string_view, boost::json::object (*)(const Options&)> modes = {
-        {"one-by-one", oneByOne}, {"scenes", inScenes}, {"at-once", atOnce}, {"memory", inMemory}};
+        {"one-by-one", oneByOne},
+        {"scenes", inScenes},
+        {"at-once", atOnce},
+        {"memory", inMemory},
+        {"first", first}};
     const auto mode = argc > 1 ? modes.find(argv[1]) : modes.end();
-    if (mode == modes.end()) refuse("expected one-by-one, scenes, at-once or memory");
+    if (mode == modes.end()) refuse("expected one-by-one, scenes, at-once, memory or first");
     Options options;
     for (int i = 2; i + 1 < argc; i += 2)
         options.emplace(std::string_view(argv[i]).substr(2), argv[i + 1]);

@@ -1,10 +1,9 @@
-// A host that shows a banner if it is given the library's folder. It prints how many milliseconds
-// the first call took and runs until its input ends.
+// A host that shows a banner if it is given the library's folder. It prints a line when the banner
+// is shown, and runs until its input ends.
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QImage>
 #include <QtGui/QPainter>
-#include <chrono>
 #include <cstdio>
 
 #include "VexmoraSDK/VexmoraSDK.h"
@@ -26,17 +25,14 @@ int main(int argc, char** argv) {
     if (argc == 1) return 0;
     const QGuiApplication app(argc, argv);
     VexmoraSDK::platform::Bundle::setLibraryFolder(argv[1]);
-    std::chrono::duration<double, std::milli> took{};
     const auto delegate = std::make_shared<VexmoraSDK::VexmoraDelegate>();
     delegate->didReceiveAd = [&](VexmoraSDK::VexmoraView& view) {
         paint(view);
-        std::printf("%f\n", took.count());
+        std::puts("shown");
         std::fflush(stdout);
         std::getchar();
         QGuiApplication::quit();
     };
-    const auto begin = std::chrono::steady_clock::now();
     const auto view = VexmoraSDK::VexmoraViewFactory::createView("home-bottom", "320x60", delegate);
-    took = std::chrono::steady_clock::now() - begin;
     return QGuiApplication::exec();
 }

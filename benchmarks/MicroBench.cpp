@@ -1,11 +1,16 @@
 #include <benchmark/benchmark.h>
 #include <valgrind/callgrind.h>
 
+#include <QtCore/QBuffer>
 #include <QtCore/QFile>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QImageReader>
 #include <QtGui/QPainter>
+#include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <iostream>
+#include <iterator>
 #include <optional>
 
 #include "VexmoraSDK/ads/AdFactory.h"
@@ -191,6 +196,26 @@ std::vector<Operation> operations(const std::string& pictures) {
     return all;
 }
 
+QImage readByQt(const Data& bytes) {
+    QByteArray data = QByteArray::fromRawData(reinterpret_cast<const char*>(bytes.data()),
+                                              static_cast<qsizetype>(bytes.size()));
+    QBuffer buffer(&data);
+    return QImageReader(&buffer).read();
+}
+
+/// Each picture of a folder, decoded by the library and by Qt.
+std::vector<Operation> decoders(const std::string& pictures) {
+    std::vector<Operation> all;
+    for (const auto& file : std::filesystem::directory_iterator(pictures)) {
+        const auto name = file.path().filename().string();
+        const Data bytes = fileContents(file.path().string());
+        all.push_back({"codec: " + name,
+                       [bytes] { benchmark::DoNotOptimize(platform::Image::fromData(bytes)); }});
+        all.push_back({"QImageReader: " + name, [bytes] { readByQt(bytes); }});
+    }
+    return all;
+}
+
 /// Counts the instructions of one run; the program must run under callgrind.
 void count(const Operation& operation) {
     for (int warmUp = 0; warmUp < 3; ++warmUp)
@@ -206,7 +231,7 @@ void count(const Operation& operation) {
 }  // namespace VexmoraSDK::benchmarks
 
 /// `vexmora-micro LIBRARY PICTURES count` counts instructions under callgrind; without "count",
-/// Google Benchmark measures time.
+/// Google Benchmark measures time, and that of decoding each of the pictures.
 int main(int argc, char** argv) {
     using namespace VexmoraSDK::benchmarks;
     if (argc < 3) {
@@ -215,12 +240,13 @@ int main(int argc, char** argv) {
     }
     QGuiApplication app(argc, argv);
     VexmoraSDK::platform::Bundle::setLibraryFolder(argv[1]);
-    const auto all = operations(argv[2]);
+    auto all = operations(argv[2]);
     if (argc > 3 && std::string_view(argv[3]) == "count") {
         for (const auto& operation : all)
             count(operation);
         return 0;
     }
+    std::ranges::move(decoders(argv[2]), std::back_inserter(all));
     for (const auto& operation : all) {
         const auto run = [&operation](benchmark::State& state) {
             for (auto _ : state)

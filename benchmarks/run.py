@@ -19,6 +19,7 @@ import tempfile
 import threading
 import time
 
+import distant
 import report
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
@@ -29,6 +30,7 @@ CREATIVES = {
     "interstitial": {"adTypeId": 14, "picture": "solstice-gardens-300x250.jpg"},
 }
 VIEWS = (1, 10, 100, 1000, 10000)
+KEPT_PICTURES = 10
 OURS = dict(os.environ, QT_QPA_PLATFORM="offscreen", QT_QUICK_BACKEND="software", QT_HASH_SEED="0")
 
 
@@ -41,11 +43,17 @@ class Bench:
             shipped = json.load(file)["creatives"]
         wanted = [creative["picture"] for creative in CREATIVES.values()]
         creatives = {n: c for n, c in shipped.items() if c["picture"] in wanted}
+        # Banners of all sizes, so that there are ten.
+        banners = sorted({c["picture"] for c in shipped.values()
+                          if c["adTypeId"] in (77, 83, 84, 15) and "2x" not in c["picture"]})
+        kept = {f"kept-{i}": {"adTypeId": 77, "clickUrl": "/landing/kept", "picture": picture}
+                for i, picture in enumerate(banners[:KEPT_PICTURES])}
         os.makedirs(f"{folder}/pictures")
-        for picture in wanted:
+        for picture in {*wanted, *banners}:
             shutil.copy(f"{ROOT}/adserver/catalog/pictures/{picture}", f"{folder}/pictures")
         with open(f"{folder}/catalog.json", "w", encoding="utf-8") as file:
-            json.dump({"creatives": creatives, "placements": {}}, file)
+            json.dump({"creatives": creatives | kept,
+                       "placements": {name: [name] for name in kept}}, file)
         self.creatives = {c["adTypeId"]: c for c in creatives.values()}
 
     def __enter__(self):
@@ -134,6 +142,36 @@ def time_to_ad(bench, count):
     return result
 
 
+def kept(bench, views, rounds):
+    """Ads of ten pictures that the server lets be kept; the floor keeps none."""
+    say("kept pictures")
+    run = bench.run("at-once", kind="banner", views=views, rounds=rounds, pictures=KEPT_PICTURES)
+    run.pop("threads")
+    return {
+        "views": views,
+        "atOnce": summaries(run),
+        "memory": bench.run("memory", kind="banner", views=views, rounds=3,
+                            pictures=KEPT_PICTURES),
+        "oneByOne": summaries(bench.run("one-by-one", 20, kind="banner", count=rounds * 5,
+                                        container="kept-0")),
+    }
+
+
+def first_calls(bench, rounds):
+    """The first ad of a process."""
+    say("the first call")
+    taken = {(kind, shown): {who: {} for who in ("sdk", "floor")}
+             for shown in ("", "text") for kind in KINDS}
+    for _ in range(rounds):
+        for (kind, shown), contenders in taken.items():
+            options = {shown: "shown"} if shown else {}
+            for who, samples in contenders.items():
+                for what, values in bench.run("first", kind=kind, only=who, **options).items():
+                    samples.setdefault(what, []).extend(values)
+    return {kind + (", in an app that has shown a text" if shown else ""): summaries(contenders)
+            for (kind, shown), contenders in taken.items()}
+
+
 def scenes(bench, count):
     say("against hand-written QML")
     return {kind: summaries(bench.run("scenes", kind=kind, count=count,
@@ -207,13 +245,26 @@ def host_cost(bench):
 def micro(bench):
     say("parts one by one")
     done = subprocess.run(
-        [f"{bench.build}/bin/vexmora-micro", bench.libraries[0], f"{bench.folder}/pictures",
-         "--benchmark_format=json", "--benchmark_repetitions=5",
-         "--benchmark_report_aggregates_only=true", "--benchmark_min_time=0.1"],
+        [f"{bench.build}/bin/vexmora-micro", bench.libraries[0],
+         f"{ROOT}/adserver/catalog/pictures", "--benchmark_format=json", "--benchmark_repetitions=5",
+         "--benchmark_report_aggregates_only=true", "--benchmark_min_time=0.1",
+         "--benchmark_enable_random_interleaving=true"],
         env=OURS, check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
     return {b["run_name"]: {"nanoseconds": b["cpu_time"],
                             "bytesPerSecond": b.get("bytes_per_second")}
             for b in json.loads(done.stdout)["benchmarks"] if b["aggregate_name"] == "median"}
+
+
+def codecs(parts):
+    """Moves the pictures of the catalogue out of the parts: by format, what decoding each takes
+    against QImageReader."""
+    ratios = {}
+    for name in [name for name in parts if name.startswith("codec: ")]:
+        picture = name.removeprefix("codec: ")
+        ours, qts = parts.pop(name), parts.pop(f"QImageReader: {picture}")
+        ratios.setdefault(picture.rpartition(".")[2], {})[picture] = (
+            ours["nanoseconds"] / qts["nanoseconds"])
+    return ratios
 
 
 def callgrind(bench, command, *options):
@@ -253,28 +304,31 @@ class Page(http.server.BaseHTTPRequestHandler):
     disable_nagle_algorithm = True  # the body must not wait until the headers are acknowledged
     html = """<!doctype html><body><script>
         const show = async () => {
-            const [ad] = await (await fetch('/ads')).json();
+            const begin = performance.now();
+            const [ad] = await (await fetch('ADS')).json();
             const picture = new Image();
             picture.src = ad.bannerUrl;
             await picture.decode();
             document.body.append(picture);
-            requestAnimationFrame(() => requestAnimationFrame(() => fetch('/done')));
+            requestAnimationFrame(() => requestAnimationFrame(() => 
+                fetch('/done?' + (performance.now() - begin))));
         };
         show();
         </script>"""
 
     def do_GET(self):
         server = self.server
-        if self.path == "/done":
+        if self.path.startswith("/done"):
+            server.milliseconds = float(self.path.partition("?")[2])
             server.done.set()
             server.go_on.wait(30)
-        answers = {"/": ("text/html", self.html.encode()),
+        answers = {"/": ("text/html", self.html.replace("ADS", server.ads).encode()),
                    "/picture": ("image/png", server.picture),
                    "/done": ("text/plain", b"")}
         ads = ("application/json", json.dumps([{
             "adTypeId": 77, "clickUrl": "http://127.0.0.1/",
             "bannerUrl": f"http://127.0.0.1:{server.server_port}/picture"}]).encode())
-        kind, body = answers.get(self.path, ads)
+        kind, body = answers.get(self.path.partition("?")[0], ads)
         self.send_response(200)
         self.send_header("Content-Type", kind)
         self.send_header("Content-Length", str(len(body)))
@@ -297,54 +351,91 @@ def proportional_bytes(process):
     return total
 
 
-def from_process_start(bench, rounds):
-    browser = shutil.which("chromium") or shutil.which("chromium-browser")
-    if not browser:
-        print("Chromium is not installed: the comparison with its page is skipped.")
-    say("from the start of the process")
+@contextlib.contextmanager
+def page_server(bench, ads="/ads"):
+    """A server of the page; `ads` is where the page asks for its ad."""
     server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Page)
+    server.ads = ads
     with open(f"{bench.folder}/pictures/{CREATIVES['banner']['picture']}", "rb") as file:
         server.picture = file.read()
     threading.Thread(target=server.serve_forever, daemon=True).start()
-    address = f"http://127.0.0.1:{server.server_port}"
-    library = bench.library(f"{address}/ads?container=%@&types=%@")
-    samples, first_call = {"sdk": [], "chromium": []}, []
+    yield server
+    server.shutdown()
 
-    def sdk():
-        begin = time.perf_counter()
+
+def browser():
+    return shutil.which("chromium") or shutil.which("chromium-browser")
+
+
+@contextlib.contextmanager
+def showing_page(server, *options):
+    """Chromium, when its page has shown the ad."""
+    server.done, server.go_on = threading.Event(), threading.Event()
+    with tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as profile:
         process = subprocess.Popen(
-            [f"{bench.build}/bin/vexmora-host-with", library], env=OURS,
-            stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        first_call.append(float(process.stdout.readline()))
-        samples["sdk"].append((time.perf_counter() - begin, proportional_bytes(process.pid)))
-        process.communicate()
+            [browser(), "--headless=new", "--no-sandbox", "--disable-gpu", "--no-first-run",
+             f"--user-data-dir={profile}", *options, f"http://127.0.0.1:{server.server_port}/"],
+            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        if not server.done.wait(60):
+            sys.exit("Chromium did not show the page")
+        yield process
+        server.go_on.set()
+        process.terminate()
+        process.wait()
 
-    def chromium():
-        server.done, server.go_on = threading.Event(), threading.Event()
-        with tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as profile:
+
+def cold_start(bench, rounds):
+    """The first ad of a process, over TLS from two servers that are far away."""
+    say("cold start over TLS")
+    picture = f"{bench.folder}/pictures/{CREATIVES['banner']['picture']}"
+    with open(picture, "rb") as file, tempfile.TemporaryDirectory() as folder, \
+            distant.DistantServers(folder, file.read(), report.ROUND_TRIP / 1000) as servers, \
+            page_server(bench, f"{servers.ads}/ads") as server:
+        bench.libraries["distant"] = bench.library(f"{servers.ads}/ads?container=%@&types=%@")
+        samples = {}
+        for _ in range(rounds):
+            for who in "sdk", "floor", "qml":
+                run = bench.run("first", "distant", kind="banner", only=who,
+                                certificate=servers.certificate, qml=f"{ROOT}/benchmarks/qml")
+                samples.setdefault(who, []).extend(run["painted"])
+            if browser():
+                with showing_page(server, "--ignore-certificate-errors"):
+                    samples.setdefault("chromium", []).append(server.milliseconds)
+        del bench.libraries["distant"]
+    return {who: statistics.median(values) for who, values in samples.items()}
+
+
+def from_process_start(bench, rounds):
+    if not browser():
+        print("Chromium is not installed: the comparison with its page is skipped.")
+    say("from the start of the process")
+    samples = {"sdk": [], "chromium": []}
+    with page_server(bench) as server:
+        address = f"http://127.0.0.1:{server.server_port}"
+        library = bench.library(f"{address}/ads?container=%@&types=%@")
+
+        def sdk():
             begin = time.perf_counter()
             process = subprocess.Popen(
-                [browser, "--headless=new", "--no-sandbox", "--disable-gpu", "--no-first-run",
-                 f"--user-data-dir={profile}", f"{address}/"],
-                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-            if not server.done.wait(60):
-                sys.exit("Chromium did not show the page")
-            samples["chromium"].append(
-                (time.perf_counter() - begin, proportional_bytes(process.pid)))
-            server.go_on.set()
-            process.terminate()
-            process.wait()
+                [f"{bench.build}/bin/vexmora-host-with", library], env=OURS,
+                stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+            process.stdout.readline()
+            samples["sdk"].append((time.perf_counter() - begin, proportional_bytes(process.pid)))
+            process.communicate()
 
-    for _ in range(rounds):
-        sdk()
-        if browser:
-            chromium()
-    server.shutdown()
-    result = {who: {"milliseconds": statistics.median(s[0] for s in taken) * 1000,
-                    "bytes": statistics.median(s[1] for s in taken)}
-              for who, taken in samples.items() if taken}
-    result["sdk"]["firstCall"] = statistics.median(first_call)
-    return result
+        def chromium():
+            begin = time.perf_counter()
+            with showing_page(server) as process:
+                samples["chromium"].append(
+                    (time.perf_counter() - begin, proportional_bytes(process.pid)))
+
+        for _ in range(rounds):
+            sdk()
+            if browser():
+                chromium()
+    return {who: {"milliseconds": statistics.median(s[0] for s in taken) * 1000,
+                  "bytes": statistics.median(s[1] for s in taken)}
+            for who, taken in samples.items() if taken}
 
 
 def machine():
@@ -354,6 +445,7 @@ def machine():
 
 
 def everything(bench, quick):
+    parts = micro(bench)
     once_at = at_once(bench, 1000 if quick else 10000, 200 if quick else 1000)
     result = {
         "cores": os.cpu_count(),
@@ -365,7 +457,11 @@ def everything(bench, quick):
         "memory": memory(bench, 100 if quick else 10000),
         "host": host_cost(bench),
         "fromStart": from_process_start(bench, 3 if quick else 15),
-        "micro": micro(bench),
+        "kept": kept(bench, 1000, 2 if quick else 20),
+        "firstCalls": first_calls(bench, 3 if quick else 30),
+        "coldStart": cold_start(bench, 2 if quick else 15),
+        "micro": parts,
+        "codecs": codecs(parts),
         "instructions": instructions(bench),
     }
     # In the file the keys will be strings, too.
@@ -417,7 +513,7 @@ def main():
                     "date": datetime.date.today().isoformat(),
                     "results": everything(bench, options.quick)}
     if options.quick:
-        print(report.tables(measured))
+        print(report.aims(measured), report.tables(measured), sep="\n")
         return
     with open(record, "w", encoding="utf-8") as file:
         json.dump(measured, file, indent=1)
