@@ -73,11 +73,11 @@ Data encoded(const Png& wanted) {
         spng_trns transparency{pixels[0], pixels[0], pixels[1], pixels[2], 2, {0, 128}};
         spng_set_trns(png, &transparency);
     }
+    std::string words(1000, 'w');  // libspng reads it when it encodes.
     if (wanted.hasOtherChunks) {
         spng_set_gama(png, 0.8);
         spng_chrm_int chromaticities{31270, 32900, 64000, 33000, 21000, 71000, 15000, 6000};
         spng_set_chrm_int(png, &chromaticities);
-        std::string words(1000, 'w');
         spng_text text{"Comment", SPNG_ZTXT, words.size(), words.data(), 1, 0, nullptr, nullptr};
         spng_set_text(png, &text, 1);
     }
