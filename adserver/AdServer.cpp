@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "adserver/AdServer.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "adserver/CatalogWatch.h"
 
 #include <sys/inotify.h>

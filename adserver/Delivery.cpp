@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "adserver/Delivery.h"
 
 #include <zlib.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "adserver/HttpServer.h"
 
 #include <poll.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "adserver/PictureSize.h"
 
 #include <fstream>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "adserver/UnreachablePorts.h"
 
 #include <arpa/inet.h>

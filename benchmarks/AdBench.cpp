@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QtCore/QSignalMapper>
 #include <QtGui/QFontMetrics>
 #include <QtGui/QGuiApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "benchmarks/AdKind.h"
 
 #include <cstdlib>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A URL session without a network. It completes each task in a block of the main queue, so that a
 // whole ad runs on one thread and takes the same number of instructions each time. Tasks for
 // unknown addresses never complete.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "benchmarks/Floor.h"
 
 #include <curl/curl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "benchmarks/FloorView.h"
 
 #include <QtGui/QFontDatabase>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host that shows a banner if it is given the library's folder. It prints a line when the banner
 // is shown, and runs until its input ends.
 

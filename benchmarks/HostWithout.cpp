@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host that shows no ads, to compare its size and its start with that of one that does.
 
 #include <QtGui/QGuiApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "benchmarks/Measure.h"
 
 #include <malloc.h>

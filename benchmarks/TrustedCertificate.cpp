@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "benchmarks/TrustedCertificate.h"
 
 #include <curl/curl.h>

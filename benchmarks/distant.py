@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """An ad and its picture over TLS, from two servers that are a round trip away."""
 
 import asyncio

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Tables and plots of what was measured."""
 
 import math

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Runs the benchmarks and records them in docs/, or compares them with what is recorded there."""
 
 import argparse

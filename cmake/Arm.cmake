@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Toolchain of scripts/arm.sh: Debian's cross compiler and a root of Debian's packages, both below
 # VEXMORA_ARM_FOLDER, neither installed on the machine. The tools of Qt that run while building are
 # the machine's own.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Makes a library of the package out of the target `name`, which has its sources:
 #
 #   vexmora_library(name [OBJECTS object libraries] [USES libraries of ours]

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What others need to find the installed libraries, and Debian packages of them.
 include(CMakePackageConfigHelpers)
 

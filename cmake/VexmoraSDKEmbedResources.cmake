@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # vexmora_embed_resources(app [folder]): takes the library's resources along in an app that has no
 # place to install them to. `folder` holds them; by default they are those that the library is shipped
 # with. In a bundle of macOS or iOS the library finds them by itself; elsewhere the app calls

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "demo/AddressRecorder.h"
 
 #include <fcntl.h>

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds for a processor of phones with Debian's cross compiler and packages, and runs there, under
 # qemu, what scripts/test.sh runs here: the tests, the demo without a display, and a short soak.
 #     scripts/arm.sh arm64 | armhf

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Measures the library and records what it found in docs/. With --check it compares instead, and
 # fails where the library takes a tenth more instructions than recorded; --quick only prints. With
 # --game first it measures games on SDL instead.

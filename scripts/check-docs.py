@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Checks the blocks of code in the documents.
 
 cpp, qml, cmake: the lines of a block are, in this order, lines of one file that is compiled.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds and runs the demo, with --game the game instead. With --headless --out DIR it needs no
 # display and writes pictures.
 set -euo pipefail

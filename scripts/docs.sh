@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Writes pages about the API to build/docs/html. Fails at any warning.
 set -euo pipefail
 CDPATH='' cd "$(dirname "$0")/.."

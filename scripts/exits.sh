@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Exits at least 1,000 times (or as often as the first argument says) while ads are in all states,
 # under AddressSanitizer with Qt and under ThreadSanitizer without.
 set -euo pipefail

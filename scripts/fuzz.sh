@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Fuzzes what reads bytes that others wrote: every target of tests/fuzz, or the given ones, for ten
 # minutes each; with --smoke for 30 seconds, with --short for 5. Two run at a time. What was found
 # lies in build/fuzz/findings, what is worth starting from next time in build/fuzz/corpus.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Checks what compilers and tests do not see: form, spelling, shell scripts, workflows, the pages
 # about the API, QML, and C++ with cppcheck and clang-tidy. With --quick only what takes seconds: all
 # before QML.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Makes the Debian packages, into BUILD_FOLDER/packages; without a folder of a build, in an
 # optimised build of their own.
 # usage: package.sh [BUILD_FOLDER]

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds the packages of the last commit twice, in two folders, and compares them byte for byte,
 # with the libraries in them.
 set -euo pipefail

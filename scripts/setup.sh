@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs the packages that are missing; silent and fast when none is. With "build" those alone
 # that building the library and running the demo need.
 set -euo pipefail

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Shows 20,000 ads (or as many as the first argument says) from nginx, over TLS and HTTP/2 and
 # compressed, while nginx is told to reload and is killed, and counts what becomes of each.
 set -euo pipefail

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Shows very many ads in one process, a twentieth of them with faults, and counts what came of each
 # and what the process holds in the end: scripts/soak.sh [--ads N] [--seed N]
 set -euo pipefail

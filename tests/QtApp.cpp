@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QtCore/QTimer>
 #ifdef QT_WIDGETS_LIB
 #include <QtWidgets/QApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Has the transfers of this program trust the certificate in the file that an environment variable
 // names. The library has no way to be told so.
 #include <curl/curl.h>

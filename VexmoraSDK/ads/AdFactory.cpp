@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/ads/AdFactory.h"
 
 #include <charconv>

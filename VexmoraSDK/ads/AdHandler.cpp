@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/ads/AdHandler.h"
 
 #include "VexmoraSDK/ads/ImageAd.h"

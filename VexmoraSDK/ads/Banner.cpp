@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/ads/Banner.h"
 
 #include "VexmoraSDK/ads/AdHandler.h"

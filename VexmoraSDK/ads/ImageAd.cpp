@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/ads/ImageAd.h"
 
 #include "VexmoraSDK/ads/AdHandler.h"

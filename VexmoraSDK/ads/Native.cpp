@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/ads/Native.h"
 
 #include "VexmoraSDK/ads/AdHandler.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/presenting/AdSize.h"
 
 #include <algorithm>

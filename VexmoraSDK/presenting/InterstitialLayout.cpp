@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/presenting/InterstitialLayout.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/presenting/NativeTexts.h"
 
 #include "VexmoraSDK/platform/ui/TextView.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/presenting/TapTarget.h"
 
 #include "VexmoraSDK/views/VexmoraView.h"

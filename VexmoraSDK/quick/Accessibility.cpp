@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/quick/Accessibility.h"
 
 #include <QtQml/qqml.h>

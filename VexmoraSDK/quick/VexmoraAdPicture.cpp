@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/quick/VexmoraAdPicture.h"
 
 #include "VexmoraSDK/platform/ui/ImageView.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/quick/VexmoraScreenItem.h"
 
 #include <QtGui/QGuiApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/quick/ViewItem.h"
 
 #include <QtCore/QPointer>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/quick/VisibilityWatcher.h"
 
 #include <QtCore/QEvent>

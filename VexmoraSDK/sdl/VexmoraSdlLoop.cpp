@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/sdl/VexmoraSdlLoop.h"
 
 #include <SDL.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/sdl/VexmoraSdlScreen.h"
 
 #include <SDL.h>

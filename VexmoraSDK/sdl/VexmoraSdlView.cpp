@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/sdl/VexmoraSdlView.h"
 
 #include <SDL.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/types/VexmoraAdType.h"
 
 #include <algorithm>

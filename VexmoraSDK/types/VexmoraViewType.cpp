@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/types/VexmoraViewType.h"
 
 #include "VexmoraSDK/platform/foundation/NoDestructor.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/views/AdViewHandler.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/views/InternalAdView.h"
 
 #include "VexmoraSDK/ads/ImageAd.h"

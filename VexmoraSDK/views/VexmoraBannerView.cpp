@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 
 #include "VexmoraSDK/ads/AdFactory.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
 
 #include "VexmoraSDK/ads/AdFactory.h"

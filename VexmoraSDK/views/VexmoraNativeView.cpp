@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/views/VexmoraNativeView.h"
 
 #include <algorithm>

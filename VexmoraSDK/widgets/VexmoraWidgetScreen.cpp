@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/widgets/VexmoraWidgetScreen.h"
 
 #include <QtCore/QCoreApplication>

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Draws pictures/ from artwork/, some of them also at twice their size.
 # Needs librsvg2-bin, webp, libjpeg-turbo-progs, netpbm, fonts-lato.
 set -euo pipefail

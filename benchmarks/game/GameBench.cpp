@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measures the library in a game on SDL, without a display. Prints JSON.
 //   vexmora-game-bench one-by-one LIBRARY COUNT   time to ad, against the floor
 //   vexmora-game-bench frames LIBRARY COUNT       processor time in the SDK's calls of each frame

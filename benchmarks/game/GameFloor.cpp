@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "benchmarks/game/GameFloor.h"
 
 #include <curl/curl.h>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Measures the library in games and writes docs/performance-games.md, or prints it with --quick."""
 
 import argparse

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "demo/game/Scenario.h"
 
 #include <cairo.h>

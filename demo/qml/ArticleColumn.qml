@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import QtQuick
 
 /// Articles one above the other, one of which may be chosen.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import QtQuick
 
 /// A picture that fills its rectangle, corners rounded. The corners are covered with the colour of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QtGui/QGuiApplication>
 #include <QtQuick/QQuickWindow>
 #include <cstdio>

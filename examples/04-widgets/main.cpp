@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>
 #include <cstdio>

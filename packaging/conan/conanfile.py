@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Conan 2 recipe: builds the checkout that it lies in.
 
     conan create packaging/conan --build=missing

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QtGui/QFontDatabase>
 #include <QtGui/QImage>
 #include <QtGui/QPainter>

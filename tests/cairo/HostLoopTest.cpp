@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/cairo/HostLoop.h"
 
 #include <gmock/gmock.h>

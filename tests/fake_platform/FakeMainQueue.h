@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// The main queue of the unit tests: its blocks run when the test drains it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Archives errors and restores them, with all kinds of user information.
 #include <fuzzer/FuzzedDataProvider.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The fatal stops of the fuzzers are exceptions; they are linked instead of the library's own.
 #include "VexmoraSDK/platform/foundation/Fatal.h"
 

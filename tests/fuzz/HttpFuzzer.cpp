@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Feeds the URL session with responses.
 #include <dlfcn.h>
 #include <fcntl.h>

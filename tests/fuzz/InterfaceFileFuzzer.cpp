@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Loads interface files and uses the views that they make.
 #include <unistd.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pictures of the format whose decoder VEXMORA_DECODER names.
 #include <algorithm>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads property lists; what was read must be the same after it was written and read again.
 #include "VexmoraSDK/platform/foundation/Coder.h"
 #include "VexmoraSDK/platform/foundation/PropertyList.h"

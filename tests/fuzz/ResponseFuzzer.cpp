@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Parses bodies of ad responses and builds the models.
 #include "VexmoraSDK/ads/AdFactory.h"
 #include "tests/fake_platform/FakeUrlSession.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/images/SamplePictures.h"
 
 // jpeglib.h needs the first.

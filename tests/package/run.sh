@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs a build for itself, moves what was installed, and builds and runs apps of hosts with it;
 # then the same with the Debian packages. Nothing is installed on the machine.
 # usage: run.sh BUILD_FOLDER [PACKAGES_FOLDER]

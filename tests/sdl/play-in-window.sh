@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Plays the game in a real window, on a display of its own that has a mouse: clicks the banner, and
 # closes the interstitial that comes after the first level, a minute later.
 # usage: play-in-window.sh BUILD_FOLDER

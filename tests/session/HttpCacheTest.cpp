@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/http/HttpCache.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/session/StalledResolver.h"
 
 #include <dlfcn.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/http/TransferQueue.h"
 
 #include <gtest/gtest.h>

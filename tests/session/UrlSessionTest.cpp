@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/session/UrlSessionTest.h"
 
 #include <fcntl.h>

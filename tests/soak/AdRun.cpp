@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/soak/AdRun.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/soak/ExitRun.h"
 
 #include <unistd.h>

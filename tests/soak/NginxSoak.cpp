@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shows ads from the server whose request template is given, which may go away and come back at any
 // moment, and counts what becomes of each.
 #include <cstdio>

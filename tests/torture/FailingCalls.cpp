@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/torture/FailingCalls.h"
 
 #include <curl/curl.h>

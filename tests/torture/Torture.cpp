@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/torture/Torture.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/cairo/PangoContexts.h"
 
 #include <hb.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/cairo/ViewPainter.h"
 
 #include <cairo.h>

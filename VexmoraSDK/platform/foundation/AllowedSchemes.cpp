@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/foundation/AllowedSchemes.h"
 
 #include <mutex>

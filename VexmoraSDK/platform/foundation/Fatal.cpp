@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/foundation/Fatal.h"
 
 #include <cstdio>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/http/CachePolicy.h"
 
 #include <curl/curl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/http/TransferLoop.h"
 
 #include <chrono>

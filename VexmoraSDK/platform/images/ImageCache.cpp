@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/images/ImageCache.h"
 
 #include <algorithm>

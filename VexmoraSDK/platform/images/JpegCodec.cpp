@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // jpeglib.h needs the first.
 #include <cstdio>
 

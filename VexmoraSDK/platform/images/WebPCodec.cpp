@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <webp/decode.h>
 #include <webp/demux.h>
 

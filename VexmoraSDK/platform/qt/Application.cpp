@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/Application.h"
 
 #include <QtCore/QtGlobal>

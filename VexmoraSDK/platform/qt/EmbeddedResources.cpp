@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/qt/EmbeddedResources.h"
 
 #include <QtCore/QDir>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/qt/QuietScope.h"
 
 #include <QtCore/QtGlobal>

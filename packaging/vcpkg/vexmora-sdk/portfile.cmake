@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # An overlay port: it builds the checkout that it lies in.
 #   vcpkg install vexmora-sdk --overlay-ports=packaging/vcpkg
 cmake_path(ABSOLUTE_PATH CMAKE_CURRENT_LIST_DIR NORMALIZE OUTPUT_VARIABLE SOURCE_PATH)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QtGui/QGuiApplication>
 #include <cstdlib>
 

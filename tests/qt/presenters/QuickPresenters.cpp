@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QtCore/QPointer>
 
 #include "VexmoraSDK/quick/VexmoraAdItem.h"

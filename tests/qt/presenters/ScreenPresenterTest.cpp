@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QtCore/QAnimationDriver>
 #include <QtCore/QPointer>
 #include <QtGui/QAccessible>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/quick/VexmoraAdItem.h"
 
 #include <QtCore/QPointer>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/quick/VexmoraAd.h"
 
 #include <QtCore/QFile>

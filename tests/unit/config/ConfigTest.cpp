@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/config/Config.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/errors/VexmoraError.h"
 
 #include <gmock/gmock.h>

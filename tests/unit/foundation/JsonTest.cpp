@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/foundation/Json.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/foundation/PropertyList.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/presenting/AdSlot.h"
 
 #include "tests/PlainPicture.h"

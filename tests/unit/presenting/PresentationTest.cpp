@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/presenting/Presentation.h"
 
 #include "VexmoraSDK/platform/ui/Window.h"

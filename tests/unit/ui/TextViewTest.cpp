@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/ui/TextView.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/utils/Utils.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VexmoraSDK/views/VexmoraViewFactory.h"
 
 #include "VexmoraSDK/views/VexmoraBannerView.h"
