@@ -20,8 +20,9 @@ class VEXMORA_EXPORT MainQueue {
     /// loops too. Once the toolkit has ended blocks never run. Any thread.
     void async(std::function<void()> block);
 
-    /// Has the toolkit build for good what blocks will use, so that its exit handlers are registered
-    /// before the one that calls `end`, and run after it. Once, with or without an application.
+    /// Has the toolkit build for good what blocks will use, so that its exit handlers are
+    /// registered before the one that calls `end`, and run after it. Once, with or without an
+    /// application.
     void prepareForEnd();
     /// The process exits, in whatever thread: from now on no block begins, and one that the main
     /// thread is in the midst of is waited for, though no longer than a second, for it may be
