@@ -2,7 +2,6 @@
 // The fatal stops of the fuzzers are exceptions; they are linked instead of the library's own.
 #include "VexmoraSDK/platform/foundation/Fatal.h"
 
-
 #include "tests/fuzz/Fuzzing.h"
 
 namespace VexmoraSDK::platform {

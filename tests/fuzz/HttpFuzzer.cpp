@@ -76,8 +76,8 @@ void fetch(const std::string& address) {
     const auto url = platform::Url::fromString(address);
     auto task = platform::UrlSession::shared().dataTask(
         url.value(), [done](auto body, auto response, auto error) {
-            check(body.has_value() != error.has_value(), "neither a body nor an error, or both");
-            check(body.has_value() == response.has_value(), "a body without a response");
+            check((body != nullptr) != error.has_value(), "neither a body nor an error, or both");
+            check((body != nullptr) == response.has_value(), "a body without a response");
             check(!body || body->size() <= platform::UrlSession::shared().limits().maxBodyBytes,
                   "more than the largest body");
             done->set_value();

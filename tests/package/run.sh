@@ -56,10 +56,10 @@ END
 # Builds the apps with the package in a prefix and runs them.
 check_apps() {
     local kind=$1 prefix=$2 qml=$3 apps=$work/apps-$1-${2##*/} class
-    for class in $(grep -rhoP '^(class|struct) VEXMORA_EXPORT \K\w+' "$prefix/include/VexmoraSDK" \
-        --exclude-dir={quick,widgets} | grep -v '^std$'); do
+    while read -r class; do
         grep -q "\<$class\>" "$here/headers/main.cpp" || fail "headers/main.cpp does not try $class"
-    done
+    done < <(grep -rhoP '^(class|struct) VEXMORA_EXPORT \K\w+' "$prefix/include/VexmoraSDK" \
+        --exclude-dir={quick,widgets} | grep -v '^std$')
     quietly cmake -G Ninja -S "$here" -B "$apps" -DCMAKE_PREFIX_PATH="$prefix" -DKIND="$kind"
     quietly cmake --build "$apps"
     quietly timeout 60 "$apps/quick"

@@ -26,10 +26,10 @@ class GifDecoder {
         if (!gif_ || !findFirstFrame() || DGifGetImageDesc(gif_) == GIF_ERROR) return nullptr;
         const auto& frame = gif_->Image;
         // A screen without an extent has that of its first frame.
-        width_ = gif_->SWidth > 0 ? gif_->SWidth : frame.Left + frame.Width;
-        height_ = gif_->SHeight > 0 ? gif_->SHeight : frame.Top + frame.Height;
+        width_ = unsignedOf(gif_->SWidth > 0 ? gif_->SWidth : frame.Left + frame.Width);
+        height_ = unsignedOf(gif_->SHeight > 0 ? gif_->SHeight : frame.Top + frame.Height);
         if (!isAcceptedSize(width_, height_)) return nullptr;
-        if (!isAcceptedSize(frame.Width, frame.Height)) return nullptr;
+        if (!isAcceptedSize(unsignedOf(frame.Width), unsignedOf(frame.Height))) return nullptr;
         pixels_ = std::make_unique_for_overwrite<std::uint32_t[]>(width_ * height_);
         const bool isCovered = frame.Left == 0 && frame.Top == 0 && frame.Width >= gif_->SWidth &&
                                frame.Height >= gif_->SHeight;
@@ -40,6 +40,9 @@ class GifDecoder {
     }
 
  private:
+    /// giflib's numbers are signed, but read from 16 bits of the file.
+    static std::size_t unsignedOf(int number) { return static_cast<std::size_t>(number); }
+
     static int read(GifFileType* gif, GifByteType* target, int size) {
         auto& rest = static_cast<GifDecoder*>(gif->UserData)->rest_;
         const auto part = rest.first(std::min(rest.size(), static_cast<std::size_t>(size)));
