@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/foundation/Error.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace VexmoraSDK::platform {
 namespace {
 
@@ -15,7 +18,12 @@ Error::Error(std::string domain, std::intptr_t code, std::optional<Dictionary> u
 
 Error::Error(const Coder& coder) noexcept : code_(0) {
     if (const auto* domain = coder.decode<std::string>(kDomainKey)) domain_ = *domain;
-    if (const auto* code = coder.decode<std::int64_t>(kCodeKey)) code_ = *code;
+    if (const auto* code = coder.decode<std::int64_t>(kCodeKey)) {
+        // An archive of a machine with longer words may hold more than a code of this one.
+        using Limits = std::numeric_limits<std::intptr_t>;
+        code_ = static_cast<std::intptr_t>(
+            std::clamp<std::int64_t>(*code, Limits::min(), Limits::max()));
+    }
     if (const auto* userInfo = coder.decode<Dictionary>(kUserInfoKey)) userInfo_ = *userInfo;
 }
 

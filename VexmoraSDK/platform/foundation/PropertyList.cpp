@@ -190,7 +190,7 @@ Value valueFrom(plist_t node, int levels) {
         case PLIST_STRING: {
             std::uint64_t length = 0;
             const char* text = plist_get_string_ptr(node, &length);
-            return std::string(text, length);
+            return std::string(text, static_cast<std::size_t>(length));
         }
         case PLIST_DATA: {
             std::uint64_t length = 0;
