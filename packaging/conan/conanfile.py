@@ -44,7 +44,7 @@ class VexmoraSdk(ConanFile):
 
     def export_sources(self):
         root = os.path.join(self.recipe_folder, "..", "..")
-        for pattern in "CMakeLists.txt", "cmake/*", "VexmoraSDK/*":
+        for pattern in "CMakeLists.txt", "LICENSE", "cmake/*", "VexmoraSDK/*":
             copy(self, pattern, root, self.export_sources_folder)
 
     def system_requirements(self):
