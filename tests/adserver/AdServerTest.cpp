@@ -6,6 +6,7 @@
 
 #include <boost/json.hpp>
 #include <future>
+#include <memory>
 #include <set>
 
 using VexmoraSDK::AdServer;
@@ -78,10 +79,11 @@ TEST_F(AdServerTest, ServesPicturesOfTwiceTheSizeToThePlacementsThatListThemAlon
 
 TEST_F(AdServerTest, TellsUnknownFaultsAndPlacements) {
     std::vector<std::string> warnings;
-    AdServer server(Catalog::load(), {.onAnswer = [&](const AdServer::Answer& answer) {
-                        warnings.push_back(answer.outcome.substr(0, 6) + ", " + answer.warning);
-                    }});
-    httplib::Client client(server.address());
+    const AdServer::Options options{.onAnswer = [&](const AdServer::Answer& answer) {
+        warnings.push_back(answer.outcome.substr(0, 6) + ", " + answer.warning);
+    }};
+    auto server = std::make_unique<AdServer>(Catalog::load(), options);
+    httplib::Client client(server->address());
     for (const char* container : {"fault-stal", "fault-picture-stal"}) {
         const auto refused = client.Get(std::string("/ads?types=77&container=") + container);
         EXPECT_EQ(refused->status, 400);
@@ -89,6 +91,7 @@ TEST_F(AdServerTest, TellsUnknownFaultsAndPlacements) {
         EXPECT_NE(refused->body.find(container), std::string::npos);
     }
     client.Get("/ads?types=77&container=home-botom");
+    server.reset();  // Its threads, which write the warnings, end here.
     EXPECT_EQ(warnings, (std::vector<std::string>{"status, unknown fault", "status, unknown fault",
                                                   "ad har, unknown placement"}));
 }

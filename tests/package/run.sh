@@ -139,7 +139,8 @@ assert json.load(open(sys.argv[1]))["version"] == sys.argv[2]
     cat >"$work/port.cmake" <<'END'
 cmake_minimum_required(VERSION 3.25)
 foreach(command
-        find_acquire_program cmake_configure cmake_install cmake_config_fixup fixup_pkgconfig)
+        find_acquire_program cmake_configure cmake_install cmake_config_fixup fixup_pkgconfig
+        install_copyright)
     function(vcpkg_${command})
         if("SOURCE_PATH" IN_LIST ARGN AND NOT EXISTS "${SOURCE_PATH}/VexmoraSDK/VexmoraSDK.h")
             message(FATAL_ERROR "not a checkout: ${SOURCE_PATH}")
