@@ -55,7 +55,7 @@ int main() {
     use(&NotificationCenter::post);
     use(&Url::fromString);
     use(&Value::integerValue);
-    use(&Image::fromData);
+    use<std::shared_ptr<const Image> (*)(const Data&)>(&Image::fromData);
     use(&ImageView::imageRect);
     use(&TextView::contentSize);
     use(&Button::press);
