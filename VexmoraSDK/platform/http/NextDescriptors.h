@@ -5,17 +5,17 @@
 
 namespace VexmoraSDK::platform {
 
-/// The two descriptors that the next calls will get. libcurl opens pairs of sockets for itself, to
-/// be woken up and while it resolves a name, and cannot be asked to keep them from the programs
-/// that the host starts; so it is done here, right behind it. A descriptor that another thread was
-/// faster to get is left alone unless it is a local socket.
+/// The descriptors that the next calls will get. libcurl opens pairs of sockets for itself, to be
+/// woken up and while it resolves a name, and cannot be asked to keep them from the programs that
+/// the host starts; so it is done here, right behind it. Other threads may be faster to get some,
+/// so more than two are looked at; what is no local socket, or was one before, is left alone.
 class NextDescriptors {
  public:
     NextDescriptors();
     void closeOnExec() const;
 
  private:
-    std::array<int, 2> descriptors_{};
+    std::array<int, 32> descriptors_;
 };
 
 }  // namespace VexmoraSDK::platform
