@@ -26,7 +26,13 @@ bool decodeInto(std::uint32_t* pixels, std::size_t canvasWidth, EncodedImage dat
     target.rgba = reinterpret_cast<std::uint8_t*>(pixels);
     target.stride = static_cast<int>(canvasWidth * 4);
     target.size = ((height - 1) * canvasWidth + width) * 4;
-    return WebPDecode(bytesOf(data), data.size(), &config) == VP8_STATUS_OK;
+    if (WebPDecode(bytesOf(data), data.size(), &config) != VP8_STATUS_OK) return false;
+    if (config.input.has_alpha) return true;
+    // A lossless picture has alphas in its data, whatever its header says of them.
+    for (std::size_t y = 0; y < height; ++y)
+        for (auto& pixel : std::span(pixels + y * canvasWidth, width))
+            pixel |= 0xFF000000;
+    return true;
 }
 
 bool decodeFirstFrameInto(std::uint32_t* pixels, std::size_t canvasWidth, EncodedImage data) {
@@ -61,11 +67,6 @@ std::shared_ptr<const Image> decodeWebP(EncodedImage data) {
         return nullptr;
     }
     const bool isOpaque = !features.has_alpha && !features.has_animation;
-    if (isOpaque) {
-        // A lossless picture has alphas in its data, whatever its header says of them.
-        for (auto& pixel : std::span(pixels.get(), width * height))
-            pixel |= 0xFF000000;
-    }
     return std::make_shared<const Image>(features.width, features.height, std::move(pixels),
                                          isOpaque);
 }
