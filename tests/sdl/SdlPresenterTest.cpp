@@ -24,7 +24,8 @@ constexpr std::uint32_t kBlue = 0xFF0000FF;
 constexpr std::uint32_t kWhite = 0xFFFFFFFF;
 
 int allocations = 0;
-bool countsAllocations = false;
+/// Of the main thread only: the threads of the library may still be putting a connection away.
+thread_local bool countsAllocations = false;
 
 /// A game in a window without a screen: 400 × 300 points, each `scale` pixels wide.
 class SdlTest : public testing::Test {
