@@ -26,10 +26,6 @@ void SessionThreads::transfer(std::shared_ptr<Fetch> fetch) {
 
 void SessionThreads::complete(std::shared_ptr<Fetch> fetch) {
     const std::lock_guard lock(mutex_);
-    haveCompleted(std::move(fetch));
-}
-
-void SessionThreads::haveCompleted(std::shared_ptr<Fetch> fetch) {
     ended_.push_back(std::move(fetch));
     addThreads();
     if (following_ > 0) {
@@ -106,21 +102,10 @@ void SessionThreads::leadOnce(std::unique_lock<std::mutex>& lock) {
     hasLeader_ = true;
     leaderIsNotified_ = false;
     TransferLoop::Fetches starting;
-    while (mayBegin()) {
-        auto fetch = waiting_.pop();
-        // While it waited, its response may have been stored.
-        if (fetch->isServedFromCache()) {
-            haveCompleted(std::move(fetch));
-        } else {
-            starting.push_back(std::move(fetch));
-        }
-    }
+    while (mayBegin())
+        starting.push_back(waiting_.pop());
     inFlight_ += starting.size();
     const bool othersWait = !waiting_.isEmpty();
-    if (inFlight_ == 0) {
-        hasLeader_ = false;
-        return;
-    }
     lock.unlock();
     auto ended = loop_.turn(std::move(starting), othersWait);
     lock.lock();

@@ -56,7 +56,6 @@ class SessionThreads {
     void work(Worker& self);
     // The mutex is held in all of these.
     void workOnce(std::unique_lock<std::mutex>& lock);
-    void haveCompleted(std::shared_ptr<Fetch> fetch);
     void completeOne(std::unique_lock<std::mutex>& lock);
     void leadOnce(std::unique_lock<std::mutex>& lock);
     bool mayComplete() const;
