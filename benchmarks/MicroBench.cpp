@@ -22,6 +22,7 @@
 #include "VexmoraSDK/platform/foundation/NotificationCenter.h"
 #include "VexmoraSDK/platform/qt/ViewPainter.h"
 #include "VexmoraSDK/presenting/AdSlot.h"
+#include "VexmoraSDK/views/AdViewHandler.h"
 #include "VexmoraSDK/views/VexmoraNativeView.h"
 #include "benchmarks/AdKind.h"
 #include "benchmarks/AnsweringUrlSession.h"
