@@ -65,7 +65,15 @@ function(vexmora_backend name backend)
     # Its threads and exit handler run until the process ends, whoever closes the library before.
     if(NOT APPLE)
         target_link_options(${name} PRIVATE LINKER:-z,nodelete)
+        vexmora_export_own_symbols(${name})
     endif()
+endfunction()
+
+# The shared library `name` exports what is marked so, and no instances of others' templates.
+function(vexmora_export_own_symbols name)
+    set(symbols ${PROJECT_SOURCE_DIR}/cmake/exported-symbols.map)
+    target_link_options(${name} PRIVATE LINKER:--version-script=${symbols})
+    set_property(TARGET ${name} APPEND PROPERTY LINK_DEPENDS ${symbols})
 endfunction()
 
 function(vexmora_install_library library name package)

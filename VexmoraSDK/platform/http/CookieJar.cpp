@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/http/CookieJar.h"
 
-#include <algorithm>
 #include <memory>
 #include <sstream>
 #include <utility>
-#include <vector>
 
 namespace VexmoraSDK::platform {
 namespace {
@@ -48,21 +46,18 @@ void CookieJar::bound(CURL* easy, std::size_t maxCookies) {
     const std::unique_ptr<curl_slist, decltype(&curl_slist_free_all)> owned(list,
                                                                             curl_slist_free_all);
     std::map<std::string, std::uint64_t> ages;
-    std::vector<std::pair<std::uint64_t, Cookie>> cookies;
+    std::map<std::uint64_t, Cookie> cookies;
     for (; list; list = list->next) {
         Cookie cookie(list->data);
         const auto known = ages_.find(cookie.identity());
         const auto age = known == ages_.end() ? ++last_ : known->second;
         ages.emplace(cookie.identity(), age);
-        cookies.emplace_back(age, std::move(cookie));
+        cookies.emplace(age, std::move(cookie));
     }
-    if (cookies.size() > maxCookies) {
-        std::ranges::sort(cookies, {}, &std::pair<std::uint64_t, Cookie>::first);
-        cookies.resize(cookies.size() - maxCookies, {0, Cookie("")});
-        for (const auto& [age, cookie] : cookies) {
-            curl_easy_setopt(easy, CURLOPT_COOKIELIST, cookie.expired().c_str());
-            ages.erase(cookie.identity());
-        }
+    for (; cookies.size() > maxCookies; cookies.erase(cookies.begin())) {
+        const Cookie& oldest = cookies.begin()->second;
+        curl_easy_setopt(easy, CURLOPT_COOKIELIST, oldest.expired().c_str());
+        ages.erase(oldest.identity());
     }
     ages_ = std::move(ages);
 }

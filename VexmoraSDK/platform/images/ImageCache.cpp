@@ -16,7 +16,7 @@ std::shared_ptr<const Image> ImageCache::find(const SharedData& data) {
         latest_.push_front({data, image});
         dropUnneeded();
     } else {
-        std::rotate(latest_.begin(), kept, kept + 1);
+        latest_.splice(latest_.begin(), latest_, kept);
     }
     return image;
 }

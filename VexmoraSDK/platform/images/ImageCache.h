@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstddef>
-#include <deque>
+#include <list>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -35,7 +35,7 @@ class ImageCache {
         Key data;
         std::shared_ptr<const Image> image;
     };
-    std::deque<Kept> latest_;  // the latest comes first
+    std::list<Kept> latest_;  // the latest comes first
 };
 
 }  // namespace VexmoraSDK::platform

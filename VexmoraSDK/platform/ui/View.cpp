@@ -54,8 +54,10 @@ void View::setCornerRadius(double radius) noexcept {
 }
 
 std::vector<std::shared_ptr<View>> View::subviewsInPaintOrder() const noexcept {
-    auto ordered = subviews_;
-    std::ranges::stable_sort(ordered, {}, [](const auto& view) { return view->zPosition_; });
+    const auto zPosition = [](const auto& view) { return view->zPosition_; };
+    std::vector<std::shared_ptr<View>> ordered;
+    for (const auto& view : subviews_)
+        ordered.insert(std::ranges::upper_bound(ordered, view->zPosition_, {}, zPosition), view);
     return ordered;
 }
 
