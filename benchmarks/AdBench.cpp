@@ -16,9 +16,9 @@
 #include "VexmoraSDK/platform/foundation/Bundle.h"
 #include "VexmoraSDK/platform/qt/ViewPainter.h"
 #include "benchmarks/AdKind.h"
-#include "benchmarks/Floor.h"
 #include "benchmarks/FloorView.h"
 #include "benchmarks/Measure.h"
+#include "benchmarks/QtFloor.h"
 #include "benchmarks/TrustedCertificate.h"
 
 namespace VexmoraSDK::benchmarks {
@@ -113,11 +113,11 @@ void showSdkAd(const AdKind& kind, Times& times) {
     times.add(*received, watch);
 }
 
-void showFloorAd(Floor& floor, const AdKind& kind, Times& times) {
+void showFloorAd(QtFloor& floor, const AdKind& kind, Times& times) {
     const Stopwatch watch;
     std::optional<FloorView> view;
     std::optional<Milliseconds> received;
-    floor.fetch(kind.address(), [&](Floor::Ad ad) {
+    floor.fetch(kind.address(), [&](QtFloor::Ad ad) {
         view.emplace(kind, std::move(ad));
         received = watch.passed();
     });
@@ -150,7 +150,7 @@ json::object inTurn(const Options& options, const std::vector<Contender>& conten
 
 json::object oneByOne(const Options& options) {
     const AdKind& kind = AdKind::named(options.at("kind"));
-    Floor floor;
+    QtFloor floor;
     return inTurn(options, {{"sdk", [&](Times& times) { showSdkAd(kind, times); }},
                             {"floor", [&](Times& times) { showFloorAd(floor, kind, times); }}});
 }
@@ -212,7 +212,7 @@ class Scene {
 json::object inScenes(const Options& options) {
     const AdKind& kind = AdKind::named(options.at("kind"));
     Scene scene(kind, options.at("qml"));
-    Floor floor;
+    QtFloor floor;
     return inTurn(options, {{"sdk", [&](Times& times) { scene.show(0, times); }},
                             {"qml", [&](Times& times) { scene.show(1, times); }},
                             {"floor", [&](Times& times) {
@@ -266,13 +266,14 @@ Views showAtOnce(const Options& options, const AdKind& kind, int count, Burst* b
     return views;
 }
 
-void showByHandAtOnce(const Options& options, Floor& floor, const AdKind& kind, int count,
+void showByHandAtOnce(const Options& options, QtFloor& floor, const AdKind& kind, int count,
                       Burst* burst) {
     std::deque<FloorView> views;
     const Stopwatch watch;
     for (int i = 0; i < count; ++i) {
         choosePlacement(options, i);
-        floor.fetch(kind.address(), [&](Floor::Ad ad) { views.emplace_back(kind, std::move(ad)); });
+        floor.fetch(kind.address(),
+                    [&](QtFloor::Ad ad) { views.emplace_back(kind, std::move(ad)); });
     }
     const auto created = watch.worked();
     MainThreadStalls stalls;
@@ -283,7 +284,7 @@ void showByHandAtOnce(const Options& options, Floor& floor, const AdKind& kind, 
 json::object atOnce(const Options& options) {
     const AdKind& kind = AdKind::named(options.at("kind"));
     const int views = number(options, "views");
-    Floor floor;
+    QtFloor floor;
     Burst sdk;
     Burst byHand;
     showAtOnce(options, kind, 1, nullptr);
@@ -347,14 +348,14 @@ json::object first(const Options& options) {
     Milliseconds called{};
     bool received = false;
     std::shared_ptr<VexmoraView> view;
-    std::unique_ptr<Floor> floor;
+    std::unique_ptr<QtFloor> floor;
     std::optional<FloorView> floorView;
     if (contender == "sdk") {
         view = kind.createView(delegateThat([&] { received = true; }));
         called = watch.worked();
     } else {
-        floor = std::make_unique<Floor>();
-        floor->fetch(kind.address(), [&](Floor::Ad ad) {
+        floor = std::make_unique<QtFloor>();
+        floor->fetch(kind.address(), [&](QtFloor::Ad ad) {
             floorView.emplace(kind, std::move(ad));
             received = true;
         });

@@ -23,7 +23,7 @@ QFont font(const char* style, int pixelSize) {
 
 }  // namespace
 
-FloorView::FloorView(const AdKind& kind, Floor::Ad ad)
+FloorView::FloorView(const AdKind& kind, QtFloor::Ad ad)
     : kind_(kind), ad_(std::move(ad)), size_(ad_.picture.size()) {
     if (kind.isInterstitial()) {
         size_ = AdKind::screenSize();

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "benchmarks/AdKind.h"
-#include "benchmarks/Floor.h"
+#include "benchmarks/QtFloor.h"
 
 namespace VexmoraSDK::benchmarks {
 
@@ -15,7 +15,7 @@ namespace VexmoraSDK::benchmarks {
 class FloorView {
  public:
     /// Lays out the ad's texts, if it has any.
-    FloorView(const AdKind& kind, Floor::Ad ad);
+    FloorView(const AdKind& kind, QtFloor::Ad ad);
 
     QSize size() const { return size_; }
     void paint(QPainter& painter) const;
@@ -32,7 +32,7 @@ class FloorView {
     void addText(const std::string& text, const QFont& font, QColor color, double& y);
 
     const AdKind& kind_;
-    const Floor::Ad ad_;
+    const QtFloor::Ad ad_;
     QSize size_;
     std::deque<Text> texts_;
 };

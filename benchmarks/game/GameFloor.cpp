@@ -1,162 +1,43 @@
 // SPDX-License-Identifier: MIT
 #include "benchmarks/game/GameFloor.h"
 
-#include <curl/curl.h>
 #include <pango/pangocairo.h>
 
 #include <algorithm>
-#include <boost/json.hpp>
 #include <cmath>
 #include <utility>
 
 namespace VexmoraSDK::benchmarks {
 
-struct GameFloor::Job {
-    std::string address;
-    Done done;
-    Ad ad;
-    bool isPicture = false;
-    std::string body{};
-};
-
 namespace {
 
-std::size_t append(const char* bytes, std::size_t, std::size_t count, void* job) {
-    static_cast<GameFloor::Job*>(job)->body.append(bytes, count);
-    return count;
-}
-
-std::string text(const boost::json::object& ad, std::string_view name) {
-    const auto* member = ad.if_contains(name);
-    return member ? std::string(member->as_string()) : std::string();
+std::shared_ptr<const platform::Image> decode(const std::string& bytes) {
+    return platform::Image::fromData(platform::dataOf(bytes));
 }
 
 }  // namespace
 
-void GameFloor::Jobs::add(JobPointer job) {
-    const std::lock_guard lock(mutex);
-    waiting.push_back(std::move(job));
-    changed.notify_one();
-}
-
-GameFloor::JobPointer GameFloor::Jobs::take() {
-    const std::lock_guard lock(mutex);
-    if (waiting.empty()) return nullptr;
-    auto job = std::move(waiting.front());
-    waiting.pop_front();
-    return job;
-}
-
 GameFloor::GameFloor(std::function<void()> wakeUp)
-    : wakeUp_(std::move(wakeUp)), multi_(curl_multi_init()), io_([this] { transfer(); }) {
-    for (unsigned i = 0; i < std::max(1u, std::thread::hardware_concurrency()); ++i)
-        workers_.emplace_back([this] { decode(); });
-}
-
-GameFloor::~GameFloor() {
-    for (auto* jobs : {&requests_, &pictures_}) {
-        const std::lock_guard lock(jobs->mutex);
-        jobs->stopped = true;
-        jobs->changed.notify_all();
-    }
-    curl_multi_wakeup(multi_);
-    io_.join();
-    for (auto& worker : workers_)
-        worker.join();
-    for (auto* handle : idleHandles_)
-        curl_easy_cleanup(handle);
-    curl_multi_cleanup(multi_);
-}
+    : wakeUp_(std::move(wakeUp)), floor_(decode, [this](std::function<void()> task) {
+          {
+              const std::lock_guard lock(mutex_);
+              tasks_.push_back(std::move(task));
+          }
+          wakeUp_();
+      }) {}
 
 void GameFloor::fetch(std::string address, Done done) {
-    request(std::make_unique<Job>(Job{std::move(address), std::move(done), {}}));
-}
-
-void GameFloor::request(JobPointer job) {
-    requests_.add(std::move(job));
-    curl_multi_wakeup(multi_);
-}
-
-void GameFloor::transfer() {
-    while (true) {
-        {
-            const std::lock_guard lock(requests_.mutex);
-            if (requests_.stopped) return;
-        }
-        while (auto job = requests_.take())
-            begin(std::move(job));
-        int running = 0;
-        curl_multi_perform(multi_, &running);
-        int left = 0;
-        while (const CURLMsg* message = curl_multi_info_read(multi_, &left)) {
-            CURL* handle = message->easy_handle;
-            Job* done = nullptr;
-            curl_easy_getinfo(handle, CURLINFO_PRIVATE, &done);
-            curl_multi_remove_handle(multi_, handle);
-            idleHandles_.push_back(handle);
-            JobPointer job(done);
-            if (job->isPicture) {
-                pictures_.add(std::move(job));
-            } else {
-                handOver(std::move(job));
-            }
-        }
-        curl_multi_poll(multi_, nullptr, 0, 60'000, nullptr);
-    }
-}
-
-void GameFloor::begin(JobPointer job) {
-    CURL* handle = nullptr;
-    if (idleHandles_.empty()) {
-        handle = curl_easy_init();
-        curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);
-        curl_easy_setopt(handle, CURLOPT_ACCEPT_ENCODING, "");
-        curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 1L);
-        curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, append);
-    } else {
-        handle = idleHandles_.back();
-        idleHandles_.pop_back();
-    }
-    curl_easy_setopt(handle, CURLOPT_URL, job->address.c_str());
-    curl_easy_setopt(handle, CURLOPT_WRITEDATA, job.get());
-    curl_easy_setopt(handle, CURLOPT_PRIVATE, job.release());
-    curl_multi_add_handle(multi_, handle);
-}
-
-void GameFloor::decode() {
-    std::unique_lock lock(pictures_.mutex);
-    while (true) {
-        pictures_.changed.wait(lock,
-                               [&] { return pictures_.stopped || !pictures_.waiting.empty(); });
-        if (pictures_.stopped) return;
-        auto job = std::move(pictures_.waiting.front());
-        pictures_.waiting.pop_front();
-        lock.unlock();
-        job->ad.picture = platform::Image::fromData(platform::dataOf(job->body));
-        handOver(std::move(job));
-        lock.lock();
-    }
-}
-
-void GameFloor::handOver(JobPointer job) {
-    results_.add(std::move(job));
-    wakeUp_();
+    floor_.fetch(std::move(address), std::move(done));
 }
 
 void GameFloor::run() {
-    while (auto job = results_.take())
-        finish(std::move(job));
-}
-
-void GameFloor::finish(JobPointer job) {
-    if (job->isPicture) return job->done(std::move(job->ad));
-    const auto answer = boost::json::parse(job->body);
-    const auto& ad = answer.as_array().front().as_object();
-    job->ad = {text(ad, "title"), text(ad, "description"), text(ad, "displayName"), nullptr};
-    job->address = text(ad, "bannerUrl");
-    job->isPicture = true;
-    job->body.clear();
-    request(std::move(job));
+    std::deque<std::function<void()>> tasks;
+    {
+        const std::lock_guard lock(mutex_);
+        tasks.swap(tasks_);
+    }
+    for (const auto& task : tasks)
+        task();
 }
 
 namespace {
