@@ -40,10 +40,13 @@ def started(command):
 def starts(bench, rounds):
     run.say("game: from the start of the process")
     library = bench.libraries[0]
-    samples = {"game": [], "qt": []}
+    commands = {"game": [f"{bench.build}/{GAME}", "start", library],
+                "loop": [f"{bench.build}/bin/vexmora-host-with-loop", library],
+                "qt": [f"{bench.build}/bin/vexmora-host-with", library]}
+    samples = {who: [] for who in commands}
     for _ in range(rounds):
-        samples["game"].append(started([f"{bench.build}/{GAME}", "start", library]))
-        samples["qt"].append(started([f"{bench.build}/bin/vexmora-host-with", library]))
+        for who, command in commands.items():
+            samples[who].append(started(command))
     return {who: [statistics.median(values) for values in zip(*taken)]
             for who, taken in samples.items()}
 
@@ -62,11 +65,12 @@ def rows(bench, quick):
     yield "wall clock of a frame, at most", f"{waited[-1]:.2f} ms", "", "", "not judged"
     yield "allocations in 1,000 frames without a change", frames["allocations"], "", "", "0"
     start = starts(bench, 5 if quick else 40)
-    for index, (what, unit, scale) in enumerate(
-            (("process start to first banner", "ms", 1), ("memory then", "MiB", 2 ** 20))):
-        game, qt = start["game"][index] / scale, start["qt"][index] / scale
-        yield f"{what}, against Qt", f"{game:.1f} {unit}", f"{qt:.1f} {unit}", \
-            f"{game / qt:.2f}", "0.80"
+    for who, whose in (("loop", "without a window"), ("game", "in a window of SDL")):
+        for index, (what, unit, scale) in enumerate(
+                (("process start to first banner", "ms", 1), ("memory then", "MiB", 2 ** 20))):
+            taken, qt = start[who][index] / scale, start["qt"][index] / scale
+            yield f"{what}, {whose}, against Qt", f"{taken:.1f} {unit}", f"{qt:.1f} {unit}", \
+                f"{taken / qt:.2f}", "0.80"
 
 
 def document(table, machine):
