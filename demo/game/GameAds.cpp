@@ -16,9 +16,9 @@ GameAds::GameAds(SDL_Renderer* renderer, Log log)
 }
 
 void GameAds::load() {
-    setContainer("home-bottom");
+    setContainer("home-bottom-2x");
     native_.setPlacement({.containerId = "article-native", .viewType = VexmoraViewType::native});
-    interstitial_.setPlacement({.containerId = "between-articles", .adSize = "300x250"});
+    interstitial_.setPlacement({.containerId = "between-articles-2x", .adSize = "300x250"});
 }
 
 void GameAds::setContainer(const std::string& banner) {
