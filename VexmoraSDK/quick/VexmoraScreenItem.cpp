@@ -70,6 +70,8 @@ VexmoraScreenItem::VexmoraScreenItem(QQuickItem* parent)
     setClip(true);
     connect(this, &VexmoraScreenItem::closeRectChanged, this,
             &VexmoraScreenItem::updateAccessibility);
+    connect(this, &VexmoraScreenItem::presentingChanged, this,
+            &VexmoraScreenItem::closeLabelChanged);
     movement_.setDuration(kMoveMilliseconds);
     movement_.setEasingCurve(QEasingCurve::OutCubic);
     connect(&movement_, &QPropertyAnimation::finished, this, [this] {
@@ -247,7 +249,12 @@ bool VexmoraScreenItem::event(QEvent* event) {
         event->accept();
         return true;
     }
-    return QQuickItem::event(event);
+    const bool known = QQuickItem::event(event);
+    if (event->type() == QEvent::LanguageChange) {
+        updateAccessibility();
+        Q_EMIT closeLabelChanged();
+    }
+    return known;
 }
 
 void VexmoraScreenItem::keyPressEvent(QKeyEvent* event) {

@@ -43,7 +43,7 @@ class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     Q_PROPERTY(double bottomInset READ bottomInset WRITE setBottomInset NOTIFY insetsChanged FINAL)
     Q_PROPERTY(double rightInset READ rightInset WRITE setRightInset NOTIFY insetsChanged FINAL)
     /// What screen readers say of the close button, and where it is; empty when there is none.
-    Q_PROPERTY(QString closeLabel READ closeLabel NOTIFY presentingChanged FINAL)
+    Q_PROPERTY(QString closeLabel READ closeLabel NOTIFY closeLabelChanged FINAL)
     Q_PROPERTY(QRectF closeRect READ closeRect NOTIFY closeRectChanged FINAL)
 
  public:
@@ -77,6 +77,7 @@ class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     void presentingChanged();
     void movingChanged();
     void insetsChanged();
+    void closeLabelChanged();
     void closeRectChanged();
 
  protected:

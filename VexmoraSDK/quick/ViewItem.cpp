@@ -153,6 +153,11 @@ QSGNode* ViewItem::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData*) {
     return node;
 }
 
+bool ViewItem::event(QEvent* event) {
+    if (event->type() == QEvent::LanguageChange) updateAccessibility();
+    return QQuickItem::event(event);
+}
+
 void ViewItem::itemChange(ItemChange change, const ItemChangeData& data) {
     if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged ||
         change == ItemActiveFocusHasChanged) {

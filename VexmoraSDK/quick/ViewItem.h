@@ -50,7 +50,8 @@ class VEXMORA_EXPORT ViewItem : public QQuickItem {
  protected:
     explicit ViewItem(QQuickItem* parent);
 
-    /// Called when the item has come into a scene: tells screen readers of it.
+    /// Called when the item has come into a scene, and when the app speaks another language: tells
+    /// screen readers of it.
     virtual void updateAccessibility() {}
 
     /// Shows `view` from now on, which is shown nowhere else; absent for none.
@@ -58,6 +59,7 @@ class VEXMORA_EXPORT ViewItem : public QQuickItem {
     /// The implicit size as long as there is no view or the view has no size, and with `Fit`.
     void setReservedSize(QSizeF size);
 
+    bool event(QEvent* event) override;
     void updatePolish() override;
     QSGNode* updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* data) override;
     void itemChange(ItemChange change, const ItemChangeData& data) override;

@@ -286,6 +286,10 @@ void VexmoraWidget::showView(std::shared_ptr<VexmoraView> view) {
     view_ = std::move(view);
     if (view_) view_->setDisplayCallback([this] { viewChanged(); });
     viewChanged();
+    nameChanged();
+}
+
+void VexmoraWidget::nameChanged() {
     QAccessibleEvent renamed(this, QAccessible::NameChanged);
     QAccessible::updateAccessibility(&renamed);
 }
@@ -407,6 +411,7 @@ bool VexmoraWidget::event(QEvent* event) {
         case QEvent::Show: watchWindow(); [[fallthrough]];
         case QEvent::Hide: updateVisibility(); break;
         case QEvent::PaletteChange: applyTextColors(); break;
+        case QEvent::LanguageChange: nameChanged(); break;
         default: break;
     }
     return QWidget::event(event);

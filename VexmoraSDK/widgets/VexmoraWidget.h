@@ -192,6 +192,7 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
     void changePlacement(const AdSlot::Placement& placement, void (VexmoraWidget::*changed)());
     void showView(std::shared_ptr<VexmoraView> view);
     void viewChanged();
+    void nameChanged();
     void applyTextColors();
     AdPosition position() const;
     QRect adRect() const;

@@ -164,8 +164,14 @@ void VexmoraWidgetScreen::coverWindow() {
     if (!button) return;
     const auto [origin, size] = button->frame();
     closeKey_->setGeometry(QRectF(origin.x, origin.y, size.width, size.height).toAlignedRect());
-    closeKey_->setAccessibleName(
-        QCoreApplication::translate("VexmoraSDK", button->accessibilityLabel().c_str()));
+    nameCloseKey();
+}
+
+void VexmoraWidgetScreen::nameCloseKey() {
+    if (const auto button = closeButton()) {
+        closeKey_->setAccessibleName(
+            QCoreApplication::translate("VexmoraSDK", button->accessibilityLabel().c_str()));
+    }
 }
 
 std::shared_ptr<platform::Button> VexmoraWidgetScreen::closeButton() const {
@@ -187,6 +193,11 @@ bool VexmoraWidgetScreen::event(QEvent* event) {
     if (event->type() == QEvent::ShortcutOverride && isCloseKey(event)) {
         event->accept();
         return true;
+    }
+    if (event->type() == QEvent::LanguageChange) {
+        nameCloseKey();
+        QAccessibleEvent renamed(this, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&renamed);
     }
     return QWidget::event(event);
 }

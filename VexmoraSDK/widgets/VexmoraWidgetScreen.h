@@ -60,6 +60,7 @@ class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
  private:
     bool present(std::shared_ptr<VexmoraView> view, VexmoraWidget* ad);
     void coverWindow();
+    void nameCloseKey();
     std::shared_ptr<platform::Button> closeButton() const;
     void moveStage(int y);
     void leave(bool animated);

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <QtCore/QAnimationDriver>
 #include <QtCore/QPointer>
+#include <QtCore/QTranslator>
 #include <QtGui/QAccessible>
 #include <QtGui/QPointingDevice>
 
+#include "VexmoraSDK/platform/foundation/Bundle.h"
 #include "tests/qt/presenters/PresenterTest.h"
 
 using testing::ElementsAre;
@@ -169,6 +171,31 @@ TEST_P(ScreenPresenterTest, GivesTheKeyboardAndScreenReadersACloseButtonThatStay
         ->actionInterface()
         ->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_TRUE(waitToHear("did dismiss"));
+}
+
+TEST_P(ScreenPresenterTest, SpeaksTheLanguageThatTheAppChangesTo) {
+    present();
+    type(Qt::Key_Tab);
+    auto* const button = app_->focused();
+    auto* const banner = app_->addAd(nullptr);
+    const auto waitToBeNamed = [&](const char* ad, const char* close) {
+        const auto isNamed = [](QObject* object, const char* name) {
+            return QAccessible::queryAccessibleInterface(object)->text(QAccessible::Name) ==
+                   QString::fromUtf8(name);
+        };
+        return App::waitFor([&] {
+            return isNamed(app_->screen(), ad) && isNamed(banner, ad) && isNamed(button, close);
+        });
+    };
+    {
+        QTranslator words;
+        const auto folder = platform::Bundle::shippedLibraryFolder() / "translations";
+        ASSERT_TRUE(words.load(QLocale(QLocale::German), QLatin1String("vexmorasdk"),
+                               QLatin1String("_"), QString::fromStdString(folder.string())));
+        QCoreApplication::installTranslator(&words);
+        EXPECT_TRUE(waitToBeNamed("Werbung", "Werbung schließen"));
+    }
+    EXPECT_TRUE(waitToBeNamed("Advertisement", "Close advertisement"));
 }
 
 TEST_P(ScreenPresenterTest, FinishesTheDismissalWhenItIsDestroyedMeanwhile) {
