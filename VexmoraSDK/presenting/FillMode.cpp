@@ -12,8 +12,9 @@ bool isEmpty(platform::Size size) {
 
 }  // namespace
 
-AdPosition AdPosition::of(FillMode mode, platform::Size ad, platform::Size place) {
-    if (mode == FillMode::asIs || isEmpty(ad) || isEmpty(place)) return {};
+AdPosition AdPosition::of(FillMode mode, platform::Size ad, platform::Size place, bool mirrored) {
+    if (isEmpty(ad) || isEmpty(place)) return {};
+    if (mode == FillMode::asIs) return {{mirrored ? place.width - ad.width : 0, 0}};
     const double scale = std::min(place.width / ad.width, place.height / ad.height);
     return {{(place.width - ad.width * scale) / 2, (place.height - ad.height * scale) / 2}, scale};
 }

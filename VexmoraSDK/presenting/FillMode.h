@@ -8,7 +8,7 @@ namespace VexmoraSDK {
 
 /// How an ad lies in the place that its presenter has for it.
 enum class FillMode : int {
-    asIs = 0,  ///< in its own size, its top left at that of the place
+    asIs = 0,  ///< in its own size, at the top left of the place
     fit = 1,   ///< as large as fits with its proportions kept, centred
 };
 
@@ -20,8 +20,10 @@ struct VEXMORA_EXPORT AdPosition {
     double scale = 1;
 
     /// The position of an ad of the size `ad` in a place of the size `place`. An ad without a size
-    /// is not scaled.
-    static AdPosition of(FillMode mode, platform::Size ad, platform::Size place);
+    /// is not scaled. In a place that is mirrored, as in apps that are read from right to left,
+    /// `asIs` is at the top right.
+    static AdPosition of(FillMode mode, platform::Size ad, platform::Size place,
+                         bool mirrored = false);
 
     /// The point of the ad that is at a point of the place.
     platform::Point toAd(platform::Point point) const {

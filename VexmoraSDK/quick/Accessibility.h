@@ -17,8 +17,7 @@ struct PressSlot {
 
 /// Makes an item known to screen readers, as QML's `Accessible` does, and returns what that type
 /// attaches to the item. Called again, it changes the role and the name. Works for items made in
-/// C++ too, but Qt keeps these properties where only the types of its QML module reach them:
-/// absent, and nothing done, unless a QML engine of the process has imported QtQuick.
+/// C++ too; absent, and nothing done, unless a QML engine of the process has imported QtQuick.
 QObject* makeAccessible(QQuickItem* item, QAccessible::Role role, const QString& name,
                         PressSlot press = {});
 

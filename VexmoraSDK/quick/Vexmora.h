@@ -47,7 +47,8 @@ Q_ENUM_NS(Status)
 
 /// How an ad lies in its item.
 enum class FillMode : int {
-    AsIs = static_cast<int>(VexmoraSDK::FillMode::asIs),  ///< in its own size, at the top left
+    AsIs = static_cast<int>(VexmoraSDK::FillMode::asIs),  ///< in its own size, at the top left;
+                                                          ///< where mirrored, at the top right
     Fit = static_cast<int>(VexmoraSDK::FillMode::fit),    ///< as large as fits, in the middle
 };
 Q_ENUM_NS(FillMode)

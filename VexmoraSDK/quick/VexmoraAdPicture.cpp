@@ -6,7 +6,9 @@
 
 namespace VexmoraSDK {
 
-VexmoraAdPicture::VexmoraAdPicture(QQuickItem* parent) : ViewItem(parent) {}
+VexmoraAdPicture::VexmoraAdPicture(QQuickItem* parent) : ViewItem(parent) {
+    if (window()) updateAccessibility();
+}
 
 void VexmoraAdPicture::setAd(VexmoraAd* ad) {
     if (ad == ad_) return;

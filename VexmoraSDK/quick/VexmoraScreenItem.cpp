@@ -15,6 +15,7 @@
 #include "VexmoraSDK/presenting/InterstitialLayout.h"
 #include "VexmoraSDK/presenting/Presentation.h"
 #include "VexmoraSDK/quick/Accessibility.h"
+#include "VexmoraSDK/quick/AttachedProperties.h"
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
 
 namespace VexmoraSDK {
@@ -126,6 +127,7 @@ void VexmoraScreenItem::layOut() {
     auto& view = static_cast<VexmoraView&>(*presentation_->view());
     view.setFrame({{0, 0}, {width(), height()}});
     view.setSafeAreaInsets(insets_);
+    view.setMirrored(isMirrored(this));
     layOutInterstitial(view, fillMode_);
     stage_->setSize(size());
 }
@@ -219,13 +221,20 @@ std::shared_ptr<platform::Button> VexmoraScreenItem::closeButton() const {
 
 void VexmoraScreenItem::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) {
     QQuickItem::geometryChange(newGeometry, oldGeometry);
-    if (!isPresenting() || newGeometry.size() == oldGeometry.size()) return;
+    if (newGeometry.size() != oldGeometry.size()) layOutAgain();
+}
+
+void VexmoraScreenItem::layOutAgain() {
+    if (!isPresenting()) return;
     layOut();
     Q_EMIT closeRectChanged();
 }
 
 void VexmoraScreenItem::itemChange(ItemChange change, const ItemChangeData& data) {
-    if (change == ItemSceneChange && data.window) updateAccessibility();
+    if (change == ItemSceneChange && data.window) {
+        updateAccessibility();
+        followMirroring(this, SLOT(layOutAgain()));
+    }
     QQuickItem::itemChange(change, data);
 }
 

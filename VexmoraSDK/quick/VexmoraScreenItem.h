@@ -26,7 +26,8 @@ class Button;
 /// from below and out again when it is closed, by its close button, Escape or Back. While it is
 /// there, nothing behind it is touched and it has the keyboard. Fill the window with it, in front
 /// of the rest. The ad fills the screen, its picture in the middle; a tap on it anywhere but on the
-/// close button does nothing. The screen may be destroyed at any time, from inside its own signals
+/// close button does nothing. With `LayoutMirroring` the close button is on the other side. The
+/// screen may be destroyed at any time, from inside its own signals
 /// and those of its ad too. Main thread.
 class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     Q_OBJECT
@@ -96,6 +97,7 @@ class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
 
     bool present(std::shared_ptr<VexmoraView> view, VexmoraAd* ad, FillMode fillMode);
     void layOut();
+    Q_SLOT void layOutAgain();
     void updateAccessibility();
     void leave(bool animated);
     void leftScreen();

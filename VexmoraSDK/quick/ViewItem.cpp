@@ -16,6 +16,7 @@
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/platform/qt/ViewPainter.h"
 #include "VexmoraSDK/presenting/TapTarget.h"
+#include "VexmoraSDK/quick/AttachedProperties.h"
 
 namespace VexmoraSDK {
 namespace {
@@ -43,6 +44,8 @@ void paintFocusFrame(QPainter& painter, QSizeF size) {
 
 ViewItem::ViewItem(QQuickItem* parent) : QQuickItem(parent) {
     setAcceptedMouseButtons(Qt::LeftButton);
+    // Its parent may have brought it into a scene already.
+    if (window()) followMirroring();
 }
 
 ViewItem::~ViewItem() {
@@ -88,7 +91,7 @@ void ViewItem::updateImplicitSize() {
 }
 
 AdPosition ViewItem::adPosition() const {
-    return AdPosition::of(FillMode(fillMode_), sizeOf(view_), sizeFrom(size()));
+    return AdPosition::of(FillMode(fillMode_), sizeOf(view_), sizeFrom(size()), mirrored_);
 }
 
 QRectF ViewItem::boundingRect() const {
@@ -163,13 +166,27 @@ void ViewItem::itemChange(ItemChange change, const ItemChangeData& data) {
         change == ItemActiveFocusHasChanged) {
         polish();
     }
-    if (change == ItemSceneChange && data.window) updateAccessibility();
+    if (change == ItemSceneChange && data.window) {
+        updateAccessibility();
+        followMirroring();
+    }
     QQuickItem::itemChange(change, data);
+}
+
+void ViewItem::followMirroring() {
+    VexmoraSDK::followMirroring(this, SLOT(mirroringChanged()));
+    mirroringChanged();
+}
+
+void ViewItem::mirroringChanged() {
+    mirrored_ = isMirrored(this);
+    polish();
 }
 
 void ViewItem::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) {
     QQuickItem::geometryChange(newGeometry, oldGeometry);
-    if (fillMode_ == Vexmora::FillMode::Fit && newGeometry.size() != oldGeometry.size()) polish();
+    const bool isMoved = fillMode_ == Vexmora::FillMode::Fit || mirrored_;
+    if (isMoved && newGeometry.size() != oldGeometry.size()) polish();
 }
 
 bool ViewItem::takesTapAt(QPointF position) const {

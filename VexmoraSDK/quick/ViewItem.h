@@ -22,9 +22,10 @@ class VEXMORA_EXPORT ViewItem : public QQuickItem {
     Q_OBJECT
     QML_ANONYMOUS
 
-    /// `Vexmora.FillMode.AsIs`, as at first: in its own size, its top left at the item's. `Fit`: as
-    /// large as fits into the item with its proportions kept, in the middle; so a picture of twice
-    /// the size is sharp on a screen of two pixels a point.
+    /// `Vexmora.FillMode.AsIs`, as at first: in its own size, its top left at the item's; with
+    /// `LayoutMirroring` its top right. `Fit`: as large as fits into the item with its proportions
+    /// kept, in the middle; so a picture of twice the size is sharp on a screen of two pixels a
+    /// point.
     Q_PROPERTY(VexmoraSDK::Vexmora::FillMode fillMode READ fillMode WRITE setFillMode NOTIFY
                    fillModeChanged FINAL)
 
@@ -73,6 +74,8 @@ class VEXMORA_EXPORT ViewItem : public QQuickItem {
     void mouseUngrabEvent() override;
 
  private:
+    void followMirroring();
+    Q_SLOT void mirroringChanged();
     void viewChanged();
     void updateImplicitSize();
     void paintPicture();
@@ -82,6 +85,7 @@ class VEXMORA_EXPORT ViewItem : public QQuickItem {
 
     std::shared_ptr<platform::View> view_;
     QSizeF reservedSize_{0, 0};
+    bool mirrored_ = false;
     Vexmora::FillMode fillMode_ = Vexmora::FillMode::AsIs;
     /// The view as it was last painted, and where it is shown.
     QImage picture_;

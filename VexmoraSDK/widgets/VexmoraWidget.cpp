@@ -350,7 +350,7 @@ int VexmoraWidget::heightForWidth(int width) const {
 }
 
 AdPosition VexmoraWidget::position() const {
-    return AdPosition::of(fillMode_, view_->frame().size, sizeFrom(size()));
+    return AdPosition::of(fillMode_, view_->frame().size, sizeFrom(size()), isRightToLeft());
 }
 
 void VexmoraWidget::paintEvent(QPaintEvent*) {
@@ -412,6 +412,7 @@ bool VexmoraWidget::event(QEvent* event) {
         case QEvent::Hide: updateVisibility(); break;
         case QEvent::PaletteChange: applyTextColors(); break;
         case QEvent::LanguageChange: nameChanged(); break;
+        case QEvent::LayoutDirectionChange: viewChanged(); break;
         default: break;
     }
     return QWidget::event(event);

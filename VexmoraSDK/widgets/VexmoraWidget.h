@@ -57,6 +57,8 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
     Q_PROPERTY(QString errorString READ errorString NOTIFY errorChanged FINAL)
     /// Whether at least half of the ad was visible for a second without a break.
     Q_PROPERTY(bool viewable READ isViewable NOTIFY viewableChanged FINAL)
+    /// What the ad says; absent when none is drawn.
+    Q_PROPERTY(std::optional<VexmoraSDK::AdSlot::Ad> ad READ ad NOTIFY adChanged FINAL)
 
     /// In seconds, at least 10, for how long an ad is shown before the next is asked for; 0, as at
     /// first, for ever. Only time counts in which the widget is visible in an active app. After
@@ -69,8 +71,9 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
     /// at first.
     Q_PROPERTY(
         int expiresAfter READ expiresAfter WRITE setExpiresAfter NOTIFY expiresAfterChanged FINAL)
-    /// How the ad lies in the widget. With `Fit` the widget has the size of the banner that is
-    /// asked for, or of the ad where that is not known, and may be as wide as its layout likes.
+    /// How the ad lies in the widget; `AsIs` at its right when it is laid out from right to left.
+    /// With `Fit` the widget has the size of the banner that is asked for, or of the ad where that
+    /// is not known, and may be as wide as its layout likes.
     Q_PROPERTY(FillMode fillMode READ fillMode WRITE setFillMode NOTIFY fillModeChanged FINAL)
     /// Of the title and the description of native ads; an invalid colour, as at first, is that of
     /// the palette's texts.
@@ -104,7 +107,6 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
     int errorCode() const;
     QString errorString() const;
     bool isViewable() const { return slot_.isViewable(); }
-    /// What the ad says; absent when none is drawn.
     const std::optional<AdSlot::Ad>& ad() const { return slot_.ad(); }
 
     int refreshInterval() const;

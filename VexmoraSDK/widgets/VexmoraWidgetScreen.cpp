@@ -158,6 +158,7 @@ void VexmoraWidgetScreen::coverWindow() {
     const auto& view = presentation_->view();
     view->setFrame({{0, 0}, {double(width()), double(height())}});
     view->setSafeAreaInsets(insetsOf(contentsMargins()));
+    view->setMirrored(isRightToLeft());
     layOutInterstitial(static_cast<VexmoraView&>(*view), ad_ ? ad_->fillMode_ : FillMode::asIs);
     const auto button = closeButton();
     closeKey_->setVisible(button != nullptr);
@@ -194,6 +195,7 @@ bool VexmoraWidgetScreen::event(QEvent* event) {
         event->accept();
         return true;
     }
+    if (event->type() == QEvent::LayoutDirectionChange && isPresenting()) coverWindow();
     if (event->type() == QEvent::LanguageChange) {
         nameCloseKey();
         QAccessibleEvent renamed(this, QAccessible::NameChanged);

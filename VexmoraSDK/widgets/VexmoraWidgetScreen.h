@@ -22,8 +22,9 @@ class Button;
 /// Where interstitial ads are presented, one at a time, over a window: an ad moves in from below
 /// and out again when it is closed, by its close button, Escape or Back. While it is there nothing
 /// behind it is touched and it has the keyboard. Close buttons stay clear of the screen's contents
-/// margins. A tap anywhere else on the ad does nothing. The screen may be destroyed at any time,
-/// from inside the operations of the view's delegate too. Main thread.
+/// margins, on the left when the screen is laid out from right to left. A tap anywhere else on the
+/// ad does nothing. The screen may be destroyed at any time, from inside the operations of the
+/// view's delegate too. Main thread.
 class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
     Q_OBJECT
 

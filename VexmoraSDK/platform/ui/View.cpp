@@ -2,6 +2,7 @@
 #include "VexmoraSDK/platform/ui/View.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "VexmoraSDK/platform/foundation/Coder.h"
 #include "VexmoraSDK/platform/ui/TapGestureRecognizer.h"
@@ -71,6 +72,11 @@ void View::setSafeAreaInsets(EdgeInsets insets) noexcept {
     placePinnedSubviews();
 }
 
+void View::setMirrored(bool mirrored) noexcept {
+    mirrored_ = mirrored;
+    placePinnedSubviews();
+}
+
 void View::placePinnedSubviews() noexcept {
     const auto pinned = subviews_;
     for (const auto& subview : pinned)
@@ -90,8 +96,9 @@ void View::placeByPins(const View& superview) {
         }
     };
     Rect frame = frame_;
-    place(frame.origin.x, frame.size.width, pins_.left, pins_.right, safe.left,
-          outer.width - safe.right);
+    auto [left, right] = std::pair(pins_.left, pins_.right);
+    if (superview.mirrored_) std::swap(left, right);
+    place(frame.origin.x, frame.size.width, left, right, safe.left, outer.width - safe.right);
     place(frame.origin.y, frame.size.height, pins_.top, pins_.bottom, safe.top,
           outer.height - safe.bottom);
     setFrame(frame);

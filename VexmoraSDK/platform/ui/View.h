@@ -80,6 +80,9 @@ class VEXMORA_EXPORT View : public Object {
     /// How much of each edge of this view is behind a notch or a rounded corner; set by the
     /// presenter on the root view.
     void setSafeAreaInsets(EdgeInsets insets) noexcept;
+    /// Whether the left and the right pin of this view's subviews change places, as in apps that
+    /// are read from right to left; set by the presenter on the root view.
+    void setMirrored(bool mirrored) noexcept;
 
     /// The window that the tree is shown in; absent when it is in none.
     std::shared_ptr<Window> window() const;
@@ -125,6 +128,7 @@ class VEXMORA_EXPORT View : public Object {
     double zPosition_ = 0;
     Pins pins_;
     EdgeInsets safeAreaInsets_;
+    bool mirrored_ = false;
     std::weak_ptr<Window> window_;
     std::vector<std::shared_ptr<View>> subviews_;
     std::weak_ptr<View> superview_;

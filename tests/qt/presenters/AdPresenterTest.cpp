@@ -81,6 +81,16 @@ TEST_P(AdPresenterTest, ShowsAPictureOfTwiceTheSizePixelForPixelOnEveryScreenOfT
     EXPECT_EQ(colorAt(389.5, 119.5), Qt::white);
 }
 
+TEST_P(AdPresenterTest, LiesAtTheRightOfWhatIsReadFromRightToLeft) {
+    app_->addAd(plain({{0, 0}, {100, 60}}, kRed));
+    EXPECT_EQ(colorAt(12, 22), Qt::red);
+    app_->mirror();
+    EXPECT_EQ(colorAt(12, 22), Qt::white);
+    EXPECT_EQ(colorAt(288, 22), Qt::white);
+    EXPECT_EQ(colorAt(292, 22), Qt::red);
+    EXPECT_EQ(colorAt(388, 78), Qt::red);
+}
+
 TEST_P(AdPresenterTest, FollowsTheViewThatItShowsAndNoOther) {
     const auto view = plain({{0, 0}, {100, 60}}, kRed);
     auto* ad = app_->addAd(view);

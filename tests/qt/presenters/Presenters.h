@@ -47,6 +47,8 @@ class Presenters {
 
     virtual QWindow* window() = 0;
     virtual void resize(QSize size) = 0;
+    /// From now on all is laid out from right to left.
+    virtual void mirror() = 0;
     /// From now on so many pixels are a point.
     virtual void setScale(int scale) = 0;
     /// The colour that is seen at a point of the window.

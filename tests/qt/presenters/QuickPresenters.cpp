@@ -59,6 +59,7 @@ class QuickPresenters final : public Presenters {
 
     QWindow* window() override { return &scene_.window(); }
     void resize(QSize size) override { screen_->setSize(size); }
+    void mirror() override { scene_.mirror(); }
     void setScale(int scale) override { scene_.show(QGuiApplication::screens().at(scale - 1)); }
     QColor colorAt(double x, double y) override { return scene_.colorAt(x, y); }
     QObject* focused() override { return scene_.window().activeFocusItem(); }

@@ -173,6 +173,17 @@ TEST_P(ScreenPresenterTest, GivesTheKeyboardAndScreenReadersACloseButtonThatStay
     EXPECT_TRUE(waitToHear("did dismiss"));
 }
 
+TEST_P(ScreenPresenterTest, HasTheCloseButtonAtTheLeftOfWhatIsReadFromRightToLeft) {
+    app_->setInsets(40, 10);
+    present();
+    app_->mirror();
+    click({12 + 18, 40 + 12 + 18});
+    ASSERT_TRUE(waitToHear("did dismiss"));
+    present();
+    click({12 + 18, 40 + 12 + 18});
+    EXPECT_TRUE(waitToHear("did dismiss"));
+}
+
 TEST_P(ScreenPresenterTest, SpeaksTheLanguageThatTheAppChangesTo) {
     present();
     type(Qt::Key_Tab);

@@ -66,6 +66,7 @@ class WidgetPresenters final : public Presenters {
 
     QWindow* window() override { return window_.windowHandle(); }
     void resize(QSize size) override { button_->resize(size); }
+    void mirror() override { window_.setLayoutDirection(Qt::RightToLeft); }
     void setScale(int scale) override { scale_ = scale; }
     QColor colorAt(double x, double y) override {
         QImage picture(window_.size() * scale_, QImage::Format_RGB32);

@@ -56,6 +56,15 @@ class Scene {
         EXPECT_TRUE(App::waitFor([&] { return rendered; }));
     }
 
+    void mirror() {
+        add(R"(Item {
+            onParentChanged: if (parent) {
+                parent.LayoutMirroring.enabled = true
+                parent.LayoutMirroring.childrenInherit = true
+            }
+        })");
+    }
+
     void click(QPoint point) { QTest::mouseClick(&window_, Qt::LeftButton, {}, point); }
 
     QQuickWindow& window() { return window_; }

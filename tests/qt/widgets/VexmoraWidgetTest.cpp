@@ -5,6 +5,7 @@
 
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 #include "tests/AppTest.h"
+#include "tests/LocalAds.h"
 
 using namespace VexmoraSDK;
 
@@ -31,6 +32,17 @@ TEST_F(VexmoraWidgetTest, TakesTheSizeOfItsViewInALayoutAndLessWhereThereIsNoRoo
     App::runQueuedBlocks();
     EXPECT_EQ(window.size(), QSize(600, 400));
     EXPECT_EQ(window.minimumSizeHint().boundedTo({100, 100}), window.minimumSizeHint());
+}
+
+TEST_F(VexmoraWidgetTest, HasAPropertyForWhatTheAdSays) {
+    [[maybe_unused]] const auto& server = LocalAds::server();
+    VexmoraWidget widget;
+    const auto ad = [&] { return widget.property("ad").value<std::optional<AdSlot::Ad>>(); };
+    EXPECT_FALSE(ad());
+    widget.setContainerId(QStringLiteral("home"));
+    widget.setViewType(rawValue(VexmoraViewType::native));
+    ASSERT_TRUE(App::waitFor([&] { return ad().has_value(); }));
+    EXPECT_EQ(ad()->title, "Title");
 }
 
 TEST_F(VexmoraWidgetTest, IsPaintedAgainWhenItsViewChanges) {
