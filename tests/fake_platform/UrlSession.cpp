@@ -11,7 +11,7 @@
 
 namespace VexmoraSDK::platform {
 
-struct UrlSessionTask::Fetch {
+struct Fetch {
     Url url;
     UrlSession::Completion completion;
     std::once_flag resumed;
@@ -21,8 +21,6 @@ struct UrlSessionTask::Fetch {
 };
 
 namespace {
-
-using Fetch = UrlSessionTask::Fetch;
 
 struct State {
     std::mutex mutex;

@@ -130,9 +130,6 @@ TEST_F(HttpCacheTest, KeepsNoAnswerThatMayNotBeKeptAndForgetsTheOneBefore) {
         keep(address, policy);
         EXPECT_EQ(found(address), "nothing");
     }
-    keep(address, {.cacheControl = "max-age=60"});
-    cache.store(url(address), std::nullopt, nullptr, {kNoon, kNoon});
-    EXPECT_EQ(found(address), "nothing");
 }
 
 TEST_F(HttpCacheTest, RenewsAnAnswerThatTheServerFindsRight) {

@@ -40,7 +40,7 @@ struct CachePolicy {
     /// Takes over the fields of a 304 that has revalidated the response.
     void update(const CachePolicy& newer);
 
-    /// Of all the texts.
+    /// The size of all the texts.
     std::size_t bytes() const;
 };
 

@@ -45,21 +45,17 @@ void CookieJar::bound(CURL* easy, std::size_t maxCookies) {
     curl_easy_getinfo(easy, CURLINFO_COOKIELIST, &list);
     const std::unique_ptr<curl_slist, decltype(&curl_slist_free_all)> owned(list,
                                                                             curl_slist_free_all);
-    std::map<std::string, std::uint64_t> ages;
-    std::map<std::uint64_t, Cookie> cookies;
+    std::map<std::uint64_t, Cookie> cookies;  // by when they were first seen
     for (; list; list = list->next) {
         Cookie cookie(list->data);
         const auto known = ages_.find(cookie.identity());
-        const auto age = known == ages_.end() ? ++last_ : known->second;
-        ages.emplace(cookie.identity(), age);
-        cookies.emplace(age, std::move(cookie));
+        cookies.emplace(known == ages_.end() ? ++last_ : known->second, std::move(cookie));
     }
-    for (; cookies.size() > maxCookies; cookies.erase(cookies.begin())) {
-        const Cookie& oldest = cookies.begin()->second;
-        curl_easy_setopt(easy, CURLOPT_COOKIELIST, oldest.expired().c_str());
-        ages.erase(oldest.identity());
-    }
-    ages_ = std::move(ages);
+    for (; cookies.size() > maxCookies; cookies.erase(cookies.begin()))
+        curl_easy_setopt(easy, CURLOPT_COOKIELIST, cookies.begin()->second.expired().c_str());
+    ages_.clear();
+    for (const auto& [age, cookie] : cookies)
+        ages_.emplace(cookie.identity(), age);
 }
 
 }  // namespace VexmoraSDK::platform

@@ -14,16 +14,16 @@ namespace VexmoraSDK::platform {
 /// what there is in all. On one thread at a time.
 class CookieJar {
  public:
-    /// For the transfers to share; null, and so cookies of their own, where memory lacks.
+    /// The handle by which transfers share cookies; null without memory, and each has its own then.
     CURLSH* share();
 
-    /// Drops the cookies that were set first where there are more than `maxCookies`. After each
-    /// transfer that may have set any.
+    /// Drops the cookies that were set first where there are more than `maxCookies`. Called after
+    /// each transfer that may have set any.
     void bound(CURL* easy, std::size_t maxCookies);
 
  private:
     CURLSH* share_ = nullptr;
-    std::map<std::string, std::uint64_t> ages_;  // in the order in which cookies were first seen
+    std::map<std::string, std::uint64_t> ages_;  // numbers, in the order of first sight
     std::uint64_t last_ = 0;
 };
 

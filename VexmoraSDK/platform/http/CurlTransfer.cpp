@@ -35,26 +35,59 @@ bool isHttps(std::string_view url) {
     return equalIgnoringCase(url.substr(0, 6), "https:");
 }
 
+/// Whether the host of the URL is a name, and not an address.
+bool hasNamedHost(std::string_view url) {
+    const auto host = url.substr(std::min(url.find("://"), url.size() - 3) + 3);
+    return !host.starts_with('[') &&
+           host.find_first_not_of("0123456789.") < host.find_first_of(":/?#");
+}
+
+/// libcurl takes the first of several lengths for the length, and passes on what is encoded for the
+/// transfer in another way than in chunks.
+CURLcode checkFraming(const HttpHeaders& headers) {
+    const auto encodings = headers.combined("Transfer-Encoding");
+    for (const auto encoding : listElements(encodings)) {
+        if (!equalIgnoringCase(encoding, "chunked") && !equalIgnoringCase(encoding, "identity"))
+            return CURLE_BAD_CONTENT_ENCODING;
+    }
+    const auto combined = headers.combined("Content-Length");
+    const auto lengths = listElements(combined);
+    for (const auto length : lengths) {
+        if (length != lengths.front() || length.find_first_not_of("0123456789") != length.npos)
+            return CURLE_WEIRD_SERVER_REPLY;
+    }
+    return CURLE_OK;
+}
+
+/// Where the response redirects to; empty when it does not.
+std::string_view redirectionOf(const HttpResponse& response) {
+    constexpr std::array kRedirections = {301L, 302L, 303L, 307L, 308L};
+    if (std::ranges::count(kRedirections, response.status) == 0) return {};
+    const auto locations = response.headers.values("Location");
+    return locations.empty() ? std::string_view() : locations.front();
+}
+
 }  // namespace
-
-CurlTransfer::CurlTransfer(std::string url, const std::vector<std::string>& requestHeaders,
-                           CURLSH* cookies, const UrlSessionLimits& limits,
-                           std::optional<NextDescriptors>& resolving)
-    : limits_(limits), resolving_(resolving), url_(std::move(url)) {
-    configure(requestHeaders, cookies);
-}
-
-CurlTransfer::~CurlTransfer() {
-    curl_easy_cleanup(easy_);
-    curl_slist_free_all(requestHeaders_);
-}
 
 template <class Value>
 void CurlTransfer::set(CURLoption option, Value value) {
     if (error_ == CURLE_OK) error_ = curl_easy_setopt(easy_, option, value);
 }
 
-void CurlTransfer::configure(const std::vector<std::string>& requestHeaders, CURLSH* cookies) {
+/// libcurl's callback for headers and body. A count other than the given one makes libcurl end the
+/// transfer with an error.
+template <CURLcode (CurlTransfer::*take)(std::string_view bytes)>
+std::size_t CurlTransfer::receive(const char* bytes, std::size_t, std::size_t count,
+                                  void* self) noexcept {
+    auto& transfer = *static_cast<CurlTransfer*>(self);
+    transfer.refusal_ = (transfer.*take)({bytes, count});
+    return transfer.refusal_ == CURLE_OK ? count : 0;
+}
+
+CurlTransfer::CurlTransfer(std::string url, const std::vector<std::string>& requestHeaders,
+                           CURLSH* cookies, const UrlSessionLimits& limits,
+                           std::optional<NextDescriptors>& resolving)
+    : limits_(limits), resolving_(resolving), url_(std::move(url)) {
     if (!easy_) error_ = CURLE_FAILED_INIT;
     set(CURLOPT_URL, url_.c_str());
     set(CURLOPT_PATH_AS_IS, 1L);
@@ -64,7 +97,7 @@ void CurlTransfer::configure(const std::vector<std::string>& requestHeaders, CUR
     set(CURLOPT_HTTP_CONTENT_DECODING, 0L);
     set(CURLOPT_PROXY, "");
     set(CURLOPT_OPENSOCKETFUNCTION, &openSocket);
-    set(CURLOPT_RESOLVER_START_FUNCTION, &CurlTransfer::willResolve);
+    set(CURLOPT_RESOLVER_START_FUNCTION, &willResolve);
     set(CURLOPT_RESOLVER_START_DATA, this);
     set(CURLOPT_SHARE, cookies);
     set(CURLOPT_COOKIEFILE, "");  // no file, but it switches cookies on
@@ -79,9 +112,9 @@ void CurlTransfer::configure(const std::vector<std::string>& requestHeaders, CUR
     set(CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(limits_.maxBodyBytes));
 
     set(CURLOPT_ERRORBUFFER, errorText_.data());
-    set(CURLOPT_HEADERFUNCTION, &CurlTransfer::receiveHeader);
+    set(CURLOPT_HEADERFUNCTION, &receive<&CurlTransfer::takeHeader>);
     set(CURLOPT_HEADERDATA, this);
-    set(CURLOPT_WRITEFUNCTION, &CurlTransfer::receiveBody);
+    set(CURLOPT_WRITEFUNCTION, &receive<&CurlTransfer::takeBody>);
     set(CURLOPT_WRITEDATA, this);
 
     for (const auto& header : requestHeaders) {
@@ -92,13 +125,18 @@ void CurlTransfer::configure(const std::vector<std::string>& requestHeaders, CUR
     if (requestHeaders_) set(CURLOPT_HTTPHEADER, requestHeaders_);
 }
 
+CurlTransfer::~CurlTransfer() {
+    curl_easy_cleanup(easy_);
+    curl_slist_free_all(requestHeaders_);
+}
+
 bool CurlTransfer::finish(CURLcode result) {
     const bool libcurlTellsWhy = result != CURLE_OK && refusal_ == CURLE_OK;
     if (!libcurlTellsWhy) errorText_.front() = '\0';
     error_ = refusal_ != CURLE_OK ? refusal_ : result;
     // libcurl takes a connection that ends inside the headers for the end of the response.
     if (error_ == CURLE_OK && !headIsComplete_) error_ = CURLE_PARTIAL_FILE;
-    if (error_ == CURLE_OK && !redirection().empty()) return follow();
+    if (error_ == CURLE_OK && !redirectionOf(response_).empty()) return follow();
     response_.isSelfDelimited = isSelfDelimited();
     response_.isRedirected = redirects_ > 0;
     return false;
@@ -109,7 +147,7 @@ const char* CurlTransfer::errorText() const {
 }
 
 bool CurlTransfer::follow() {
-    const auto next = resolved(url_, std::string(redirection()));
+    const auto next = resolved(url_, std::string(redirectionOf(response_)));
     const auto left = limits_.totalTimeout - (std::chrono::steady_clock::now() - start_);
     const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(left).count();
     if (next.empty()) error_ = CURLE_URL_MALFORMAT;
@@ -126,40 +164,12 @@ bool CurlTransfer::follow() {
     return error_ == CURLE_OK;
 }
 
-/// Whether the host of the request is a name, and not an address.
-bool CurlTransfer::asksName() const {
-    const auto host =
-        std::string_view(url_).substr(std::min(url_.find("://"), url_.size() - 3) + 3);
-    return !host.starts_with('[') &&
-           host.find_first_not_of("0123456789.") < host.find_first_of(":/?#");
-}
-
 int CurlTransfer::willResolve(void*, void*, void* self) {
     auto& transfer = *static_cast<CurlTransfer*>(self);
-    if (!transfer.asksName()) return 0;
+    if (!hasNamedHost(transfer.url_)) return 0;
     if (transfer.resolving_) transfer.resolving_->closeOnExec();
     transfer.resolving_.emplace();
     return 0;
-}
-
-// A count other than the given one makes libcurl end the transfer with an error.
-
-std::size_t CurlTransfer::receiveHeader(const char* bytes, std::size_t, std::size_t count,
-                                        void* self) noexcept {
-    auto& transfer = *static_cast<CurlTransfer*>(self);
-    transfer.refusal_ = transfer.takeHeader({bytes, count});
-    return transfer.refusal_ == CURLE_OK ? count : 0;
-}
-
-std::size_t CurlTransfer::receiveBody(const char* bytes, std::size_t, std::size_t count,
-                                      void* self) noexcept {
-    auto& transfer = *static_cast<CurlTransfer*>(self);
-    try {
-        transfer.refusal_ = transfer.takeBody(reinterpret_cast<const std::byte*>(bytes), count);
-    } catch (const std::bad_alloc&) {
-        transfer.refusal_ = CURLE_OUT_OF_MEMORY;
-    }
-    return transfer.refusal_ == CURLE_OK ? count : 0;
 }
 
 // Each response, interim ones too, begins with a status line and has an empty line behind its
@@ -174,52 +184,29 @@ CURLcode CurlTransfer::takeHeader(std::string_view line) {
     } else if (line == "\r\n" || line == "\n") {
         headIsComplete_ = true;
         const auto known = curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &response_.status);
-        return known == CURLE_OK ? checkFraming() : known;
+        return known == CURLE_OK ? checkFraming(response_.headers) : known;
     } else if (!headIsComplete_) {
         response_.headers.add(line);
     }
     return CURLE_OK;
 }
 
-CURLcode CurlTransfer::takeBody(const std::byte* bytes, std::size_t count) {
-    bodyBytes_ += count;
+CURLcode CurlTransfer::takeBody(std::string_view bytes) {
+    bodyBytes_ += bytes.size();
     if (bodyBytes_ > limits_.maxBodyBytes) return CURLE_FILESIZE_EXCEEDED;
-    if (!redirection().empty()) return CURLE_OK;
-    Data& body = response_.body;
-    curl_off_t announced = 0;
-    if (body.empty() &&
-        curl_easy_getinfo(easy_, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced) == CURLE_OK &&
-        announced > 0) {
-        body.reserve(std::min(static_cast<std::size_t>(announced), limits_.maxBodyBytes));
-    }
-    body.insert(body.end(), bytes, bytes + count);
-    return CURLE_OK;
-}
-
-/// libcurl takes the first of several lengths for the length, and passes on what is encoded for the
-/// transfer in another way than in chunks.
-CURLcode CurlTransfer::checkFraming() const {
-    const auto encodings = response_.headers.combined("Transfer-Encoding");
-    for (const auto encoding : listElements(encodings)) {
-        if (!equalIgnoringCase(encoding, "chunked") && !equalIgnoringCase(encoding, "identity"))
-            return CURLE_BAD_CONTENT_ENCODING;
-    }
-    const auto combined = response_.headers.combined("Content-Length");
-    const auto lengths = listElements(combined);
-    for (const auto length : lengths) {
-        if (length != lengths.front() || length.find_first_not_of("0123456789") != length.npos)
-            return CURLE_WEIRD_SERVER_REPLY;
+    try {
+        if (!redirectionOf(response_).empty()) return CURLE_OK;
+        Data& body = response_.body;
+        curl_off_t announced = 0;
+        if (body.empty()) curl_easy_getinfo(easy_, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
+        if (announced > 0)
+            body.reserve(std::min(static_cast<std::size_t>(announced), limits_.maxBodyBytes));
+        const auto* begin = reinterpret_cast<const std::byte*>(bytes.data());
+        body.insert(body.end(), begin, begin + bytes.size());
+    } catch (const std::bad_alloc&) {
+        return CURLE_OUT_OF_MEMORY;
     }
     return CURLE_OK;
-}
-
-/// Where the response redirects to; empty when it does not.
-std::string_view CurlTransfer::redirection() const {
-    const long status = response_.status;
-    if (status != 301 && status != 302 && status != 303 && status != 307 && status != 308)
-        return {};
-    const auto locations = response_.headers.values("Location");
-    return locations.empty() ? std::string_view() : locations.front();
 }
 
 bool CurlTransfer::isSelfDelimited() const {

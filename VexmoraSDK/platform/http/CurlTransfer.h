@@ -38,32 +38,25 @@ class CurlTransfer {
     /// be handed to libcurl once more.
     bool finish(CURLcode result);
 
-    /// Of a finished transfer.
+    /// The outcome of a finished transfer.
     CURLcode error() const { return error_; }
     const char* errorText() const;
     HttpResponse& response() { return response_; }
-    const HttpResponse& response() const { return response_; }
 
     /// Whether any response, redirects included, had a cookie to set.
     bool setsCookies() const { return setsCookies_; }
 
  private:
-    void configure(const std::vector<std::string>& requestHeaders, CURLSH* cookies);
     template <class Value>
     void set(CURLoption option, Value value);
     bool follow();
 
-    bool asksName() const;
-
     static int willResolve(void*, void*, void* self);
-    static std::size_t receiveHeader(const char* bytes, std::size_t, std::size_t count,
-                                     void* self) noexcept;
-    static std::size_t receiveBody(const char* bytes, std::size_t, std::size_t count,
-                                   void* self) noexcept;
+    template <CURLcode (CurlTransfer::*take)(std::string_view bytes)>
+    static std::size_t receive(const char* bytes, std::size_t, std::size_t count,
+                               void* self) noexcept;
     CURLcode takeHeader(std::string_view line);
-    CURLcode takeBody(const std::byte* bytes, std::size_t count);
-    CURLcode checkFraming() const;
-    std::string_view redirection() const;
+    CURLcode takeBody(std::string_view bytes);
     bool isSelfDelimited() const;
 
     const UrlSessionLimits limits_;

@@ -2,31 +2,18 @@
 #include "VexmoraSDK/platform/http/Fetch.h"
 
 #include <curl/curl.h>
+#include <zlib.h>
 
 #include <algorithm>
+#include <array>
+#include <memory>
 #include <new>
 #include <utility>
-
-#include "VexmoraSDK/platform/http/Gzip.h"
 
 namespace VexmoraSDK::platform {
 namespace {
 
-CURLcode decompress(Data& body, std::size_t maxBytes) {
-    try {
-        Data decoded;
-        const auto result = gunzip(std::exchange(body, {}), maxBytes, decoded);
-        body = std::move(decoded);
-        return result == GunzipResult::whole       ? CURLE_OK
-               : result == GunzipResult::truncated ? CURLE_PARTIAL_FILE
-               : result == GunzipResult::tooLarge  ? CURLE_FILESIZE_EXCEEDED
-                                                   : CURLE_BAD_CONTENT_ENCODING;
-    } catch (const std::bad_alloc&) {
-        return CURLE_OUT_OF_MEMORY;
-    }
-}
-
-/// Empty for an address without a host.
+/// Scheme, host and port; empty for an address without a host.
 std::string originOf(const Url& url) {
     const auto host = url.host();
     if (host.empty()) return {};
@@ -40,6 +27,36 @@ std::string originOf(const Url& url) {
     if (port == ":" || (scheme == "http" && port == ":80") || (scheme == "https" && port == ":443"))
         authority.resize(host.size());
     return scheme + "://" + authority;
+}
+
+/// Decompresses a gzip file of one or more members into `decoded`, which takes at most `maxBytes`.
+CURLcode gunzip(const Data& file, std::size_t maxBytes, Data& decoded) noexcept {
+    z_stream stream{};
+    constexpr int kOnlyGzip = 16;
+    if (inflateInit2(&stream, MAX_WBITS + kOnlyGzip) != Z_OK) return CURLE_OUT_OF_MEMORY;
+    const std::unique_ptr<z_stream, int (*)(z_stream*)> ending(&stream, inflateEnd);
+
+    std::array<std::byte, 32'768> piece;
+    stream.next_in = const_cast<Bytef*>(reinterpret_cast<const Bytef*>(file.data()));
+    stream.avail_in = static_cast<uInt>(file.size());
+    while (true) {
+        stream.next_out = reinterpret_cast<Bytef*>(piece.data());
+        stream.avail_out = static_cast<uInt>(piece.size());
+        const int result = inflate(&stream, Z_NO_FLUSH);
+        if (result == Z_BUF_ERROR) return CURLE_PARTIAL_FILE;  // no input is left
+        if (result == Z_MEM_ERROR) return CURLE_OUT_OF_MEMORY;
+        if (result != Z_OK && result != Z_STREAM_END) return CURLE_BAD_CONTENT_ENCODING;
+        const std::size_t count = piece.size() - stream.avail_out;
+        if (count > maxBytes - decoded.size()) return CURLE_FILESIZE_EXCEEDED;
+        try {
+            decoded.insert(decoded.end(), piece.data(), piece.data() + count);
+        } catch (const std::bad_alloc&) {
+            return CURLE_OUT_OF_MEMORY;
+        }
+        if (result != Z_STREAM_END) continue;
+        if (stream.avail_in == 0) return CURLE_OK;
+        inflateReset(&stream);
+    }
 }
 
 bool isGzip(std::string_view encoding) {
@@ -89,24 +106,26 @@ void Fetch::complete() {
     callback(std::move(body), UrlResponse{response.status}, std::nullopt);
 }
 
-/// Servers name encodings that are none, such as a charset; such a body is taken as it is.
+/// Some servers name as the encoding what is none, a charset for instance; such a body is taken as
+/// it is.
 void Fetch::decodeBody() {
     const auto encodings = response.headers.combined("Content-Encoding");
     const auto times = std::ranges::count_if(listElements(encodings), isGzip);
     if (times == 0 || response.body.empty()) return;
-    const auto result =
-        times == 1 ? decompress(response.body, limits.maxBodyBytes) : CURLE_BAD_CONTENT_ENCODING;
-    if (result != CURLE_OK) fail(result, curl_easy_strerror(result));
+    Data decoded;
+    const auto result = times == 1 ? gunzip(response.body, limits.maxBodyBytes, decoded)
+                                   : CURLE_BAD_CONTENT_ENCODING;
+    if (result != CURLE_OK) return fail(result, curl_easy_strerror(result));
+    response.body = std::move(decoded);
 }
 
 void Fetch::tellCache(const SharedData& body) {
     const HttpCache::Times times{requestTime, HttpCache::now()};
     servedFromCache = response.status == 304 && cached && !response.isRedirected;
     if (servedFromCache) return cache.revalidated(cached, CachePolicy::of(response.headers), times);
-    std::optional<CachePolicy> policy;
-    if (response.status == 200 && response.isSelfDelimited && !response.isRedirected)
-        policy = CachePolicy::of(response.headers);
-    cache.store(url, policy, body, times);
+    const bool isOfUse =
+        response.status == 200 && response.isSelfDelimited && !response.isRedirected;
+    cache.store(url, isOfUse ? CachePolicy::of(response.headers) : CachePolicy(), body, times);
 }
 
 }  // namespace VexmoraSDK::platform

@@ -12,17 +12,17 @@ namespace VexmoraSDK::platform {
 
 /// One GET, from the call that made its task to its completion. The cache answers it, or a transfer
 /// does, whose response the cache then hears of. On one thread at a time.
-struct UrlSessionTask::Fetch {
+struct Fetch {
     Fetch(Url address, UrlSession::Completion callback, HttpCache& store,
           const UrlSessionLimits& bounds, TaskPriority urgency);
 
     /// Looks into the cache. True when a fresh response is stored and no request is needed.
     bool isServedFromCache();
 
-    /// Those that have the server revalidate a stale stored response; else none.
+    /// The headers that have the server revalidate a stale stored response; none without one.
     std::vector<std::string> requestHeaders() const;
 
-    /// Ends it as a failed one. `code` is libcurl's.
+    /// Makes a transport error the outcome. `code` is libcurl's.
     void fail(int code, const char* description);
 
     /// Decodes the response, lets the cache know of it and runs the completion.
@@ -34,7 +34,7 @@ struct UrlSessionTask::Fetch {
     const TaskPriority priority;
     UrlSession::Completion completion;
     std::atomic<bool> resumed = false;
-    /// In the queue of transfers.
+    /// Whether it holds a place of the `TransferQueue`.
     bool hasPlace = false;
 
     // What a transfer has brought.
@@ -51,7 +51,5 @@ struct UrlSessionTask::Fetch {
     HttpCache::Response cached;
     bool servedFromCache = false;
 };
-
-using Fetch = UrlSessionTask::Fetch;
 
 }  // namespace VexmoraSDK::platform

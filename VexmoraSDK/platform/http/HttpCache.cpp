@@ -7,7 +7,8 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-/// So that a large response does not drive out all the others.
+/// A response takes at most this part of the cache, so that a large one does not drive out the
+/// rest.
 constexpr std::size_t kMaxShare = 8;
 
 /// Roughly what a response takes besides its texts and body.
@@ -19,8 +20,9 @@ std::string_view addressOf(const Url& url) {
     return text.substr(0, text.find('#'));
 }
 
-std::size_t sizeOf(const CachedResponse& response, std::size_t body) {
-    return kOverheadBytes + response.address.size() + response.policy.bytes() + body;
+std::size_t sizeOf(const CachedResponse& response) {
+    return kOverheadBytes + response.address.size() + response.policy.bytes() +
+           response.body->size();
 }
 
 bool isWorthStoring(const CachedResponse& response) {
@@ -40,24 +42,20 @@ HttpCache::Response HttpCache::find(const Url& url, Time now) {
     return response;
 }
 
-void HttpCache::store(const Url& url, const std::optional<CachePolicy>& policy,
-                      const SharedData& body, Times times) noexcept {
+void HttpCache::store(const Url& url, const CachePolicy& policy, const SharedData& body,
+                      Times times) noexcept {
     try {
         const auto address = addressOf(url);
+        CachedResponse response{std::string(address), policy, body, times.responseTime,
+                                policy.freshUntil(times.requestTime, times.responseTime)};
         Response stored;
-        if (policy) {
-            CachedResponse response{std::string(address), *policy, body, times.responseTime,
-                                    policy->freshUntil(times.requestTime, times.responseTime)};
-            if (isWorthStoring(response) &&
-                sizeOf(response, body->size()) <= limits_.maxCacheBytes / kMaxShare) {
-                stored = std::make_shared<const CachedResponse>(std::move(response));
-            }
-        }
+        if (isWorthStoring(response) && sizeOf(response) <= limits_.maxCacheBytes / kMaxShare)
+            stored = std::make_shared<const CachedResponse>(std::move(response));
         const std::lock_guard lock(mutex_);
         remove(address);
         if (stored) put(std::move(stored));
     } catch (const std::bad_alloc&) {
-        // Then it is not stored.
+        // The response is not stored.
     }
 }
 
@@ -79,7 +77,7 @@ void HttpCache::revalidated(const Response& response, const CachePolicy& policy,
         remove(response->address);
         if (stored) put(std::move(stored));
     } catch (const std::bad_alloc&) {
-        // Then it stays stale.
+        // The stored response stays stale.
     }
 }
 
@@ -87,7 +85,7 @@ void HttpCache::put(Response response) {
     Responses added{std::move(response)};
     byAddress_.emplace(added.front()->address, added.begin());
     responses_.splice(responses_.begin(), added);
-    bytes_ += sizeOf(*responses_.front(), responses_.front()->body->size());
+    bytes_ += sizeOf(*responses_.front());
     while (bytes_ > limits_.maxCacheBytes)
         remove(responses_.back()->address);
 }
@@ -96,7 +94,7 @@ void HttpCache::remove(std::string_view address) {
     const auto found = byAddress_.find(address);
     if (found == byAddress_.end()) return;
     const auto place = found->second;
-    bytes_ -= sizeOf(**place, (*place)->body->size());
+    bytes_ -= sizeOf(**place);
     byAddress_.erase(found);
     responses_.erase(place);
 }

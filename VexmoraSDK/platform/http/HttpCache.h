@@ -5,7 +5,6 @@
 #include <list>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -19,20 +18,18 @@ namespace VexmoraSDK::platform {
 
 /// A stored response of status 200, its body decoded.
 struct CachedResponse {
-    using Time = CachePolicy::Time;
-
     std::string address;  ///< Without a fragment.
     CachePolicy policy;
     SharedData body;
-    Time responseTime;
-    Time freshUntil;
+    CachePolicy::Time responseTime;
+    CachePolicy::Time freshUntil;
 
     /// Whether it may be used without revalidation. It is stale, too, when the clock was set back.
-    bool isFresh(Time now) const { return responseTime <= now && now < freshUntil; }
+    bool isFresh(CachePolicy::Time now) const { return responseTime <= now && now < freshUntil; }
 };
 
-/// Responses that may be used again, in memory. The one that was not used for longest goes first.
-/// Any thread.
+/// Responses that may be used again, in memory; the least recently used one is dropped first. Any
+/// thread.
 class HttpCache {
  public:
     using Time = CachePolicy::Time;
@@ -53,9 +50,9 @@ class HttpCache {
     /// The stored response for the address, fresh or with a validator; null when there is none.
     Response find(const Url& url, Time now);
 
-    /// Stores the response if it has a policy that allows it and is of use, in place of the one
-    /// before, which goes in any case. Where memory lacks it is not stored.
-    void store(const Url& url, const std::optional<CachePolicy>& policy, const SharedData& body,
+    /// Stores the response if its policy allows it and is of use, in place of the one before, which
+    /// goes in any case. Where memory lacks it is not stored.
+    void store(const Url& url, const CachePolicy& policy, const SharedData& body,
                Times times) noexcept;
 
     /// A 304 with this policy has revalidated the response.

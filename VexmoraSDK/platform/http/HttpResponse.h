@@ -18,7 +18,7 @@ class HttpHeaders {
 
     /// The values of the lines of that name, whatever its case, without blanks around them.
     std::vector<std::string_view> values(std::string_view name) const;
-    /// The same with ", " between them: one list, as RFC 9110 combines fields.
+    /// These values with ", " between them: one list, as RFC 9110 combines fields.
     std::string combined(std::string_view name) const;
 
  private:
@@ -29,7 +29,7 @@ class HttpHeaders {
 struct HttpResponse {
     long status = 0;
     HttpHeaders headers;
-    /// As it was received, which is still encoded if the headers say so.
+    /// The body as it was received: encoded if the headers say so.
     Data body;
     /// Whether the response itself tells where its body ends. Otherwise the connection's end does,
     /// and a body cut short looks whole.
@@ -38,7 +38,7 @@ struct HttpResponse {
     bool isRedirected = false;
 };
 
-/// Of an ASCII letter, whatever the locale.
+/// The lower case of an ASCII letter, whatever the locale; any other character as it is.
 char lowerCase(char c);
 
 /// Whether the texts are the same but for the case of ASCII letters.

@@ -22,7 +22,7 @@ void endProcess() {
 
 }  // namespace
 
-void ProcessExit::prepare() {
+void prepareProcessExit() {
     process = getpid();
     if (auto* queue = MainQueue::main()) queue->prepareForEnd();
     if (std::atexit(endProcess) != 0) fatalError("no exit handler to be had");

@@ -12,7 +12,7 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-/// For which the exit of the process waits for the threads.
+/// How long the exit of the process waits for the threads.
 constexpr std::chrono::seconds kMaxExitDelay(1);
 
 }  // namespace
@@ -40,7 +40,7 @@ void SessionThreads::stop() {
     stopped_ = true;
     if (hasLeader_) loop_.wake();
     changed_.notify_all();
-    // A turn of the loop waits for nobody, and TLS is taken down behind this.
+    // The turn ends at once, and has to: TLS is taken down after this.
     changed_.wait(lock, [this] { return !hasLeader_; });
     const auto isOwn = [](const Worker& worker) {
         return worker.thread.get_id() == std::this_thread::get_id();
@@ -51,7 +51,7 @@ void SessionThreads::stop() {
     });
     for (auto& [thread, isGone] : workers_) {
         if (isGone) {
-            thread.join();  // which has nothing more to do
+            thread.join();  // It has nothing more to do.
         } else {
             thread.detach();
         }
@@ -60,22 +60,19 @@ void SessionThreads::stop() {
 
 void SessionThreads::work(Worker& self) {
     std::unique_lock lock(mutex_);
-    while (!stopped_)
-        workOnce(lock);
+    while (!stopped_) {
+        if (!ended_.empty() && mayComplete()) {
+            completeOne(lock);
+        } else if (needsLeader()) {
+            leadOnce(lock);
+        } else {
+            ++following_;
+            changed_.wait(lock);
+            --following_;
+        }
+    }
     self.isGone = true;
     changed_.notify_all();
-}
-
-void SessionThreads::workOnce(std::unique_lock<std::mutex>& lock) {
-    if (!ended_.empty() && mayComplete()) {
-        completeOne(lock);
-    } else if (needsLeader()) {
-        leadOnce(lock);
-    } else {
-        ++following_;
-        changed_.wait(lock);
-        --following_;
-    }
 }
 
 void SessionThreads::completeOne(std::unique_lock<std::mutex>& lock) {
@@ -86,7 +83,7 @@ void SessionThreads::completeOne(std::unique_lock<std::mutex>& lock) {
     const std::size_t left = ended_.size() + (needsLeader() ? 1 : 0);
     const std::size_t helpers = std::min(following_, left);
     lock.unlock();
-    // Whoever is woken up takes the lock first.
+    // A notified thread takes the lock first.
     for (std::size_t i = 0; i < helpers; ++i)
         changed_.notify_one();
     fetch->complete();
@@ -104,13 +101,11 @@ void SessionThreads::leadOnce(std::unique_lock<std::mutex>& lock) {
     TransferLoop::Fetches starting;
     while (mayBegin())
         starting.push_back(waiting_.pop());
-    inFlight_ += starting.size();
     const bool othersWait = !waiting_.isEmpty();
     lock.unlock();
     auto ended = loop_.turn(std::move(starting), othersWait);
     lock.lock();
     hasLeader_ = false;
-    inFlight_ = loop_.inFlight();
     inFlightBytes_ = loop_.bodyBytes();
     for (auto& fetch : ended) {
         endedBytes_ += fetch->response.body.size();
@@ -119,13 +114,13 @@ void SessionThreads::leadOnce(std::unique_lock<std::mutex>& lock) {
     addThreads();
 }
 
-/// Somebody has to be left to lead, unless nobody else is to be had.
+/// A thread has to be left to lead, unless there is only one.
 bool SessionThreads::mayComplete() const {
     return completing_ + 1 < workers_.size() || workers_.size() == 1;
 }
 
 bool SessionThreads::needsLeader() const {
-    return !hasLeader_ && (inFlight_ > 0 || mayBegin());
+    return !hasLeader_ && (loop_.hasTransfers() || mayBegin());
 }
 
 bool SessionThreads::mayBegin() const {

@@ -21,15 +21,16 @@ namespace VexmoraSDK::platform {
 /// | leading          | one turn of the loop, in which | transfers have ended, or it is woken    |
 /// |                  | the bytes of all are moved     |                                         |
 /// | completing       | one completion                 | that has returned                       |
-/// | gone             |                                | the session has been stopped            |
+/// | gone             | nothing, for good              |                                         |
 ///
-/// Behind each of these a thread looks again: it completes if a completion waits and somebody is
-/// left to lead; else it leads if there are transfers and nobody does; else it follows. So whoever
-/// got the last byte of a response completes it himself without waking anybody up, another takes
-/// the lead if there are other transfers, and none of them waits for a completion that decodes a
-/// picture. As many complete at once as there are cores, at most four, and one more leads. No
-/// thread is started before there is work for it; where none is to be had, those that run do the
-/// work, and a process that has none at all is stopped.
+/// After each of these a thread is gone if the session was stopped; else it completes if a
+/// completion waits and another thread is left to lead; else it leads if there are transfers and no
+/// thread leads; else it follows. So the thread that got the last byte of a response completes it
+/// without waking another, which takes the lead only if there are further transfers, and no
+/// transfer waits for a completion that decodes a picture. As many threads complete at once as
+/// there are cores, at most four, and one more leads. A thread is started when there is work for
+/// it; where the system gives none, those that run do the work, and a process without any is
+/// stopped.
 class SessionThreads {
  public:
     explicit SessionThreads(const UrlSessionLimits& limits)
@@ -42,9 +43,8 @@ class SessionThreads {
     void complete(std::shared_ptr<Fetch> fetch);
 
     /// Ends the turn of the loop, lets no further completion begin, and gives the running ones a
-    /// second to return. Threads
-    /// that take longer, and the calling one if it is one of these, are left behind: they are
-    /// detached, and what they use is never destroyed.
+    /// second to return. Threads that take longer, and the calling one if it is one of these, are
+    /// detached and left behind; what they use is never destroyed.
     void stop();
 
  private:
@@ -55,7 +55,6 @@ class SessionThreads {
 
     void work(Worker& self);
     // The mutex is held in all of these.
-    void workOnce(std::unique_lock<std::mutex>& lock);
     void completeOne(std::unique_lock<std::mutex>& lock);
     void leadOnce(std::unique_lock<std::mutex>& lock);
     bool mayComplete() const;
@@ -72,10 +71,9 @@ class SessionThreads {
     std::list<Worker> workers_;
     TransferQueue waiting_;
     std::deque<std::shared_ptr<Fetch>> ended_;
-    std::size_t inFlight_ = 0;
-    /// Of the bodies in flight, as of the last turn.
+    /// The size of the bodies in flight after the last turn.
     std::size_t inFlightBytes_ = 0;
-    /// Of the bodies that wait for their completion or are being handed to it.
+    /// The size of the bodies that wait for their completion or are being handed to it.
     std::size_t endedBytes_ = 0;
     std::size_t completing_ = 0;
     std::size_t following_ = 0;

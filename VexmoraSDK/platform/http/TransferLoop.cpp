@@ -8,8 +8,8 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-/// While it has transfers libcurl looks after them once a second anyway. Should it ever fail to be
-/// woken, a request waits no longer than this.
+/// Should `wake` ever fail, a request waits no longer than this. While it has transfers libcurl
+/// looks after them as often anyway.
 constexpr int kMaxPollMilliseconds = 1000;
 
 void settle(Fetch& fetch, CurlTransfer& transfer) {
@@ -41,7 +41,7 @@ std::size_t TransferLoop::bodyBytes() const {
 }
 
 TransferLoop::Fetches TransferLoop::turn(Fetches starting, bool othersWait) {
-    // libcurl counts the connections that are in use, too. Those that others wait for are not idle.
+    // libcurl counts connections in use too, and one that a waiting transfer will use is not idle.
     const auto connections =
         limits_.maxIdleConnections + (othersWait ? limits_.maxConcurrentTransfers : 0);
     curl_multi_setopt(multi_, CURLMOPT_MAXCONNECTS, static_cast<long>(connections));
@@ -56,7 +56,8 @@ TransferLoop::Fetches TransferLoop::turn(Fetches starting, bool othersWait) {
     if (!ended.empty()) return ended;
     const auto polled = curl_multi_poll(multi_, nullptr, 0, kMaxPollMilliseconds, nullptr);
     if (performed != CURLM_OK || polled != CURLM_OK) {
-        // Lack of memory, say: not to be met with a busy loop. The transfers have their limits.
+        // libcurl lacks memory, say: this keeps the loop from being a busy one until the transfers
+        // meet their limits of time.
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
     return ended;
@@ -86,7 +87,7 @@ void TransferLoop::takeDone(Fetches& ended) {
         CURL* const easy = message->easy_handle;
         const auto found = transfers_.find(easy);
         CurlTransfer& curl = found->second->curl;
-        // The end of the transfer removes what could not be removed here.
+        // A handle that cannot be removed here is removed when the transfer is destroyed.
         static_cast<void>(curl_multi_remove_handle(multi_, easy));
         if (curl.finish(result)) {
             if (curl_multi_add_handle(multi_, easy) == CURLM_OK) continue;

@@ -23,21 +23,21 @@ class TransferLoop {
 
     using Fetches = std::vector<std::shared_ptr<Fetch>>;
 
-    /// Sets libcurl up, if need be. Before each turn, and not at the same time as `wake`. Where
-    /// descriptors or memory lack it does not succeed, and transfers that begin fail.
+    /// Makes libcurl's multi handle unless there is one; without descriptors or memory there is
+    /// none, and transfers that begin fail. Called before each turn, never beside `wake`.
     void open();
 
     /// Ends the wait of the turn, or else of the next one. Any thread.
     void wake();
 
-    /// Begins these transfers, unless a response was stored while they waited, moves what there is
-    /// to move, or else waits for a while or until it is woken, and returns the transfers that
-    /// ended, each once, with their outcomes filled in. On one thread at a time.
+    /// Begins these transfers, but for those whose response was stored while they waited, and moves
+    /// bytes; where no transfer ends by that, waits for more bytes or for `wake`. Returns those
+    /// that ended, each once, with their outcomes. On one thread at a time.
     Fetches turn(Fetches starting, bool othersWait);
 
-    /// How many transfers are in flight. Between turns.
-    std::size_t inFlight() const { return transfers_.size(); }
-    /// How much of their bodies they have received.
+    /// Whether transfers are in flight. Between turns.
+    bool hasTransfers() const { return !transfers_.empty(); }
+    /// How much of their bodies they have received. Between turns.
     std::size_t bodyBytes() const;
 
  private:
@@ -52,7 +52,7 @@ class TransferLoop {
     const UrlSessionLimits& limits_;
     CookieJar cookies_;
     CURLM* multi_ = nullptr;
-    /// What libcurl opens to resolve a name.
+    /// The descriptors that libcurl opens to resolve names.
     std::optional<NextDescriptors> resolving_;
     std::unordered_map<CURL*, std::unique_ptr<Transfer>> transfers_;
 };

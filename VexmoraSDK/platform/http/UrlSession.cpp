@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/http/UrlSession.h"
 
-#include <mutex>
 #include <utility>
 
 #include "VexmoraSDK/platform/MainQueue.h"
@@ -14,30 +13,28 @@ namespace VexmoraSDK::platform {
 struct UrlSession::Impl {
     /// The way of every GET begins here.
     void start(std::shared_ptr<Fetch> fetch) {
-        std::call_once(setUpOnce, [this] {
-            libcurlSetUp = curl_global_init(CURL_GLOBAL_DEFAULT);
-            ProcessExit::prepare();
-        });
-        // libcurl would guess what is missing; a relative reference leads nowhere.
+        static const CURLcode setUp = setUpLibcurl();
         const auto scheme = fetch->url.scheme();
         if ((scheme != "http" && scheme != "https") || fetch->url.host().empty()) {
+            // libcurl would guess what is missing; a relative reference leads nowhere.
             fetch->fail(CURLE_UNSUPPORTED_PROTOCOL, "The address is not one of HTTP");
-            threads.complete(std::move(fetch));
-        } else if (libcurlSetUp != CURLE_OK) {
-            fetch->fail(libcurlSetUp, curl_easy_strerror(libcurlSetUp));
-            threads.complete(std::move(fetch));
-        } else if (fetch->isServedFromCache()) {
-            threads.complete(std::move(fetch));
-        } else {
-            threads.transfer(std::move(fetch));
+        } else if (setUp != CURLE_OK) {
+            fetch->fail(setUp, curl_easy_strerror(setUp));
+        } else if (!fetch->isServedFromCache()) {
+            return threads.transfer(std::move(fetch));
         }
+        threads.complete(std::move(fetch));
+    }
+
+    static CURLcode setUpLibcurl() {
+        const CURLcode result = curl_global_init(CURL_GLOBAL_DEFAULT);
+        prepareProcessExit();
+        return result;
     }
 
     UrlSessionLimits limits;
     HttpCache cache{limits};
     SessionThreads threads{limits};
-    std::once_flag setUpOnce;
-    CURLcode libcurlSetUp = CURLE_OK;
 };
 
 UrlSession::UrlSession() : impl_(std::make_shared<Impl>()) {}

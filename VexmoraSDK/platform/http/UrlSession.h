@@ -12,6 +12,7 @@
 
 namespace VexmoraSDK::platform {
 
+struct Fetch;
 struct UrlSessionLimits;
 
 /// Where places for transfers are scarce, tasks of low priority wait for the others.
@@ -26,8 +27,6 @@ struct UrlResponse {
 /// whether or not somebody holds it.
 class UrlSessionTask {
  public:
-    struct Fetch;
-
     explicit UrlSessionTask(std::shared_ptr<Fetch> fetch) : fetch_(std::move(fetch)) {}
 
     /// Starts the task, once; later calls do nothing. Inside a main-queue block the start waits for
