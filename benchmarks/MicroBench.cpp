@@ -179,16 +179,15 @@ std::vector<Operation> operations(const std::string& pictures) {
     all.push_back({"lay out text",
                    [description, font] { platform::TextLayout(description, font, 178).size(); },
                    description.size()});
-    all.push_back(
-        {"lay out native ad", [description] {
-             const auto view = VexmoraNativeView::create();
-             const auto& handler = *view->vexmoraDelegate();
-             const platform::Rect frame{{135, 0}, {188, 20}};
-             handler.addTextView(*view, frame, Utils::nativeTitleFont(), "A green corner");
-             handler.addTextView(*view, frame, Utils::nativeDescriptionFont(), description);
-             handler.addTextView(*view, frame, Utils::nativeDisplayNameFont(), "Gardens");
-             view->sizeToFit();
-         }});
+    all.push_back({"lay out native ad", [description] {
+                       const auto view = VexmoraNativeView::create();
+                       const auto& handler = *view->vexmoraDelegate();
+                       const platform::Rect frame{{135, 0}, {188, 20}};
+                       handler.addTextView(*view, frame, Utils::nativeTitleFont, "A green corner");
+                       handler.addTextView(*view, frame, Utils::nativeDescriptionFont, description);
+                       handler.addTextView(*view, frame, Utils::nativeDisplayNameFont, "Gardens");
+                       view->sizeToFit();
+                   }});
     all.push_back(painting("paint banner", banner, 1));
     all.push_back(painting("paint native", native, 1));
     all.push_back(painting("paint native at 2x", native, 2));

@@ -47,24 +47,9 @@ std::shared_ptr<T> adFrom(const platform::Url& url, const platform::SharedData& 
     return Utils::getAdFromJson<T>(unwrap(body, "body"), errorCallback);
 }
 
-}  // namespace
-
-std::shared_ptr<ImageAd> AdFactory::modelFrom(const AdRecord& record) {
-    const auto adType = adTypeOf(record);
-    auto clickUrl = address(record, "clickUrl");
-    auto bannerUrl = address(record, "bannerUrl");
-    if (adType == VexmoraAdType::native) {
-        return Native::create(std::move(clickUrl), member(record, "title"),
-                              member(record, "description"), member(record, "displayName"),
-                              bannerUrl);
-    }
-    return Banner::create(std::move(clickUrl), std::move(bannerUrl), adType);
-}
-
 template <class T>
-void AdFactory::fetchAndCreate(const platform::Url& url,
-                               std::function<void(std::shared_ptr<T>)> completion,
-                               ErrorCallback errorCallback) {
+void fetchAndCreate(const platform::Url& url, std::function<void(std::shared_ptr<T>)> completion,
+                    ErrorCallback errorCallback) {
     const auto parse = [url, completion = std::move(completion),
                         errorCallback](const platform::SharedData& body) {
         if (auto ad = adFrom<T>(url, body, errorCallback)) {
@@ -80,6 +65,20 @@ void AdFactory::fetchAndCreate(const platform::Url& url,
                 .async([parse, body = std::move(body)] { parse(body); });
         },
         errorCallback);
+}
+
+}  // namespace
+
+std::shared_ptr<ImageAd> AdFactory::modelFrom(const AdRecord& record) {
+    const auto adType = adTypeOf(record);
+    auto clickUrl = address(record, "clickUrl");
+    auto bannerUrl = address(record, "bannerUrl");
+    if (adType == VexmoraAdType::native) {
+        return Native::create(std::move(clickUrl), member(record, "title"),
+                              member(record, "description"), member(record, "displayName"),
+                              bannerUrl);
+    }
+    return Banner::create(std::move(clickUrl), std::move(bannerUrl), adType);
 }
 
 void AdFactory::fetchAndCreateAd(const platform::Url& url,

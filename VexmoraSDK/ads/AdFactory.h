@@ -37,11 +37,6 @@ class AdFactory {
 
  private:
     static std::shared_ptr<ImageAd> modelFrom(const AdRecord& record);
-
-    template <class T>
-    static void fetchAndCreate(const platform::Url& url,
-                               std::function<void(std::shared_ptr<T>)> completion,
-                               ErrorCallback errorCallback);
 };
 
 }  // namespace VexmoraSDK

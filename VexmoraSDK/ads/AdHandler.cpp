@@ -4,7 +4,6 @@
 #include "VexmoraSDK/ads/ImageAd.h"
 #include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/platform/foundation/NotificationCenter.h"
-#include "VexmoraSDK/platform/http/UrlSession.h"
 #include "VexmoraSDK/utils/Utils.h"
 
 namespace VexmoraSDK {

@@ -7,13 +7,6 @@
 #include "VexmoraSDK/views/InternalAdView.h"
 
 namespace VexmoraSDK {
-namespace {
-
-[[noreturn]] platform::Url unavailable() {
-    platform::unimplementedInitializer("init()", Banner::kClassName);
-}
-
-}  // namespace
 
 std::shared_ptr<Banner> Banner::create(platform::Url clickUrl, platform::Url bannerUrl,
                                        VexmoraAdType adType) {
@@ -25,7 +18,8 @@ std::shared_ptr<Banner> Banner::create(platform::Url clickUrl, platform::Url ban
 Banner::Banner(platform::Url clickUrl, platform::Url bannerUrl, VexmoraAdType adType)
     : ImageAd(std::move(clickUrl)), bannerUrl_(std::move(bannerUrl)), adType_(adType) {}
 
-Banner::Banner() : Banner(unavailable(), unavailable(), VexmoraAdType::banner) {}
+Banner::Banner()
+    : Banner(unavailable(kClassName), unavailable(kClassName), VexmoraAdType::banner) {}
 
 void Banner::render(InternalAdView& view) {
     const auto& handler = *view.vexmoraDelegate();

@@ -7,13 +7,6 @@
 #include "VexmoraSDK/views/InternalAdView.h"
 
 namespace VexmoraSDK {
-namespace {
-
-[[noreturn]] platform::Url unavailable() {
-    platform::unimplementedInitializer("init()", Native::kClassName);
-}
-
-}  // namespace
 
 std::shared_ptr<Native> Native::create(platform::Url clickUrl, std::string title,
                                        std::string description, std::string displayName,
@@ -31,7 +24,7 @@ Native::Native(platform::Url clickUrl, std::string title, std::string descriptio
       desc_(std::move(description)),
       displayName_(std::move(displayName)) {}
 
-Native::Native() : ImageAd(unavailable()) {}
+Native::Native() : ImageAd(unavailable(kClassName)) {}
 
 void Native::render(InternalAdView& view) {
     const auto& handler = *view.vexmoraDelegate();
@@ -42,16 +35,16 @@ void Native::render(InternalAdView& view) {
     picture->setContentMode(platform::ContentMode::scaleAspectFit);
 
     // Where a text is asked to be is not where it ends up: the view fits and stacks it.
-    const auto& titleFont = Utils::nativeTitleFont();
+    const auto& titleFont = Utils::nativeTitleFont;
     const auto title = handler.addTextView(view, {{135, 0}, {188, 20}}, titleFont, title_);
     title->setTextColor(titleFont.color);
 
-    const auto& descriptionFont = Utils::nativeDescriptionFont();
+    const auto& descriptionFont = Utils::nativeDescriptionFont;
     const auto description = handler.addTextView(
         view, {{135, title->contentSize().height}, {188, 80}}, descriptionFont, desc_);
     description->setTextColor(descriptionFont.color);
 
-    const auto& displayNameFont = Utils::nativeDisplayNameFont();
+    const auto& displayNameFont = Utils::nativeDisplayNameFont;
     const double below = title->contentSize().height + description->contentSize().height;
     const auto displayName =
         handler.addTextView(view, {{135, below}, {188, 20}}, displayNameFont, displayName_);

@@ -14,13 +14,7 @@ const Config& Config::instance() {
     return *instance;
 }
 
-Config::Config() {
-    registerDefaultConfig();
-}
-
-void Config::registerDefaultConfig() {
-    store_ = loadDefaults();
-}
+Config::Config() : store_(loadDefaults()) {}
 
 platform::Dictionary Config::loadDefaults() {
     const auto& bundle = platform::Bundle::library();

@@ -33,7 +33,6 @@ class Config {
 
     Config();
     static platform::Dictionary loadDefaults();
-    void registerDefaultConfig();
 
     platform::Dictionary store_;
 };

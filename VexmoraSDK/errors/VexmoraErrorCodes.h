@@ -23,8 +23,8 @@ enum class VexmoraErrorCodes : std::intptr_t {
     NoFill = 5,
     /// Defined for hosts; the library never reports it.
     InvalidViewTypeError = 6,
-    /// The picture of a native ad was none, too large, or not there yet when the ad was drawn.
-    /// Ask again later: the next ad may have one.
+    /// The picture of a native ad could not be decoded, was too large, or had not arrived when the
+    /// ad was drawn. Ask again later: the next ad may have one.
     ImageRequestError = 7,
 };
 

@@ -16,9 +16,9 @@ void forEachText(const VexmoraView& view, const auto& visit) {
 
 void setTextColors(const VexmoraView& view, const NativeTextColors& colors) {
     const platform::Color inOrder[] = {
-        colors.text.value_or(Utils::nativeTitleFont().color),
-        colors.text.value_or(Utils::nativeDescriptionFont().color),
-        colors.secondary.value_or(Utils::nativeDisplayNameFont().color),
+        colors.text.value_or(Utils::nativeTitleFont.color),
+        colors.text.value_or(Utils::nativeDescriptionFont.color),
+        colors.secondary.value_or(Utils::nativeDisplayNameFont.color),
     };
     std::size_t index = 0;
     forEachText(view, [&](platform::TextView& text) {

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 
 #include "VexmoraSDK/platform/foundation/NoDestructor.h"
 
@@ -21,7 +20,8 @@ constexpr std::array kAdTypes = {
 std::vector<std::intptr_t> rawValues(const std::vector<VexmoraAdType>& adTypes) {
     std::vector<std::intptr_t> values;
     values.reserve(adTypes.size());
-    std::ranges::transform(adTypes, std::back_inserter(values), rawValue);
+    for (const auto adType : adTypes)
+        values.push_back(rawValue(adType));
     return values;
 }
 

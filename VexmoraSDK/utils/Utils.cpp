@@ -8,8 +8,6 @@
 #include "VexmoraSDK/ads/AdFactory.h"
 #include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/platform/foundation/Json.h"
-#include "VexmoraSDK/platform/foundation/NoDestructor.h"
-#include "VexmoraSDK/platform/http/UrlSession.h"
 
 namespace VexmoraSDK {
 namespace {
@@ -43,13 +41,6 @@ std::vector<AdRecord> recordsFrom(const platform::Value& json) {
 }
 
 }  // namespace
-
-void Utils::getDataFromUrl(const platform::Url& url,
-                           std::function<void(platform::SharedData)> completion,
-                           ErrorCallback errorCallback) {
-    getDataFromUrl(url, std::move(completion), std::move(errorCallback),
-                   platform::TaskPriority::normal);
-}
 
 void Utils::getDataFromUrl(const platform::Url& url,
                            std::function<void(platform::SharedData)> completion,
@@ -97,23 +88,5 @@ std::shared_ptr<T> Utils::getAdFromJson(const platform::Data& data,
 
 template std::shared_ptr<Banner> Utils::getAdFromJson(const platform::Data&, const ErrorCallback&);
 template std::shared_ptr<Native> Utils::getAdFromJson(const platform::Data&, const ErrorCallback&);
-
-const Utils::Font& Utils::nativeTitleFont() {
-    static const platform::NoDestructor<Font> font(
-        Font{"Helvetica-Bold", 13.0, platform::Color::black()});
-    return *font;
-}
-
-const Utils::Font& Utils::nativeDescriptionFont() {
-    static const platform::NoDestructor<Font> font(
-        Font{"Helvetica", 12.0, platform::Color::black()});
-    return *font;
-}
-
-const Utils::Font& Utils::nativeDisplayNameFont() {
-    static const platform::NoDestructor<Font> font(
-        Font{"Helvetica", 12.0, platform::Color::gray()});
-    return *font;
-}
 
 }  // namespace VexmoraSDK

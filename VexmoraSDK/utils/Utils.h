@@ -13,12 +13,9 @@
 #include "VexmoraSDK/platform/foundation/Color.h"
 #include "VexmoraSDK/platform/foundation/Data.h"
 #include "VexmoraSDK/platform/foundation/Url.h"
+#include "VexmoraSDK/platform/http/UrlSession.h"
 
 namespace VexmoraSDK {
-
-namespace platform {
-enum class TaskPriority : bool;
-}
 
 /// One ad of the server's answer: its numbers and strings, all as text, under their member names.
 using AdRecord = std::map<std::string, std::string, std::less<>>;
@@ -28,7 +25,7 @@ class Utils {
  public:
     /// A font by name, with the colour that goes with it.
     struct Font {
-        std::string family;
+        std::string_view family;
         double size;  ///< in points
         platform::Color color;
     };
@@ -38,11 +35,8 @@ class Utils {
     /// whatever its status, `errorCallback` with a `RequestError` when the transfer failed.
     static void getDataFromUrl(const platform::Url& url,
                                std::function<void(platform::SharedData)> completion,
-                               ErrorCallback errorCallback);
-    /// The same for what may wait where there are many requests.
-    static void getDataFromUrl(const platform::Url& url,
-                               std::function<void(platform::SharedData)> completion,
-                               ErrorCallback errorCallback, platform::TaskPriority priority);
+                               ErrorCallback errorCallback,
+                               platform::TaskPriority priority = platform::TaskPriority::normal);
 
     /// The records of an answer; none when it is no JSON. An answer that is JSON but no array of
     /// objects is a fatal stop.
@@ -64,9 +58,9 @@ class Utils {
     static constexpr double nativeStartY = 0.0;
     static constexpr double nativeYElementPadding = -15.0;
 
-    static const Font& nativeTitleFont();
-    static const Font& nativeDescriptionFont();
-    static const Font& nativeDisplayNameFont();
+    static constexpr Font nativeTitleFont{"Helvetica-Bold", 13.0, platform::Color::black()};
+    static constexpr Font nativeDescriptionFont{"Helvetica", 12.0, platform::Color::black()};
+    static constexpr Font nativeDisplayNameFont{"Helvetica", 12.0, platform::Color::gray()};
 };
 
 }  // namespace VexmoraSDK

@@ -16,28 +16,24 @@ namespace {
 /// `format` with its two placeholders filled in; see `AdViewHandler::requestUrlFormat`. Whatever
 /// else it holds, a further placeholder too, stays as it is.
 std::string filled(std::string_view format, const std::string& first, const std::string& second) {
-    const std::array<const std::string*, 2> arguments = {&first, &second};
+    const std::array<std::string_view, 2> arguments = {first, second};
     std::size_t next = 0;
     std::string text;
     for (auto plain = format.find('%'); plain != format.npos; plain = format.find('%')) {
         text += format.substr(0, plain);
         format.remove_prefix(plain);
         std::size_t length = 1;
+        std::string_view value = "%";
         if (format.starts_with("%%")) {
             length = 2;
-            text += '%';
         } else if (format.starts_with("%@") && next < arguments.size()) {
             length = 2;
-            text += *arguments[next++];
-        } else if (format.starts_with("%1$@")) {
+            value = arguments[next++];
+        } else if (format.starts_with("%1$@") || format.starts_with("%2$@")) {
             length = 4;
-            text += first;
-        } else if (format.starts_with("%2$@")) {
-            length = 4;
-            text += second;
-        } else {
-            text += '%';
+            value = arguments[format[1] == '1' ? 0 : 1];
         }
+        text += value;
         format.remove_prefix(length);
     }
     return text.append(format);

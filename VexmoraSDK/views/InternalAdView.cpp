@@ -9,23 +9,9 @@ namespace VexmoraSDK {
 
 using platform::unwrap;
 
-InternalAdView::InternalAdView(platform::Rect frame, VexmoraViewType viewType,
-                               const std::vector<VexmoraAdType>& allowedAdTypes,
-                               const std::vector<VexmoraAdType>& adTypes)
-    : VexmoraView(frame),
-      viewType_(viewType),
-      allowedAdTypes_(allowedAdTypes),
-      adTypes_(rawValues(adTypes)),
-      vexmoraDelegate_(std::make_shared<AdViewHandler>()) {}
-
-InternalAdView::InternalAdView(const platform::Coder& coder, VexmoraViewType viewType,
-                               const std::vector<VexmoraAdType>& allowedAdTypes,
-                               const std::vector<VexmoraAdType>& adTypes)
-    : VexmoraView(coder),
-      viewType_(viewType),
-      allowedAdTypes_(allowedAdTypes),
-      adTypes_(rawValues(adTypes)),
-      vexmoraDelegate_(std::make_shared<AdViewHandler>()) {}
+std::shared_ptr<AdViewHandler> InternalAdView::makeHandler() {
+    return std::make_shared<AdViewHandler>();
+}
 
 void InternalAdView::setContainerId(std::optional<std::string> containerId) noexcept {
     containerId_ = std::move(containerId);

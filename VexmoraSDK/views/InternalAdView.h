@@ -63,12 +63,14 @@ class VEXMORA_EXPORT InternalAdView : public VexmoraView {
  protected:
     /// A view with a frame, or as the coder of an interface file describes it. `allowedAdTypes`
     /// outlives the view; `adTypes` is what the view asks for at first.
-    InternalAdView(platform::Rect frame, VexmoraViewType viewType,
+    template <class FrameOrCoder>
+    InternalAdView(const FrameOrCoder& description, VexmoraViewType viewType,
                    const std::vector<VexmoraAdType>& allowedAdTypes,
-                   const std::vector<VexmoraAdType>& adTypes);
-    InternalAdView(const platform::Coder& coder, VexmoraViewType viewType,
-                   const std::vector<VexmoraAdType>& allowedAdTypes,
-                   const std::vector<VexmoraAdType>& adTypes);
+                   const std::vector<VexmoraAdType>& adTypes)
+        : VexmoraView(description),
+          viewType_(viewType),
+          allowedAdTypes_(allowedAdTypes),
+          adTypes_(rawValues(adTypes)) {}
 
     /// Takes the ad that a request has brought, and waits for its picture and for taps.
     void receive(const std::shared_ptr<AdProtocol>& ad);
@@ -91,12 +93,14 @@ class VEXMORA_EXPORT InternalAdView : public VexmoraView {
     Method method(std::string_view selector) const override;
 
  private:
+    static std::shared_ptr<AdViewHandler> makeHandler();
+
     const VexmoraViewType viewType_;
     const std::vector<VexmoraAdType>& allowedAdTypes_;
     std::vector<std::intptr_t> adTypes_;
     platform::Guarded<VexmoraDelegate> delegate_;
     std::shared_ptr<AdProtocol> ad_;
-    const std::shared_ptr<AdViewHandler> vexmoraDelegate_;
+    const std::shared_ptr<AdViewHandler> vexmoraDelegate_ = makeHandler();
     std::optional<std::string> containerId_;
 };
 

@@ -16,10 +16,6 @@ const std::vector<VexmoraAdType>& VexmoraBannerView::allowedAdTypes() {
     return *types;
 }
 
-std::shared_ptr<VexmoraBannerView> VexmoraBannerView::create(platform::Rect frame) {
-    return platform::makeSharedOnMain<VexmoraBannerView>(frame);
-}
-
 VexmoraBannerView::VexmoraBannerView(platform::Rect frame)
     : InternalAdView(frame, VexmoraViewType::banner, allowedAdTypes(), allowedAdTypes()) {}
 

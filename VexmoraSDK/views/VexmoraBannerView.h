@@ -14,7 +14,9 @@ class VEXMORA_EXPORT VexmoraBannerView : public InternalAdView {
     /// `banner`, `mediumBanner`, `fullBanner`; what `adTypes` is at first.
     static const std::vector<VexmoraAdType>& allowedAdTypes();
 
-    static std::shared_ptr<VexmoraBannerView> create(platform::Rect frame = {});
+    static std::shared_ptr<VexmoraBannerView> create(platform::Rect frame = {}) {
+        return platform::makeSharedOnMain<VexmoraBannerView>(frame);
+    }
     explicit VexmoraBannerView(platform::Rect frame);
     /// As an interface file describes it.
     explicit VexmoraBannerView(const platform::Coder& coder);

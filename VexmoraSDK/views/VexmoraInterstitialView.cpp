@@ -19,10 +19,6 @@ const std::vector<VexmoraAdType>& VexmoraInterstitialView::allowedAdTypes() {
     return *types;
 }
 
-std::shared_ptr<VexmoraInterstitialView> VexmoraInterstitialView::create(platform::Rect frame) {
-    return platform::makeSharedOnMain<VexmoraInterstitialView>(frame);
-}
-
 VexmoraInterstitialView::VexmoraInterstitialView(platform::Rect frame)
     : InternalAdView(frame, VexmoraViewType::interstitial, allowedAdTypes(),
                      VexmoraBannerView::allowedAdTypes()) {}

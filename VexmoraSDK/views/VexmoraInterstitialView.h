@@ -20,7 +20,9 @@ class VEXMORA_EXPORT VexmoraInterstitialView : public InternalAdView {
     /// banner view.
     static const std::vector<VexmoraAdType>& allowedAdTypes();
 
-    static std::shared_ptr<VexmoraInterstitialView> create(platform::Rect frame = {});
+    static std::shared_ptr<VexmoraInterstitialView> create(platform::Rect frame = {}) {
+        return platform::makeSharedOnMain<VexmoraInterstitialView>(frame);
+    }
     explicit VexmoraInterstitialView(platform::Rect frame);
     /// As an interface file describes it.
     explicit VexmoraInterstitialView(const platform::Coder& coder);

@@ -22,10 +22,6 @@ const std::vector<VexmoraAdType>& VexmoraNativeView::allowedAdTypes() {
     return *types;
 }
 
-std::shared_ptr<VexmoraNativeView> VexmoraNativeView::create(platform::Rect frame) {
-    return platform::makeSharedOnMain<VexmoraNativeView>(frame);
-}
-
 VexmoraNativeView::VexmoraNativeView(platform::Rect frame)
     : InternalAdView(frame, VexmoraViewType::native, allowedAdTypes(), allowedAdTypes()),
       lastTextViewYPos_(Utils::nativeStartY) {}
@@ -48,17 +44,10 @@ void VexmoraNativeView::containerSetCallback() {
 
 void VexmoraNativeView::draw() {
     const auto drawn = ad();
-    if (!drawn) {
-        tell(&VexmoraDelegate::didHaveError,
-             VexmoraError(VexmoraErrorCodes::UnknownError, std::nullopt));
-        return;
-    }
-    if (!drawn->image()) {
-        tell(&VexmoraDelegate::didHaveError,
-             VexmoraError(VexmoraErrorCodes::ImageRequestError, std::nullopt));
-        return;
-    }
-    InternalAdView::draw();
+    if (drawn && drawn->image()) return InternalAdView::draw();
+    const auto code =
+        drawn ? VexmoraErrorCodes::ImageRequestError : VexmoraErrorCodes::UnknownError;
+    tell(&VexmoraDelegate::didHaveError, VexmoraError(code, std::nullopt));
 }
 
 VexmoraNativeView::Method VexmoraNativeView::method(std::string_view selector) const {
@@ -74,7 +63,7 @@ void VexmoraNativeView::didAddSubview(platform::View& subview) {
 
     const auto [origin, size] = text->frame();
     const Size fitted = text->sizeThatFits({size.width, std::numeric_limits<double>::max()});
-    // Only now, so that the text keeps the height that it has with its own inset.
+    // The inset goes after the measuring: the text keeps the height that it has with it.
     text->setTextContainerInset({});
     text->setFrame({{origin.x, lastTextViewYPos_}, fitted});
     lastTextViewYPos_ += fitted.height + Utils::nativeYElementPadding;

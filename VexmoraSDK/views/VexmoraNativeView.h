@@ -15,7 +15,9 @@ class VEXMORA_EXPORT VexmoraNativeView : public InternalAdView {
     /// `native`; what `adTypes` is at first.
     static const std::vector<VexmoraAdType>& allowedAdTypes();
 
-    static std::shared_ptr<VexmoraNativeView> create(platform::Rect frame = {});
+    static std::shared_ptr<VexmoraNativeView> create(platform::Rect frame = {}) {
+        return platform::makeSharedOnMain<VexmoraNativeView>(frame);
+    }
     explicit VexmoraNativeView(platform::Rect frame);
     /// As an interface file describes it.
     explicit VexmoraNativeView(const platform::Coder& coder);
