@@ -10,6 +10,7 @@ ImageAd::ImageAd(platform::Url clickUrl)
     : delegate_(std::make_shared<AdHandler>()), clickUrl_(std::move(clickUrl)) {}
 
 platform::Url ImageAd::unavailable(std::string_view className) {
+    const platform::FatalContext context("constructor of", className);
     platform::unimplementedInitializer("init()", className);
 }
 

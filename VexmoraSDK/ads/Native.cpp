@@ -29,7 +29,7 @@ Native::Native() : ImageAd(unavailable(kClassName)) {}
 void Native::render(InternalAdView& view) {
     const auto& handler = *view.vexmoraDelegate();
     auto loaded = image();
-    if (!loaded) platform::fatalNil();
+    platform::unwrap(loaded, "picture");
     const auto picture = handler.addImageView(view, std::move(loaded));
     picture->setFrame({{0, 0}, {132, 99}});
     picture->setContentMode(platform::ContentMode::scaleAspectFit);

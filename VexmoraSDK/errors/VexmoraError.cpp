@@ -11,6 +11,7 @@ VexmoraError::VexmoraError(VexmoraErrorCodes code, std::optional<platform::Dicti
 VexmoraError::VexmoraError(std::string domain, std::intptr_t code,
                            std::optional<platform::Dictionary> userInfo)
     : Error(std::move(domain), code, std::move(userInfo)) {
+    const platform::FatalContext context("domain", this->domain());
     platform::unimplementedInitializer("init(domain:code:userInfo:)", "VexmoraSDK.VexmoraError",
                                        "errors/VexmoraError: 6: 20: ");
 }

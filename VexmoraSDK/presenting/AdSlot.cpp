@@ -259,7 +259,7 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
             if (const auto self = slot.lock()) self->receive(asked);
         };
         heard->didHaveError = [slot, asked](VexmoraView& view, const VexmoraError& error) {
-            auto& queue = unwrap(platform::MainQueue::main());
+            auto& queue = unwrap(platform::MainQueue::main(), "application object");
             if (queue.isMainThread()) {
                 if (const auto self = slot.lock()) self->hearError(asked, view, error);
                 return;

@@ -5,12 +5,16 @@
 
 #include "VexmoraSDK/config/Config.h"
 #include "VexmoraSDK/platform/Application.h"
+#include "VexmoraSDK/platform/foundation/Bundle.h"
 #include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/platform/foundation/NotificationCenter.h"
 #include "VexmoraSDK/platform/ui/TapGestureRecognizer.h"
 #include "VexmoraSDK/views/InternalAdView.h"
 
 namespace VexmoraSDK {
+
+using platform::unwrap;
+
 namespace {
 
 /// `format` with its two placeholders filled in; see `AdViewHandler::requestUrlFormat`. Whatever
@@ -48,13 +52,16 @@ std::string joined(const std::vector<std::intptr_t>& numbers) {
     return text;
 }
 
+std::string formatFromSettings() {
+    const auto folder = platform::Bundle::library().folder().string();
+    const platform::FatalContext context("resource folder", folder);
+    return unwrap(Config::instance().settingForKey<std::string>("requestUrlFormat"), "setting",
+                  "requestUrlFormat");
+}
+
 }  // namespace
 
-using platform::unwrap;
-
-AdViewHandler::AdViewHandler()
-    : requestUrlFormat_(unwrap(Config::instance().settingForKey<std::string>("requestUrlFormat"),
-                               "setting \"requestUrlFormat\"")) {}
+AdViewHandler::AdViewHandler() : requestUrlFormat_(formatFromSettings()) {}
 
 platform::Url AdViewHandler::getUrl(const VexmoraView& view) const {
     const auto adTypes = joined(view.adTypes());

@@ -61,6 +61,7 @@ void VexmoraInterstitialView::handleCloseTap() {
     tell(&VexmoraDelegate::willDismissScreen);
     const auto shownIn = window();
     if (!shownIn) return;
+    const platform::FatalContext context("container", containerName());
     unwrap(shownIn->rootViewController(), "root view controller").dismiss(true, [self] {
         self->tell(&VexmoraDelegate::didDismissScreen);
     });

@@ -70,6 +70,7 @@ void runNextBlock(std::unique_lock<std::mutex>& lock) {
 HostLoop::HostLoop(std::function<void()> wakeUp) {
     findFontsInBackground();
     std::unique_lock lock(state().mutex);
+    const FatalContext context("constructor of", "HostLoop");
     if (state().hasLoop) fatalError("there is a HostLoop already");
     state().hasLoop = true;
     state().mainThread = std::this_thread::get_id();

@@ -25,6 +25,8 @@ void Object::setOutlet(std::string_view outlet, const std::shared_ptr<Object>&) 
 
 std::shared_ptr<Object> Object::self() {
     if (auto held = weak_from_this().lock()) return held;
+    const std::string detail = fatalDetail();
+    const FatalContext context(detail);
     fatalError("an object of class '" + std::string(className()) +
                "' is held by no std::shared_ptr: make it with 'create'");
 }

@@ -256,7 +256,6 @@ using VexmoraBannerViewDeathTest = VexmoraBannerViewTest;
 
 TEST_F(VexmoraBannerViewDeathTest, StopsAtWhatMakesNoAdAndAtATapWithoutOne) {
     EXPECT_DEATH(view_->perform("handleTap:", nullptr), kFoundNil);
-    EXPECT_DEATH(VexmoraBannerView(Rect()).setContainerId("home"), "make it with 'create'\n$");
     ask("home");
     EXPECT_DEATH(serve(placementUrl("home"), "[" + bannerAd("a") + ",{}]"), kFoundNil);
     serveAd("home", "a");
