@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "VexmoraSDK/Version.h"                     // IWYU pragma: export
 #include "VexmoraSDK/errors/VexmoraError.h"         // IWYU pragma: export
 #include "VexmoraSDK/platform/Application.h"        // IWYU pragma: export
 #include "VexmoraSDK/platform/foundation/Bundle.h"  // IWYU pragma: export

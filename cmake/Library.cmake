@@ -38,6 +38,7 @@ function(vexmora_library name)
         target_compile_features(${library} PUBLIC cxx_std_20)
         target_include_directories(${library} PUBLIC
             $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+            $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
             $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
         target_sources(${library} PUBLIC
             FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${arg_HEADERS})

@@ -62,6 +62,7 @@ check_apps() {
         --exclude-dir={quick,widgets} | grep -v '^std$')
     quietly cmake -G Ninja -S "$here" -B "$apps" -DCMAKE_PREFIX_PATH="$prefix" -DKIND="$kind"
     quietly cmake --build "$apps"
+    quietly "$apps/version"
     quietly timeout 60 "$apps/quick"
     quietly env XDG_DATA_HOME="$work/data" timeout 60 "$apps/embedded"
     quietly timeout 60 "$apps/widgets"
@@ -77,6 +78,7 @@ check_games() {
     quietly cmake -G Ninja -S "$here/games" -B "$games" -DCMAKE_PREFIX_PATH="$prefix" \
         -DKIND="$kind" -DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON
     quietly cmake --build "$games"
+    quietly "$games/version"
     quietly timeout 60 "$games/any-other-loop"
     ! ldd "$games/game-sdl" | grep -F Qt || fail "a game links Qt"
 }
