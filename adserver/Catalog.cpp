@@ -17,7 +17,8 @@
 namespace VexmoraSDK {
 namespace {
 
-constexpr std::array kAdTypes{Creative::kNativeAdType, 14L, 15L, 77L, 79L, 83L, 84L};
+constexpr auto kAdTypes =
+    std::to_array<std::int64_t>({Creative::kNativeAdType, 14, 15, 77, 79, 83, 84});
 constexpr std::array kPictureExtensions{".png", ".jpg", ".jpeg", ".webp"};
 
 /// The sizes of the ad types that have one, in points.

@@ -42,14 +42,14 @@ class HttpCacheTest : public testing::Test {
 TEST_F(HttpCacheTest, UsesAnAnswerForAsLongAsItSaysAndThenAsksAboutIt) {
     struct Case {
         CachePolicy policy;
-        long freshFor;
+        std::int64_t freshFor;
         std::vector<std::string> conditions{};
     };
     const Case cases[] = {
         {{.cacheControl = "max-age=60"}, 60},
         {{.cacheControl = "public, Max-Age=60,, must-revalidate, x=\"no-store, \\\"\""}, 60},
         {{.cacheControl = "s-maxage=600, max-age=60", .etag = kOne}, 60, {kAsksForOne}},
-        {{.cacheControl = "max-age=99999999999999999999"}, 1L << 31},
+        {{.cacheControl = "max-age=99999999999999999999"}, std::int64_t{1} << 31},
         {{.cacheControl = "max-age=60", .age = "20"}, 40},
         {{.cacheControl = "max-age=60", .date = kMinuteLater}, 60},
         {{.cacheControl = "max-age=90", .date = kMinuteBefore}, 30},
@@ -77,6 +77,8 @@ TEST_F(HttpCacheTest, UsesAnAnswerForAsLongAsItSaysAndThenAsksAboutIt) {
         {{.cacheControl = "max-age=60", .age = "1, 2", .etag = kOne}, 0, {kAsksForOne}},
         {{.cacheControl = "max-age=60", .date = "noon", .etag = kOne}, 0, {kAsksForOne}},
         {{.expires = "0", .etag = kOne}, 0, {kAsksForOne}},
+        {{.expires = "Tue, 31 Nov 2026 12:00:00 GMT", .etag = kOne}, 0, {kAsksForOne}},
+        {{.expires = std::string(kMinuteLater) + "+1", .etag = kOne}, 0, {kAsksForOne}},
         {{.date = kMinuteBefore,
           .expires = std::string(kMinuteLater) + ", " + kMinuteLater,
           .etag = kOne},
@@ -105,6 +107,31 @@ TEST_F(HttpCacheTest, UsesAnAnswerForAsLongAsItSaysAndThenAsksAboutIt) {
                 std::make_shared<const Data>(), {kNoon, kNoon + seconds(10)});
     EXPECT_TRUE(cache.find(url(address), kNoon + seconds(54)));
     EXPECT_FALSE(cache.find(url(address), kNoon + seconds(55))) << "it was long on its way";
+}
+
+// What 32 bits would cut off counts, and the clock may have passed the end of a 32-bit `time_t`.
+TEST_F(HttpCacheTest, CountsBeyond32BitsAndTheYear2038) {
+    constexpr HttpCache::Time kStartOf2100{seconds(4'102'444'800)};
+    const auto isFreshUntil = [&](HttpCache::Time now, const CachePolicy& policy,
+                                  HttpCache::Time end) {
+        SCOPED_TRACE(policy.cacheControl + " | " + policy.expires + " | " + policy.age);
+        cache.store(url(address), policy, std::make_shared<const Data>(), {now, now});
+        const auto stored = cache.find(url(address), now);
+        EXPECT_EQ(stored ? stored->freshUntil : now, end);
+    };
+    constexpr auto kCentury = "Fri, 01 Jan 2100 00:00:00 GMT";
+    constexpr auto kNextSecond = "Fri, 01 Jan 2100 00:00:01 GMT";
+    isFreshUntil(kNoon, {.expires = kCentury}, kStartOf2100);
+    isFreshUntil(kNoon, {.expires = "Fri Jan  1 00:00:00 2100"}, kStartOf2100);
+    isFreshUntil(kStartOf2100, {.date = kCentury, .expires = kNextSecond},
+                 kStartOf2100 + seconds(1));
+    isFreshUntil(kStartOf2100, {.cacheControl = "max-age=60", .date = kCentury, .age = "20"},
+                 kStartOf2100 + seconds(40));
+    isFreshUntil(kNoon, {.cacheControl = "max-age=4294967297"},
+                 kNoon + seconds(std::int64_t{1} << 31));
+    isFreshUntil(kNoon, {.cacheControl = "max-age=60", .age = "4294967297"}, kNoon);
+    isFreshUntil(kNoon, {.cacheControl = "max-age=60", .date = "Wed, 15 Oct 1890 05:31:44 GMT"},
+                 kNoon);
 }
 
 TEST_F(HttpCacheTest, KeepsNoAnswerThatMayNotBeKeptAndForgetsTheOneBefore) {

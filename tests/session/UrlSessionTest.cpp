@@ -172,11 +172,18 @@ TEST_F(UrlSessionTest, GivesUpOnAServerThatGoesOnForTooLong) {
 
 TEST_F(UrlSessionTest, TakesNoMoreThanTheLargestBody) {
     limits.maxBodyBytes = 1 << 20;
-    const RudeServer boastful("HTTP/1.1 200 OK\r\nContent-Length: 9999999999999\r\n\r\nabc");
-    for (const auto& address : {ads("fault-endless"), boastful.address()}) {
+    const auto expectTooLarge = [&](const std::string& address) {
         const Outcome outcome = fetch(address);
         expectTransportError(address, outcome);
         EXPECT_EQ(told(outcome, kLocalizedDescriptionKey), "Maximum file size exceeded");
+    };
+    expectTooLarge(ads("fault-endless"));
+    // Three bytes more than words of 31, 32, 63 and 64 bits can say.
+    for (const std::string length :
+         {"2147483651", "4294967299", "9223372036854775811", "18446744073709551619"}) {
+        SCOPED_TRACE(length);
+        const RudeServer boastful("HTTP/1.1 200 OK\r\nContent-Length: " + length + "\r\n\r\nabc");
+        expectTooLarge(boastful.address());
     }
 }
 
@@ -371,13 +378,16 @@ TEST_F(UrlSessionTest, SendsTheAddressAsItIsWritten) {
 TEST_F(UrlSessionTest, BringsBackTheCookiesOfAHost) {
     HttpServer host;
     host.Get("/", [](const httplib::Request& request, httplib::Response& response) {
+        // Longer than 32 bits can say.
+        response.set_header("Set-Cookie", "until=2100; Expires=Fri, 01 Jan 2100 00:00:00 GMT");
+        response.set_header("Set-Cookie", "age=5; Max-Age=4294967296");
         response.set_header("Set-Cookie", "visitor=17");
         response.set_content(request.get_header_value("Cookie"), "text/plain");
     });
     const auto address = "http://127.0.0.1:" + std::to_string(host.bind(0)) + "/";
     host.serve();
     EXPECT_EQ(fetch(address).text(), "");
-    EXPECT_EQ(fetch(address).text(), "visitor=17");
+    EXPECT_EQ(fetch(address).text(), "visitor=17; until=2100; age=5");
 }
 
 TEST_F(UrlSessionTest, DropsTheOldestOfTooManyCookies) {

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/http/CachePolicy.h"
 
-#include <curl/curl.h>
-
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <optional>
 #include <string_view>
 #include <utility>
+
+#include "VexmoraSDK/platform/http/HttpDate.h"
 
 namespace VexmoraSDK::platform {
 namespace {
@@ -58,13 +58,6 @@ std::optional<Seconds> readSeconds(std::string_view text) {
     return Seconds(error == std::errc{} ? std::min(number, kMaxSeconds) : kMaxSeconds);
 }
 
-std::optional<Time> readDate(const std::string& text) {
-    constexpr std::string_view kLongest = "Wednesday, 11-Nov-26 12:00:00 GMT";
-    const auto date = curl_getdate(text.c_str(), nullptr);
-    if (date == -1 || text.size() > kLongest.size()) return std::nullopt;
-    return Time(Seconds(date));
-}
-
 bool hasName(const std::vector<Directive>& directives, std::string_view name) {
     return std::ranges::any_of(directives, [name](const Directive& directive) {
         return equalIgnoringCase(directive.name, name);
@@ -82,7 +75,7 @@ std::optional<Seconds> lifetime(const CachePolicy& policy, Time date) {
         maxAge = value;
     }
     if (maxAge) return readSeconds(*maxAge);
-    const auto expires = readDate(policy.expires);
+    const auto expires = readHttpDate(policy.expires);
     return expires ? std::optional(*expires - date) : std::nullopt;
 }
 
@@ -96,7 +89,8 @@ bool isEntityTag(std::string_view text) {
 }
 
 bool isDate(const std::string& text) {
-    return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; }) && readDate(text);
+    return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; }) &&
+           readHttpDate(text);
 }
 
 }  // namespace
@@ -121,7 +115,7 @@ bool CachePolicy::isStorable() const {
 }
 
 CachePolicy::Time CachePolicy::freshUntil(Time requestTime, Time responseTime) const {
-    const auto sent = date.empty() ? responseTime : readDate(date);
+    const auto sent = date.empty() ? responseTime : readHttpDate(date);
     const auto ageWhenSent = age.empty() ? Seconds(0) : readSeconds(age);
     const auto fresh = sent ? lifetime(*this, *sent) : std::nullopt;
     if (!fresh || !ageWhenSent) return responseTime;

@@ -52,8 +52,8 @@ TEST_F(AdFactoryDeathTest, StopsAtARecordThatMakesNoModelOrOneOfTheOtherKind) {
         EXPECT_DEATH(AdFactory::createAd<Banner>(without(record("77"), member)), kFoundNil);
     for (const auto* member : {"title", "description", "displayName"})
         EXPECT_DEATH(AdFactory::createAd<Native>(without(record("1"), member)), kFoundNil);
-    for (const auto* adTypeId :
-         {"", "+", "78", " 77", "77 ", "77.0", "0x4d", "+-77", "18446744073709551693"}) {
+    for (const auto* adTypeId : {"", "+", "78", " 77", "77 ", "77.0", "0x4d", "+-77", "4294967373",
+                                 "18446744073709551693"}) {
         EXPECT_DEATH(AdFactory::createAd<Banner>(record(adTypeId)), kFoundNil) << adTypeId;
     }
     for (const auto* member : {"clickUrl", "bannerUrl"}) {

@@ -3,6 +3,10 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
+#include <cstdint>
+#include <limits>
+
 namespace VexmoraSDK {
 namespace {
 
@@ -24,6 +28,7 @@ TEST(VexmoraErrorTest, KeepsAllItHoldsThroughAnArchive) {
         {"retry", true},
         {"bytes", platform::Data{std::byte{0}, std::byte{255}}},
         {"when", platform::Date(platform::Date::duration(-1))},
+        {"after 2038", platform::Date(std::chrono::sys_days(std::chrono::year(2100) / 1 / 1))},
         {"nothing", platform::Value()},
         {std::string("a \0 key", 7), std::string("%n \x01\r\0\xff", 7)},
         {"causes", Array{std::string("a"), Dictionary{{"b", std::int64_t{1}}}}},
@@ -51,6 +56,13 @@ TEST(VexmoraErrorTest, RestoresWhateverAnArchiveHolds) {
     EXPECT_EQ(nothing.userInfo(), std::nullopt);
 
     EXPECT_FALSE(Coder::fromData(platform::dataOf("no archive")));
+
+    // A machine with longer words may have written it.
+    Coder archive;
+    archive.encode("NSCode", std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(VexmoraError(Coder::fromData(archive.data()).value()).code(), INTPTR_MAX);
+    archive.encode("NSCode", std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(VexmoraError(Coder::fromData(archive.data()).value()).code(), INTPTR_MIN);
 }
 
 TEST(VexmoraErrorTest, IsRestoredFromAnArchiveOfAnySize) {

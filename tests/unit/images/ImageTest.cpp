@@ -58,7 +58,7 @@ TEST(ImageTest, SurvivesOneWrongByteAnywhere) {
                 damaged[at] ^= flip;
                 const auto image = Image::fromData(damaged);
                 if (!image) continue;
-                const auto pixels = std::uint64_t(image->width()) * std::uint64_t(image->height());
+                const auto pixels = std::size_t(image->width()) * std::size_t(image->height());
                 EXPECT_LE(pixels, 16'000'000) << name << " at " << at;
                 const bool isOpaque =
                     std::ranges::all_of(std::span(image->pixels(), pixels),
