@@ -92,12 +92,12 @@ void findFontsInBackground() {
     const auto found = std::make_shared<std::promise<void>>();
     search() = found->get_future();
     if (std::atexit(waitForSearch) != 0) fatalError("no exit handler to be had");
-    auto thread = startWorkerThread("vexmora-fonts", [found] {
+    const auto thread = startWorkerThread("vexmora-fonts", [found] {
         findFonts();
         found->set_value();
     });
-    if (thread.joinable())
-        thread.detach();
+    if (thread)
+        pthread_detach(*thread);
     else
         found->set_value();
 }

@@ -43,17 +43,17 @@ void SessionThreads::stop() {
     // The turn ends at once, and has to: TLS is taken down after this.
     changed_.wait(lock, [this] { return !hasLeader_; });
     const auto isOwn = [](const Worker& worker) {
-        return worker.thread.get_id() == std::this_thread::get_id();
+        return pthread_equal(worker.thread, pthread_self()) != 0;
     };
     changed_.wait_for(lock, kMaxExitDelay, [&] {
         return std::ranges::all_of(
             workers_, [&](const Worker& worker) { return worker.isGone || isOwn(worker); });
     });
-    for (auto& [thread, isGone] : workers_) {
+    for (const auto& [thread, isGone] : workers_) {
         if (isGone) {
-            thread.join();  // It has nothing more to do.
+            pthread_join(thread, nullptr);  // It has nothing more to do.
         } else {
-            thread.detach();
+            pthread_detach(thread);
         }
     }
 }
@@ -142,11 +142,13 @@ void SessionThreads::addThreads() {
     const std::size_t wanted = std::min(completing_ + ended_.size(), cores) + 1;
     while (!stopped_ && workers_.size() < wanted) {
         Worker& worker = workers_.emplace_back();
-        worker.thread = startWorkerThread("vexmora-" + std::to_string(workers_.size() - 1),
-                                          [this, &worker] { work(worker); });
-        if (worker.thread.joinable()) continue;
-        workers_.pop_back();
-        break;
+        const auto thread = startWorkerThread("vexmora-" + std::to_string(workers_.size() - 1),
+                                              [this, &worker] { work(worker); });
+        if (!thread) {
+            workers_.pop_back();
+            break;
+        }
+        worker.thread = *thread;
     }
     if (!stopped_ && workers_.empty()) fatalError("no thread to be had");
 }

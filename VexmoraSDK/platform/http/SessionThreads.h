@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <pthread.h>
+
 #include <condition_variable>
 #include <deque>
 #include <list>
 #include <memory>
 #include <mutex>
-#include <thread>
 
 #include "VexmoraSDK/platform/http/TransferLoop.h"
 #include "VexmoraSDK/platform/http/TransferQueue.h"
@@ -49,7 +50,7 @@ class SessionThreads {
 
  private:
     struct Worker {
-        std::thread thread;
+        pthread_t thread{};
         bool isGone = false;
     };
 

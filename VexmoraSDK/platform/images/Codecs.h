@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <span>
 
 #include "VexmoraSDK/platform/images/Image.h"
@@ -12,7 +13,7 @@ namespace VexmoraSDK::platform {
 
 // One decoder a format, each over the format's own library. A decoder gives the whole picture or
 // none: it takes memory once the header shows an accepted size, and refuses a picture whose data
-// end before its pixels do. Any thread.
+// end before its pixels do, or whose pixels find no room. Any thread.
 
 using EncodedImage = std::span<const std::byte>;
 
@@ -29,6 +30,11 @@ constexpr std::uint64_t kMaxSide = 65'535;
 constexpr bool isAcceptedSize(std::uint64_t width, std::uint64_t height) {
     return width > 0 && height > 0 && width <= kMaxSide && height <= kMaxSide &&
            width * height <= kMaxPixels;
+}
+
+/// That many, of any colour; null where memory lacks.
+inline Image::Pixels makePixels(std::size_t count) {
+    return Image::Pixels(new (std::nothrow) std::uint32_t[count]);
 }
 
 }  // namespace VexmoraSDK::platform

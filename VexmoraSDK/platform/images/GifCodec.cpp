@@ -30,7 +30,8 @@ class GifDecoder {
         height_ = unsignedOf(gif_->SHeight > 0 ? gif_->SHeight : frame.Top + frame.Height);
         if (!isAcceptedSize(width_, height_)) return nullptr;
         if (!isAcceptedSize(unsignedOf(frame.Width), unsignedOf(frame.Height))) return nullptr;
-        pixels_ = std::make_unique_for_overwrite<std::uint32_t[]>(width_ * height_);
+        pixels_ = makePixels(width_ * height_);
+        if (!pixels_) return nullptr;
         const bool isCovered = frame.Left == 0 && frame.Top == 0 && frame.Width >= gif_->SWidth &&
                                frame.Height >= gif_->SHeight;
         if (!isCovered) std::fill_n(pixels_.get(), width_ * height_, 0);

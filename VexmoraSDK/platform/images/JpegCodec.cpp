@@ -79,8 +79,8 @@ class JpegDecoder {
         const auto width = static_cast<int>(jpeg_.image_width);
         const auto height = static_cast<int>(jpeg_.image_height);
         placement_ = placementFor(markers_.orientation(), width, height);
-        pixels_ = std::make_unique_for_overwrite<std::uint32_t[]>(static_cast<std::size_t>(width) *
-                                                                  jpeg_.image_height);
+        pixels_ = makePixels(std::size_t{jpeg_.image_width} * jpeg_.image_height);
+        if (!pixels_) return nullptr;
         if (placement_.right != 1) row_.resize(jpeg_.image_width);
         if (!readPixels()) return nullptr;
         return std::make_shared<const Image>(placement_.width, placement_.height,

@@ -121,7 +121,8 @@ class PngDecoder {
         const int format = isPlain_ ? SPNG_FMT_RGB8 : SPNG_FMT_RGBA8;
         const int flags = SPNG_DECODE_TRNS | SPNG_DECODE_PROGRESSIVE;
         if (spng_decode_image(png_, nullptr, 0, format, flags) != SPNG_OK) return nullptr;
-        pixels_ = std::make_unique_for_overwrite<std::uint32_t[]>(width_ * height_);
+        pixels_ = makePixels(width_ * height_);
+        if (!pixels_) return nullptr;
         // What follows the pixels has checksums and an end too.
         if (!decodeRows() || spng_decode_chunks(png_) != SPNG_OK) return nullptr;
         if (isInterlaced_) finish({pixels_.get(), width_ * height_});

@@ -58,7 +58,8 @@ std::shared_ptr<const Image> decodeWebP(EncodedImage data) {
     const auto width = static_cast<std::size_t>(features.width);
     const auto height = static_cast<std::size_t>(features.height);
     if (!isAcceptedSize(width, height)) return nullptr;
-    auto pixels = std::make_unique_for_overwrite<std::uint32_t[]>(width * height);
+    auto pixels = makePixels(width * height);
+    if (!pixels) return nullptr;
     if (features.has_animation) {
         // The frame need not cover the whole canvas.
         std::fill_n(pixels.get(), width * height, 0);
