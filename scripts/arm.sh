@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Builds for a processor of phones with Debian's cross compiler and packages, and runs there, under
-# qemu, what scripts/test.sh runs here: the tests, the demo without a display, and a short soak.
+# qemu: the demo and the game without a display, whose pictures have to be those that they make
+# here, a soak, exits, and the tests. Ends with a table of the steps and of what was not run.
 #     scripts/arm.sh arm64 | armhf
 # Compiler, emulator and packages lie in build/arm and are not installed; only while the tests run
 # is the emulator registered with the kernel, which needs root.
@@ -23,6 +24,32 @@ build=$folder/build
 as_root=()
 [ "$(id -u)" -eq 0 ] || as_root=(sudo)
 
+times=()
+current=
+step() {
+    current=$1
+    local start=$SECONDS
+    echo "== $1"
+    "${@:2}"
+    times+=("$1 $((SECONDS - start))")
+    current=
+}
+
+# shellcheck disable=SC2317  # the trap calls it
+report() {
+    unregister
+    local time
+    echo
+    for time in "${times[@]}"; do
+        printf '%-10s %4d s\n' "${time% *}" "${time#* }"
+    done
+    printf '%-10s %4d s\n' total "$SECONDS"
+    sed -n '/tests passed/,/^Total/p' "$folder/tests.log" 2>/dev/null || true
+    echo "Not run on $arch: LimitsTest, since the memory that it bounds would be the emulator's, too;"
+    echo "the examples, sanitizers and fuzzers; and what installs packages."
+    [ -z "$current" ] || echo "failed: $current" >&2
+}
+
 # Unpacks packages of an architecture and all that they depend on below a folder.
 unpack() {
     local place=$1 architecture=$2 sources=/etc/apt/sources.list
@@ -41,7 +68,8 @@ unpack() {
     # A list that does not come leaves older packages, or none, which the next step tells.
     "${apt[@]}" update || true
     "${apt[@]}" --download-only install "$@" >/dev/null
-    local package
+    rm -rf "$place/root"
+    local package link target
     for package in "$place"/apt/archives/*.deb; do
         dpkg-deb -x "$package" "$place/root"
     done
@@ -52,45 +80,106 @@ unpack() {
     echo "$*" >"$place/apt/asked"
 }
 
-echo "== packages for $arch"
-mapfile -t libraries < <(grep -E '^(lib|qt6-.*-dev$|qt6-image|qml6-|zlib1g|fonts-)' \
-    scripts/packages.txt | grep -v '^libclang')
-unpack "$folder/tools" "$(dpkg --print-architecture)" "g++-12-$triplet" qemu-user-static
-unpack "$folder/packages" "$arch" "${libraries[@]}"
-# The compiler's own C library names its parts by the paths that they would be installed at.
-sed -i "s#/usr/$triplet/lib/##g" "$folder/tools/root/usr/$triplet/lib/libc.so"
+packages() {
+    local libraries root=$folder/packages/root
+    mapfile -t libraries < <(grep -E '^(lib|qt6-.*-dev$|qt6-image|qml6-|zlib1g)' \
+        scripts/packages.txt | grep -v '^libclang')
+    unpack "$folder/tools" "$(dpkg --print-architecture)" "g++-12-$triplet" qemu-user-static
+    unpack "$folder/packages" "$arch" "${libraries[@]}"
+    # The compiler's own C library names its parts by the paths that they would be installed at.
+    sed -i "s#/usr/$triplet/lib/##g" "$folder/tools/root/usr/$triplet/lib/libc.so"
+    # On an installed Debian /lib is a link, too. Below an emulated 32-bit machine the loader finds no
+    # library in /lib if it has not found the first one there.
+    if [ ! -L "$root/lib" ]; then
+        cp -alf "$root/lib" "$root/usr"
+        rm -r "${root:?}/lib"
+        ln -s usr/lib "$root/lib"
+    fi
+    # Fonts are those of this machine, where they are configured; what is found in them is not kept
+    # there.
+    rm -rf "$root/etc/fonts" "$root/usr/share/fonts" "$root/usr/share/fontconfig"
+    mkdir -p "$root/var/cache/fontconfig"
+}
 
-echo "== build"
-LD_LIBRARY_PATH=$folder/tools/root/usr/lib/$(dpkg-architecture -qDEB_HOST_MULTIARCH)
-export LD_LIBRARY_PATH
-cmake --preset dev -B "$build" -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/Arm.cmake" \
-    -DVEXMORA_ARM_FOLDER="$folder" -DVEXMORA_ARM_TRIPLET="$triplet" -DVEXMORA_EXAMPLES=OFF
-cmake --build "$build"
-unset LD_LIBRARY_PATH
+build() {
+    local libraries
+    libraries=$folder/tools/root/usr/lib/$(dpkg-architecture -qDEB_HOST_MULTIARCH)
+    LD_LIBRARY_PATH=$libraries cmake --preset dev -B "$build" \
+        -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/Arm.cmake" \
+        -DVEXMORA_ARM_FOLDER="$folder" -DVEXMORA_ARM_TRIPLET="$triplet" -DVEXMORA_EXAMPLES=OFF
+    LD_LIBRARY_PATH=$libraries cmake --build "$build"
+    # What the pictures are compared with.
+    cmake --preset dev >/dev/null
+    cmake --build --preset dev --target vexmora-demo vexmora-game
+}
 
 # The emulator runs what the kernel is asked to run, the programs that tests start among it.
 handler=/proc/sys/fs/binfmt_misc/vexmora-$arch
-[ -e /proc/sys/fs/binfmt_misc/register ] ||
-    "${as_root[@]}" mount -t binfmt_misc binfmt_misc /proc/sys/fs/binfmt_misc
 unregister() { [ ! -e "$handler" ] || echo -1 | "${as_root[@]}" tee "$handler" >/dev/null; }
-trap unregister EXIT
-unregister
-zeros='\x00\x00\x00\x00\x00\x00\x00\x00'
-printf ':%s:M::\\x7fELF%s\\x01\\x01\\x00%s\\x02\\x00%s\\x00:%s:%s:F' "vexmora-$arch" "$class" \
-    "$zeros" "$machine" '\xff\xff\xff\xff\xff\xff\xff\x00\xff\xff\xff\xff\xff\xff\xff\xff\xfe\xff\xff\xff' \
-    "$folder/tools/root/usr/bin/$emulator" |
-    "${as_root[@]}" tee /proc/sys/fs/binfmt_misc/register >/dev/null
+register() {
+    local zeros='\x00\x00\x00\x00\x00\x00\x00\x00'
+    [ -e /proc/sys/fs/binfmt_misc/register ] ||
+        "${as_root[@]}" mount -t binfmt_misc binfmt_misc /proc/sys/fs/binfmt_misc
+    unregister
+    printf ':%s:M::\\x7fELF%s\\x01\\x01\\x00%s\\x02\\x00%s\\x00:%s:%s:F' "vexmora-$arch" \
+        "$class" "$zeros" "$machine" \
+        '\xff\xff\xff\xff\xff\xff\xff\x00\xff\xff\xff\xff\xff\xff\xff\xff\xfe\xff\xff\xff' \
+        "$folder/tools/root/usr/bin/$emulator" |
+        "${as_root[@]}" tee /proc/sys/fs/binfmt_misc/register >/dev/null
+}
 
-export QEMU_LD_PREFIX=$folder/packages/root QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software
-# Qt does not find its plugins below that root by itself.
-qt=$QEMU_LD_PREFIX/usr/lib/$triplet/qt6
-export QT_PLUGIN_PATH=$qt/plugins QML_IMPORT_PATH=$qt/qml
-echo "== demo"
-"$build/bin/vexmora-demo" --headless --out "$folder/pictures"
-echo "== soak"
-"$build/bin/soak" --ads 2000
-echo "== tests"
-# Left out are clicks in real windows, which are of programs of this machine, and the bounds of
-# memory, in which the emulator's own would count.
-ctest --test-dir "$build" --output-on-failure --no-tests=error --timeout 900 \
-    --exclude-regex 'Window|LimitsTest'
+# Runs a program that was built for the processor. Qt does not find its plugins there by itself.
+emulated() {
+    local root=$folder/packages/root qt=$folder/packages/root/usr/lib/$triplet/qt6
+    QEMU_LD_PREFIX=$root QT_PLUGIN_PATH=$qt/plugins QML_IMPORT_PATH=$qt/qml "$@"
+}
+
+# Fails when one of the pictures of a program is another here. Pictures of the demo's log are not the
+# same twice, since it tells the time; which these are is told.
+pictures() {
+    local program=$1 out=$folder/pictures/$1 picture name same=0 changing=() other=()
+    rm -rf "$out"
+    emulated "$build/bin/$program" --headless --out "$out/there" >/dev/null
+    build/dev/bin/"$program" --headless --out "$out/here" >/dev/null
+    build/dev/bin/"$program" --headless --out "$out/again" >/dev/null
+    for picture in "$out"/here/*.png; do
+        name=${picture##*/}
+        if cmp -s "$picture" "$out/there/$name"; then
+            same=$((same + 1))
+        elif cmp -s "$picture" "$out/again/$name"; then
+            other+=("$name")
+        else
+            changing+=("$name")
+        fi
+    done
+    echo "$program: $same pictures are the same, byte for byte; not compared, since they show the" \
+        "time: ${changing[*]:-none}; others: ${other[*]:-none}"
+    [ "$same" -gt 0 ] && [ ${#other[@]} -eq 0 ]
+}
+
+# Without the limits of time that ctest sets for a processor that is not emulated.
+soak() {
+    emulated "$build/bin/soak" --ads 2000
+    emulated "$build/bin/cairo_soak" --ads 500
+    emulated "$build/bin/cairo_soak" --exits 1
+}
+
+tests() {
+    # The data of the emulator itself.
+    VEXMORA_EMULATOR_KIB=$(emulated "$folder/packages/root/bin/sed" -n \
+        's/^VmData:[^0-9]*\([0-9]*\) kB$/\1/p' /proc/self/status)
+    export VEXMORA_EMULATOR_KIB
+    emulated ctest --test-dir "$build" --output-on-failure --no-tests=error --timeout 900 \
+        --exclude-regex 'LimitsTest|soak-' | tee "$folder/tests.log"
+}
+
+export QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software
+trap report EXIT
+rm -f "$folder/tests.log"
+step packages packages
+step build build
+step register register
+step demo pictures vexmora-demo
+step game pictures vexmora-game
+step soak soak
+step tests tests
