@@ -6,27 +6,10 @@
 #include <QtQuick/QQuickWindow>
 #include <utility>
 
+#include "VexmoraSDK/presenting/QtSlot.h"
 #include "VexmoraSDK/quick/VisibilityWatcher.h"
 
 namespace VexmoraSDK {
-namespace {
-
-bool isInterstitial(const VexmoraView* view) {
-    return view && view->viewType() == VexmoraViewType::interstitial;
-}
-
-// A desktop app without the focus is inactive, and yet before the user's eyes.
-bool isAppActive() {
-    const auto state = QGuiApplication::applicationState();
-    return state == Qt::ApplicationActive || state == Qt::ApplicationInactive;
-}
-
-int secondsOf(AdSlot::Duration duration) {
-    return int(std::chrono::floor<std::chrono::seconds>(duration).count());
-}
-
-}  // namespace
-
 VexmoraAd::VexmoraAd(QObject* parent)
     : QObject(parent), slot_(slotDelegate()), watcher_(std::make_unique<VisibilityWatcher>()) {
     wakeTimer_.setSingleShot(true);
@@ -39,32 +22,9 @@ VexmoraAd::~VexmoraAd() = default;
 
 // The host may destroy the ad while it hears any of this.
 AdSlot::Delegate VexmoraAd::slotDelegate() {
-    using Signal = void (VexmoraAd::*)();
-    const auto tells = [this](Signal signal) {
-        return [this, signal](VexmoraView&) { Q_EMIT(this->*signal)(); };
-    };
-    AdSlot::Delegate delegate;
-    delegate.willShowScreen = tells(&VexmoraAd::willShowScreen);
-    delegate.willDismissScreen = tells(&VexmoraAd::willDismissScreen);
-    delegate.didDismissScreen = tells(&VexmoraAd::didDismissScreen);
-    delegate.didReceiveAd = [this](VexmoraView&) {
-        announce({&VexmoraAd::errorChanged, &VexmoraAd::didReceiveAd});
-    };
-    delegate.didHaveError = [this](VexmoraView&, const VexmoraError& error) {
-        const auto [code, description] = AdSlot::Failure::of(error);
-        Q_EMIT didHaveError(int(code), QString::fromStdString(description));
-    };
-    delegate.willLeaveApplication = [this](VexmoraView&) {
-        Q_EMIT willLeaveApplication(clickUrl());
-    };
-    delegate.stateChanged = [this] {
-        announce({&VexmoraAd::errorChanged, &VexmoraAd::statusChanged});
-    };
-    delegate.failed = [this](const AdSlot::Failure&) { Q_EMIT errorChanged(); };
-    delegate.becameViewable = [this] {
-        announce({&VexmoraAd::viewableChanged, &VexmoraAd::becameViewable});
-    };
-    delegate.nextWakeChanged = [this] { armTimer(); };
+    auto delegate = QtSlot::delegateOf(
+        this, [this](std::initializer_list<void (VexmoraAd::*)()> all) { announce(all); });
+    delegate.nextWakeChanged = [this] { QtSlot::arm(wakeTimer_, slot_); };
     return delegate;
 }
 
@@ -89,9 +49,11 @@ void VexmoraAd::componentComplete() {
     slot_.setPlacement(placement_);
 }
 
-void VexmoraAd::changePlacement(AdSlot::Placement placement, void (VexmoraAd::*changed)()) {
-    if (placement == placement_) return;
-    placement_ = std::move(placement);
+template <class Value>
+void VexmoraAd::changePlacement(Value AdSlot::Placement::*member, Value value,
+                                void (VexmoraAd::*changed)()) {
+    if (placement_.*member == value) return;
+    placement_.*member = std::move(value);
     const QPointer guard(this);
     Q_EMIT placementChanged();
     if (guard && isComplete_) slot_.setPlacement(placement_);
@@ -107,9 +69,8 @@ QString VexmoraAd::containerId() const {
 }
 
 void VexmoraAd::setContainerId(const QString& containerId) {
-    auto placement = placement_;
-    placement.containerId = containerId.toStdString();
-    changePlacement(std::move(placement), &VexmoraAd::containerIdChanged);
+    changePlacement(&AdSlot::Placement::containerId, containerId.toStdString(),
+                    &VexmoraAd::containerIdChanged);
 }
 
 QString VexmoraAd::adSize() const {
@@ -117,86 +78,74 @@ QString VexmoraAd::adSize() const {
 }
 
 void VexmoraAd::setAdSize(const QString& adSize) {
-    auto placement = placement_;
-    placement.adSize = adSize.toStdString();
-    if (placement != placement_ && !adSize.isEmpty() &&
-        !adViewBySize().contains(placement.adSize)) {
+    if (adSize != this->adSize() && !adSize.isEmpty() &&
+        !adViewBySize().contains(adSize.toStdString())) {
         qmlWarning(qobject_cast<QQuickItem*>(parent()) ? parent() : this)
             << "there are no ads of the size \"" << adSize
             << "\": choose 320x60, 320x100, 468x60, 300x250 or 728x90";
     }
-    changePlacement(std::move(placement), &VexmoraAd::adSizeChanged);
+    changePlacement(&AdSlot::Placement::adSize, adSize.toStdString(), &VexmoraAd::adSizeChanged);
 }
 
 int VexmoraAd::adType() const {
-    return placement_.adType ? int(*placement_.adType) : 0;
+    return QtSlot::rawFrom(placement_.adType);
 }
 
 void VexmoraAd::setAdType(int adType) {
-    auto placement = placement_;
-    placement.adType = adType == 0 ? std::nullopt : std::optional(VexmoraAdType{adType});
-    changePlacement(std::move(placement), &VexmoraAd::adTypeChanged);
+    changePlacement(&AdSlot::Placement::adType, QtSlot::typeFrom<VexmoraAdType>(adType),
+                    &VexmoraAd::adTypeChanged);
 }
 
 int VexmoraAd::viewType() const {
-    return placement_.viewType ? int(*placement_.viewType) : 0;
+    return QtSlot::rawFrom(placement_.viewType);
 }
 
 void VexmoraAd::setViewType(int viewType) {
-    auto placement = placement_;
-    placement.viewType = viewType == 0 ? std::nullopt : std::optional(VexmoraViewType{viewType});
-    changePlacement(std::move(placement), &VexmoraAd::viewTypeChanged);
+    changePlacement(&AdSlot::Placement::viewType, QtSlot::typeFrom<VexmoraViewType>(viewType),
+                    &VexmoraAd::viewTypeChanged);
 }
 
 Vexmora::Status VexmoraAd::status() const {
-    switch (slot_.state()) {
-        case AdSlot::State::loading: return Vexmora::Status::Loading;
-        case AdSlot::State::ready: return Vexmora::Status::Ready;
-        case AdSlot::State::failed: return Vexmora::Status::Error;
-        default: return Vexmora::Status::Null;
-    }
+    return QtSlot::status<Vexmora::Status>(slot_);
 }
 
 int VexmoraAd::errorCode() const {
-    return slot_.failure() ? int(slot_.failure()->code) : 0;
+    return QtSlot::errorCode(slot_);
 }
 
 QString VexmoraAd::errorString() const {
-    return slot_.failure() ? QString::fromStdString(slot_.failure()->description) : QString();
+    return QtSlot::errorString(slot_);
 }
 
 int VexmoraAd::refreshInterval() const {
-    return secondsOf(slot_.refreshInterval());
+    return QtSlot::seconds(slot_.refreshInterval());
 }
 
 void VexmoraAd::setRefreshInterval(int seconds) {
-    const int before = refreshInterval();
-    slot_.setRefreshInterval(std::chrono::seconds(seconds));
-    if (refreshInterval() != before) Q_EMIT refreshIntervalChanged();
+    QtSlot::setSeconds(this, &AdSlot::refreshInterval, &AdSlot::setRefreshInterval, seconds,
+                       &VexmoraAd::refreshIntervalChanged);
 }
 
 int VexmoraAd::timeout() const {
-    return secondsOf(slot_.timeout());
+    return QtSlot::seconds(slot_.timeout());
 }
 
 void VexmoraAd::setTimeout(int seconds) {
-    const int before = timeout();
-    slot_.setTimeout(std::chrono::seconds(seconds));
-    if (timeout() != before) Q_EMIT timeoutChanged();
+    QtSlot::setSeconds(this, &AdSlot::timeout, &AdSlot::setTimeout, seconds,
+                       &VexmoraAd::timeoutChanged);
 }
 
 int VexmoraAd::expiresAfter() const {
-    return secondsOf(slot_.expiresAfter());
+    return QtSlot::seconds(slot_.expiresAfter());
 }
 
 void VexmoraAd::setExpiresAfter(int seconds) {
-    const int before = expiresAfter();
-    slot_.setExpiresAfter(std::chrono::seconds(seconds));
-    if (expiresAfter() != before) Q_EMIT expiresAfterChanged();
+    QtSlot::setSeconds(this, &AdSlot::expiresAfter, &AdSlot::setExpiresAfter, seconds,
+                       &VexmoraAd::expiresAfterChanged);
 }
 
 QString VexmoraAd::textOf(std::string AdSlot::Ad::*text) const {
-    return slot_.ad() ? QString::fromStdString((*slot_.ad()).*text) : QString();
+    return QtSlot::text(slot_, text);
 }
 
 void VexmoraAd::reload() {
@@ -205,13 +154,6 @@ void VexmoraAd::reload() {
 
 void VexmoraAd::open() {
     slot_.open();
-}
-
-void VexmoraAd::armTimer() {
-    if (const auto wait = slot_.untilNextWake())
-        wakeTimer_.start(*wait);
-    else
-        wakeTimer_.stop();
 }
 
 void VexmoraAd::wake() {
@@ -246,14 +188,14 @@ void VexmoraAd::setStage(QQuickItem* stage) {
 }
 
 void VexmoraAd::chooseWatched() {
-    if (!isInterstitial(slot_.view().get())) return watcher_->setItem(item_);
+    if (!QtSlot::isInterstitial(slot_.view().get())) return watcher_->setItem(item_);
     // The screen may still present the interstitial before this one.
     watcher_->setItem(slot_.view() == presentedView_ ? stage_ : nullptr);
 }
 
 void VexmoraAd::updateVisibility() {
     const QPointer guard(this);
-    slot_.setActive(isAppActive());
+    slot_.setActive(QtSlot::isAppActive());
     if (guard) slot_.setVisibleFraction(watcher_->visibleFraction());
 }
 

@@ -162,10 +162,11 @@ class VEXMORA_EXPORT VexmoraAd : public QObject, public QQmlParserStatus {
 
     AdSlot::Delegate slotDelegate();
     void announce(std::initializer_list<void (VexmoraAd::*)()> signalsInOrder);
-    void changePlacement(AdSlot::Placement placement, void (VexmoraAd::*changed)());
+    template <class Value>
+    void changePlacement(Value AdSlot::Placement::*member, Value value,
+                         void (VexmoraAd::*changed)());
     /// Has no ad until the placement changes.
     void withdraw();
-    void armTimer();
     void wake();
     platform::Size screenSize() const;
     /// Where an interstitial ad is presented; absent when it is not.

@@ -14,16 +14,14 @@
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/platform/qt/ViewPainter.h"
 #include "VexmoraSDK/presenting/NativeTexts.h"
+#include "VexmoraSDK/presenting/QtSlot.h"
 #include "VexmoraSDK/presenting/TapTarget.h"
 
 namespace VexmoraSDK {
 namespace {
 
 using platform::Size;
-
-bool isInterstitial(const VexmoraView* view) {
-    return view && view->viewType() == VexmoraViewType::interstitial;
-}
+using QtSlot::isInterstitial;
 
 /// An ad is a link to screen readers, and an interstitial a picture.
 class AccessibleAd : public QAccessibleWidget {
@@ -66,18 +64,8 @@ Size sizeFrom(QSize size) {
     return {double(size.width()), double(size.height())};
 }
 
-int secondsOf(AdSlot::Duration duration) {
-    return int(std::chrono::floor<std::chrono::seconds>(duration).count());
-}
-
 double area(const QRect& rect) {
     return double(rect.width()) * rect.height();
-}
-
-bool isAppActive() {
-    const auto state = QGuiApplication::applicationState();
-    // A desktop app without the focus is inactive and yet before the user's eyes.
-    return state == Qt::ApplicationActive || state == Qt::ApplicationInactive;
 }
 
 }  // namespace
@@ -110,32 +98,9 @@ VexmoraWidget::~VexmoraWidget() {
 // What the slot tells. The host may destroy the widget from inside of each signal.
 
 AdSlot::Delegate VexmoraWidget::slotDelegate() {
-    using Signal = void (VexmoraWidget::*)();
-    const auto tells = [this](Signal signal) {
-        return [this, signal](VexmoraView&) { Q_EMIT(this->*signal)(); };
-    };
-    AdSlot::Delegate delegate;
-    delegate.willShowScreen = tells(&VexmoraWidget::willShowScreen);
-    delegate.willDismissScreen = tells(&VexmoraWidget::willDismissScreen);
-    delegate.didDismissScreen = tells(&VexmoraWidget::didDismissScreen);
-    delegate.didReceiveAd = [this](VexmoraView&) {
-        announce({&VexmoraWidget::errorChanged, &VexmoraWidget::didReceiveAd});
-    };
-    delegate.didHaveError = [this](VexmoraView&, const VexmoraError& error) {
-        const auto [code, description] = AdSlot::Failure::of(error);
-        Q_EMIT didHaveError(int(code), QString::fromStdString(description));
-    };
-    delegate.willLeaveApplication = [this](VexmoraView&) {
-        Q_EMIT willLeaveApplication(ad() ? QString::fromStdString(ad()->clickUrl) : QString());
-    };
-    delegate.stateChanged = [this] {
-        announce({&VexmoraWidget::errorChanged, &VexmoraWidget::statusChanged});
-    };
-    delegate.failed = [this](const AdSlot::Failure&) { Q_EMIT errorChanged(); };
-    delegate.becameViewable = [this] {
-        announce({&VexmoraWidget::viewableChanged, &VexmoraWidget::becameViewable});
-    };
-    delegate.nextWakeChanged = [this] { armTimer(); };
+    auto delegate = QtSlot::delegateOf(
+        this, [this](std::initializer_list<void (VexmoraWidget::*)()> all) { announce(all); });
+    delegate.nextWakeChanged = [this] { QtSlot::arm(wakeTimer_, slot_); };
     return delegate;
 }
 
@@ -152,23 +117,17 @@ void VexmoraWidget::announce(std::initializer_list<void (VexmoraWidget::*)()> si
         if (guard) Q_EMIT(this->*signal)();
 }
 
-void VexmoraWidget::armTimer() {
-    if (const auto wait = slot_.untilNextWake())
-        wakeTimer_.start(*wait);
-    else
-        wakeTimer_.stop();
-}
-
 // What is asked for.
 
-void VexmoraWidget::changePlacement(const AdSlot::Placement& placement,
+template <class Value>
+void VexmoraWidget::changePlacement(Value AdSlot::Placement::*member, Value value,
                                     void (VexmoraWidget::*changed)()) {
-    if (placement == placement_) return;
-    placement_ = placement;
+    if (placement_.*member == value) return;
+    placement_.*member = std::move(value);
     // A view of the host's is taken away as the slot's own is.
     if (!adView_) showView(nullptr);
     const QPointer guard(this);
-    slot_.setPlacement(placement);
+    slot_.setPlacement(placement_);
     if (!guard) return;
     updateGeometry();
     Q_EMIT(this->*changed)();
@@ -179,9 +138,8 @@ QString VexmoraWidget::containerId() const {
 }
 
 void VexmoraWidget::setContainerId(const QString& containerId) {
-    auto placement = placement_;
-    placement.containerId = containerId.toStdString();
-    changePlacement(placement, &VexmoraWidget::containerIdChanged);
+    changePlacement(&AdSlot::Placement::containerId, containerId.toStdString(),
+                    &VexmoraWidget::containerIdChanged);
 }
 
 QString VexmoraWidget::adSize() const {
@@ -189,31 +147,29 @@ QString VexmoraWidget::adSize() const {
 }
 
 void VexmoraWidget::setAdSize(const QString& adSize) {
-    auto placement = placement_;
-    placement.adSize = adSize.toStdString();
-    if (!adSize.isEmpty() && !adViewBySize().contains(placement.adSize))
-        qWarning("VexmoraWidget: there are no ads of the size \"%s\"", placement.adSize.c_str());
-    changePlacement(placement, &VexmoraWidget::adSizeChanged);
+    if (adSize != this->adSize() && !adSize.isEmpty() &&
+        !adViewBySize().contains(adSize.toStdString()))
+        qWarning("VexmoraWidget: there are no ads of the size \"%s\"", qPrintable(adSize));
+    changePlacement(&AdSlot::Placement::adSize, adSize.toStdString(),
+                    &VexmoraWidget::adSizeChanged);
 }
 
 int VexmoraWidget::adType() const {
-    return placement_.adType ? int(*placement_.adType) : 0;
+    return QtSlot::rawFrom(placement_.adType);
 }
 
 void VexmoraWidget::setAdType(int adType) {
-    auto placement = placement_;
-    placement.adType = adType == 0 ? std::nullopt : std::optional(VexmoraAdType{adType});
-    changePlacement(placement, &VexmoraWidget::adTypeChanged);
+    changePlacement(&AdSlot::Placement::adType, QtSlot::typeFrom<VexmoraAdType>(adType),
+                    &VexmoraWidget::adTypeChanged);
 }
 
 int VexmoraWidget::viewType() const {
-    return placement_.viewType ? int(*placement_.viewType) : 0;
+    return QtSlot::rawFrom(placement_.viewType);
 }
 
 void VexmoraWidget::setViewType(int viewType) {
-    auto placement = placement_;
-    placement.viewType = viewType == 0 ? std::nullopt : std::optional(VexmoraViewType{viewType});
-    changePlacement(placement, &VexmoraWidget::viewTypeChanged);
+    changePlacement(&AdSlot::Placement::viewType, QtSlot::typeFrom<VexmoraViewType>(viewType),
+                    &VexmoraWidget::viewTypeChanged);
 }
 
 void VexmoraWidget::setView(std::shared_ptr<VexmoraView> view) {
@@ -227,50 +183,42 @@ void VexmoraWidget::reload() {
 }
 
 VexmoraWidget::Status VexmoraWidget::status() const {
-    switch (slot_.state()) {
-        case AdSlot::State::loading: return Status::Loading;
-        case AdSlot::State::ready: return Status::Ready;
-        case AdSlot::State::failed: return Status::Error;
-        default: return Status::Null;
-    }
+    return QtSlot::status<Status>(slot_);
 }
 
 int VexmoraWidget::errorCode() const {
-    return slot_.failure() ? int(slot_.failure()->code) : 0;
+    return QtSlot::errorCode(slot_);
 }
 
 QString VexmoraWidget::errorString() const {
-    return slot_.failure() ? QString::fromStdString(slot_.failure()->description) : QString();
+    return QtSlot::errorString(slot_);
 }
 
 int VexmoraWidget::refreshInterval() const {
-    return secondsOf(slot_.refreshInterval());
+    return QtSlot::seconds(slot_.refreshInterval());
 }
 
 void VexmoraWidget::setRefreshInterval(int seconds) {
-    const int before = refreshInterval();
-    slot_.setRefreshInterval(std::chrono::seconds(seconds));
-    if (refreshInterval() != before) Q_EMIT refreshIntervalChanged();
+    QtSlot::setSeconds(this, &AdSlot::refreshInterval, &AdSlot::setRefreshInterval, seconds,
+                       &VexmoraWidget::refreshIntervalChanged);
 }
 
 int VexmoraWidget::timeout() const {
-    return secondsOf(slot_.timeout());
+    return QtSlot::seconds(slot_.timeout());
 }
 
 void VexmoraWidget::setTimeout(int seconds) {
-    const int before = timeout();
-    slot_.setTimeout(std::chrono::seconds(seconds));
-    if (timeout() != before) Q_EMIT timeoutChanged();
+    QtSlot::setSeconds(this, &AdSlot::timeout, &AdSlot::setTimeout, seconds,
+                       &VexmoraWidget::timeoutChanged);
 }
 
 int VexmoraWidget::expiresAfter() const {
-    return secondsOf(slot_.expiresAfter());
+    return QtSlot::seconds(slot_.expiresAfter());
 }
 
 void VexmoraWidget::setExpiresAfter(int seconds) {
-    const int before = expiresAfter();
-    slot_.setExpiresAfter(std::chrono::seconds(seconds));
-    if (expiresAfter() != before) Q_EMIT expiresAfterChanged();
+    QtSlot::setSeconds(this, &AdSlot::expiresAfter, &AdSlot::setExpiresAfter, seconds,
+                       &VexmoraWidget::expiresAfterChanged);
 }
 
 // What is shown.
@@ -419,7 +367,7 @@ bool VexmoraWidget::event(QEvent* event) {
 }
 
 void VexmoraWidget::updateVisibility() {
-    slot_.setActive(isAppActive());
+    slot_.setActive(QtSlot::isAppActive());
     slot_.setVisibleFraction(visibleFraction());
 }
 

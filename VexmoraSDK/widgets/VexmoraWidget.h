@@ -190,8 +190,9 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
 
     AdSlot::Delegate slotDelegate();
     void announce(std::initializer_list<void (VexmoraWidget::*)()> signalsInOrder);
-    void armTimer();
-    void changePlacement(const AdSlot::Placement& placement, void (VexmoraWidget::*changed)());
+    template <class Value>
+    void changePlacement(Value AdSlot::Placement::*member, Value value,
+                         void (VexmoraWidget::*changed)());
     void showView(std::shared_ptr<VexmoraView> view);
     void viewChanged();
     void nameChanged();

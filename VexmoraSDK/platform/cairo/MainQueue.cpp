@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/MainQueue.h"
 
-#include <condition_variable>
-#include <deque>
 #include <mutex>
 #include <optional>
 #include <thread>
@@ -10,27 +8,20 @@
 
 #include "VexmoraSDK/platform/cairo/FontFinder.h"
 #include "VexmoraSDK/platform/cairo/HostLoop.h"
+#include "VexmoraSDK/platform/foundation/BlockQueue.h"
 #include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/platform/foundation/NoDestructor.h"
 
 namespace VexmoraSDK::platform {
 namespace {
 
-using Block = std::function<void()>;
-
 // What is handed in after the loop has ended stays here, so that nothing of the main thread is
 // destroyed elsewhere.
-struct State {
-    std::mutex mutex;
-    std::deque<Block> blocks;
+struct State : BlockQueue {
     /// Whether there is a loop that runs them.
     bool hasLoop = false;
     /// Of the latest loop; absent before the first one.
     std::optional<std::thread::id> mainThread;
-    /// How many blocks the main thread is in, one inside the other.
-    int running = 0;
-    std::condition_variable ranBlock;
-    bool hasEnded = false;
 
     /// Held while `wakeUp` is called, so that it is not called after the loop's end.
     std::mutex wakeUpMutex;
@@ -44,25 +35,9 @@ State& state() {
     return *state;
 }
 
-thread_local bool runningBlock = false;
-
 void wakeUp() {
     const std::lock_guard lock(state().wakeUpMutex);
     if (state().wakeUp) state().wakeUp();
-}
-
-void runNextBlock(std::unique_lock<std::mutex>& lock) {
-    Block block = std::move(state().blocks.front());
-    state().blocks.pop_front();
-    ++state().running;
-    lock.unlock();
-    const bool isNested = std::exchange(runningBlock, true);
-    block();
-    block = nullptr;
-    runningBlock = isNested;
-    lock.lock();
-    --state().running;
-    state().ranBlock.notify_all();
 }
 
 }  // namespace
@@ -98,7 +73,7 @@ bool HostLoop::run(std::chrono::microseconds budget) noexcept {
     const auto end = std::chrono::steady_clock::now() + budget;
     std::unique_lock lock(state().mutex);
     while (state().mayRun()) {
-        runNextBlock(lock);
+        state().runNext(lock);
         if (std::chrono::steady_clock::now() >= end) break;
     }
     const bool isLeft = state().mayRun();
@@ -124,11 +99,7 @@ void MainQueue::async(std::function<void()> block) {
 void MainQueue::prepareForEnd() {}
 
 void MainQueue::end() {
-    const bool onMainThread = isMainThread();
-    std::unique_lock lock(state().mutex);
-    state().hasEnded = true;
-    if (onMainThread) return;
-    state().ranBlock.wait_for(lock, std::chrono::seconds(1), [] { return state().running == 0; });
+    state().end(isMainThread());
 }
 
 bool MainQueue::isMainThread() const {
@@ -137,7 +108,7 @@ bool MainQueue::isMainThread() const {
 }
 
 bool MainQueue::isRunningBlock() const {
-    return runningBlock;
+    return BlockQueue::isRunningBlock();
 }
 
 }  // namespace VexmoraSDK::platform

@@ -2,48 +2,36 @@
 #include "VexmoraSDK/platform/MainQueue.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QScopedValueRollback>
 #include <QtCore/QThread>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QTextLayout>
 #include <chrono>
-#include <condition_variable>
-#include <deque>
 #include <mutex>
 
+#include "VexmoraSDK/platform/foundation/BlockQueue.h"
 #include "VexmoraSDK/platform/foundation/NoDestructor.h"
 
 namespace VexmoraSDK::platform {
 namespace {
-
-using Block = std::function<void()>;
 
 /// After so long the event loop's other work has its turn: half a frame at 120 Hz.
 constexpr std::chrono::milliseconds kMaxTurn(4);
 
 // Threads may hand in blocks until the process is gone. Blocks that come after the application has
 // ended stay here, so that nothing that belongs to the main thread is destroyed elsewhere.
-struct State {
-    std::mutex mutex;
-    std::deque<Block> blocks;
+struct State : BlockQueue {
     /// Lives on the main thread while there is an application.
     QObject* receiver = nullptr;
     /// Whether the receiver has an event to come that runs blocks.
     bool scheduled = false;
     /// The thread of the latest application, for comparison only.
     const QThread* mainThread = nullptr;
-    /// How many blocks the main thread is running, one inside the other.
-    int running = 0;
-    std::condition_variable ranBlock;
-    bool hasEnded = false;
 };
 
 State& state() {
     static NoDestructor<State> state;
     return *state;
 }
-
-thread_local bool runningBlock = false;
 
 void runBlocks() noexcept;
 
@@ -54,21 +42,6 @@ void schedule() {
     state().scheduled = true;
 }
 
-void runNextBlock(std::unique_lock<std::mutex>& lock) {
-    Block block = std::move(state().blocks.front());
-    state().blocks.pop_front();
-    ++state().running;
-    lock.unlock();
-    {
-        const QScopedValueRollback rollback(runningBlock, true);
-        block();
-        block = nullptr;
-    }
-    lock.lock();
-    --state().running;
-    state().ranBlock.notify_all();
-}
-
 void runBlocks() noexcept {
     const auto end = std::chrono::steady_clock::now() + kMaxTurn;
     std::unique_lock lock(state().mutex);
@@ -76,7 +49,7 @@ void runBlocks() noexcept {
     while (state().receiver && !state().hasEnded && !state().blocks.empty()) {
         // A block may run an event loop of its own, in which the remaining blocks have to run.
         if (state().blocks.size() > 1) schedule();
-        runNextBlock(lock);
+        state().runNext(lock);
         if (std::chrono::steady_clock::now() >= end) break;
     }
     if (state().receiver && !state().blocks.empty()) schedule();
@@ -142,11 +115,7 @@ void MainQueue::prepareForEnd() {
 }
 
 void MainQueue::end() {
-    const bool onMainThread = isMainThread();
-    std::unique_lock lock(state().mutex);
-    state().hasEnded = true;
-    if (onMainThread) return;
-    state().ranBlock.wait_for(lock, std::chrono::seconds(1), [] { return state().running == 0; });
+    state().end(isMainThread());
 }
 
 bool MainQueue::isMainThread() const {
@@ -155,7 +124,7 @@ bool MainQueue::isMainThread() const {
 }
 
 bool MainQueue::isRunningBlock() const {
-    return runningBlock;
+    return BlockQueue::isRunningBlock();
 }
 
 }  // namespace VexmoraSDK::platform

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <utility>
+
+namespace VexmoraSDK::platform {
+
+/// What is behind every backend's `MainQueue`: the blocks that wait, guarded by the mutex, and how
+/// many the main thread is running.
+class BlockQueue {
+ public:
+    std::mutex mutex;
+    std::deque<std::function<void()>> blocks;
+    /// Whether no block begins any more, because the process exits.
+    bool hasEnded = false;
+
+    /// Runs the first block. `lock` holds the mutex, but not while the block runs. Main thread.
+    void runNext(std::unique_lock<std::mutex>& lock) {
+        auto block = std::move(blocks.front());
+        blocks.pop_front();
+        ++running_;
+        lock.unlock();
+        const bool isNested = std::exchange(runningBlock_, true);
+        block();
+        block = nullptr;
+        runningBlock_ = isNested;
+        lock.lock();
+        --running_;
+        ranBlock_.notify_all();
+    }
+
+    /// Whether the calling thread is running a block.
+    static bool isRunningBlock() { return runningBlock_; }
+
+    /// What `MainQueue::end` does.
+    void end(bool onMainThread) {
+        std::unique_lock lock(mutex);
+        hasEnded = true;
+        if (onMainThread) return;
+        ranBlock_.wait_for(lock, std::chrono::seconds(1), [this] { return running_ == 0; });
+    }
+
+ private:
+    /// One inside the other.
+    int running_ = 0;
+    std::condition_variable ranBlock_;
+    static inline thread_local bool runningBlock_ = false;
+};
+
+}  // namespace VexmoraSDK::platform

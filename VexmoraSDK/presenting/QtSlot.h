@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtCore/QString>
+#include <QtCore/QTimer>
+#include <QtGui/QGuiApplication>
+#include <optional>
+
+#include "VexmoraSDK/presenting/AdSlot.h"
+
+/// A slot as the presenters on Qt show it, in properties and signals. Main thread.
+namespace VexmoraSDK::QtSlot {
+
+inline bool isInterstitial(const VexmoraView* view) {
+    return view && view->viewType() == VexmoraViewType::interstitial;
+}
+
+/// A desktop app without the focus is inactive, and yet before the user's eyes.
+inline bool isAppActive() {
+    const auto state = QGuiApplication::applicationState();
+    return state == Qt::ApplicationActive || state == Qt::ApplicationInactive;
+}
+
+/// A type of ad or of view as a property has it, which is 0 for none.
+template <class Type>
+int rawFrom(std::optional<Type> type) {
+    return type ? int(*type) : 0;
+}
+template <class Type>
+std::optional<Type> typeFrom(int raw) {
+    return raw == 0 ? std::nullopt : std::optional(Type{raw});
+}
+
+template <class Status>
+Status status(const AdSlot& slot) {
+    switch (slot.state()) {
+        case AdSlot::State::loading: return Status::Loading;
+        case AdSlot::State::ready: return Status::Ready;
+        case AdSlot::State::failed: return Status::Error;
+        default: return Status::Null;
+    }
+}
+
+inline int errorCode(const AdSlot& slot) {
+    return slot.failure() ? int(slot.failure()->code) : 0;
+}
+
+inline QString errorString(const AdSlot& slot) {
+    return slot.failure() ? QString::fromStdString(slot.failure()->description) : QString();
+}
+
+inline QString text(const AdSlot& slot, std::string AdSlot::Ad::*text) {
+    return slot.ad() ? QString::fromStdString((*slot.ad()).*text) : QString();
+}
+
+inline int seconds(AdSlot::Duration duration) {
+    return int(std::chrono::floor<std::chrono::seconds>(duration).count());
+}
+
+/// Sets one of the times of a presenter's slot, and tells when it is another.
+template <class Presenter>
+void setSeconds(Presenter* presenter, AdSlot::Duration (AdSlot::*get)() const,
+                void (AdSlot::*set)(AdSlot::Duration), int value, void (Presenter::*changed)()) {
+    AdSlot& slot = presenter->slot();
+    const int before = seconds((slot.*get)());
+    (slot.*set)(std::chrono::seconds(value));
+    if (seconds((slot.*get)()) != before) Q_EMIT(presenter->*changed)();
+}
+
+/// Has a timer go off when the slot wants to be woken next.
+inline void arm(QTimer& timer, const AdSlot& slot) {
+    if (const auto wait = slot.untilNextWake())
+        timer.start(*wait);
+    else
+        timer.stop();
+}
+
+/// Makes what a slot tells the signals of a presenter, which have the same names. The host may
+/// destroy the presenter while it hears of them: `announce` takes signals to send in this order,
+/// until that happens.
+template <class Presenter, class Announce>
+AdSlot::Delegate delegateOf(Presenter* presenter, Announce announce) {
+    const auto tells = [presenter](void (Presenter::*signal)()) {
+        return [presenter, signal](VexmoraView&) { Q_EMIT(presenter->*signal)(); };
+    };
+    AdSlot::Delegate delegate;
+    delegate.willShowScreen = tells(&Presenter::willShowScreen);
+    delegate.willDismissScreen = tells(&Presenter::willDismissScreen);
+    delegate.didDismissScreen = tells(&Presenter::didDismissScreen);
+    delegate.didReceiveAd = [announce](VexmoraView&) {
+        announce({&Presenter::errorChanged, &Presenter::didReceiveAd});
+    };
+    delegate.didHaveError = [presenter](VexmoraView&, const VexmoraError& error) {
+        const auto [code, description] = AdSlot::Failure::of(error);
+        Q_EMIT presenter->didHaveError(int(code), QString::fromStdString(description));
+    };
+    delegate.willLeaveApplication = [presenter](VexmoraView&) {
+        Q_EMIT presenter->willLeaveApplication(text(presenter->slot(), &AdSlot::Ad::clickUrl));
+    };
+    delegate.stateChanged = [announce] {
+        announce({&Presenter::errorChanged, &Presenter::statusChanged});
+    };
+    delegate.failed = [presenter](const AdSlot::Failure&) { Q_EMIT presenter->errorChanged(); };
+    delegate.becameViewable = [announce] {
+        announce({&Presenter::viewableChanged, &Presenter::becameViewable});
+    };
+    return delegate;
+}
+
+}  // namespace VexmoraSDK::QtSlot
