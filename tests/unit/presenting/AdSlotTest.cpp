@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VexmoraSDK/presenting/AdSlot.h"
 
+#include <thread>
+
 #include "tests/PlainPicture.h"
 #include "tests/unit/SdkTest.h"
 
@@ -341,13 +343,27 @@ TEST_F(AdSlotTest, MayBeDestroyedFromInsideOfWhateverItTells) {
         std::erase(last, "opens https://shop.test/a");
         EXPECT_EQ(last.back(), word);
     }
-    lastWord_.clear();
-    renew();
-    ask(kHome);
-    slot_.reset();
-    fail(kBanner);
-    drain();
-    EXPECT_THAT(heard(), ElementsAre("loading"));
+}
+
+TEST_F(AdSlotTest, MayBeDestroyedOrAskedForAnotherAdWhileARequestEndsOnAnotherThread) {
+    constexpr int kRounds = 50;
+    for (int round = 0; round < kRounds; ++round) {
+        renew();
+        ask(kHome);
+        std::thread network([round] {
+            if (round % 4 < 2)
+                fail(kBanner);
+            else
+                answer(kBanner, "[]");
+        });
+        if (round % 2 == 0)
+            slot_.reset();
+        else
+            slot_->setPlacement(kFullScreen);
+        network.join();
+        drain();
+        EXPECT_THAT(heard(), ElementsAre("loading")) << round;
+    }
 }
 
 }  // namespace
