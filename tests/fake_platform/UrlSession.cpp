@@ -49,8 +49,8 @@ std::shared_ptr<Fetch> takeOpen(std::string_view url) {
     return transfer;
 }
 
-// The last reference to the transfer, and with it to what its completion holds, goes on the
-// delivery thread.
+// The delivery thread drops the last reference to the transfer and thus to what its completion
+// holds.
 void deliver(std::shared_ptr<Fetch> transfer, SharedData body, std::optional<UrlResponse> response,
              std::optional<Error> error) {
     std::thread([&, transfer = std::move(transfer)]() mutable noexcept {

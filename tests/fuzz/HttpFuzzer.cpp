@@ -51,7 +51,7 @@ class Network {
         if (end != answers_.npos) answers_.remove_prefix(end + kNextAnswer.size());
         send(ends[1], answer.data(), answer.size(), MSG_NOSIGNAL);
         shutdown(ends[1], SHUT_WR);
-        peers_.push_back(ends[1]);  // so that the client can send its request
+        peers_.push_back(ends[1]);  // It stays open so that the client can send its request.
         return 0;
     }
 
@@ -110,7 +110,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     using namespace VexmoraSDK;
     Network::shared().begin({reinterpret_cast<const char*>(bytes), size});
-    // The second request for a new address may be answered from the cache.
+    // The second fetch of the address may be served from the cache.
     static int turn = 0;
     const auto address = "http://10.0.0.1/ads?container=1&types=77&turn=" + std::to_string(++turn);
     fetch(address);

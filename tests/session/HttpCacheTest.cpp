@@ -17,7 +17,7 @@ constexpr auto kMinuteLater = "Sat, 21 Nov 2026 12:01:00 GMT";
 constexpr auto kMinuteBefore = "Sat, 21 Nov 2026 11:59:00 GMT";
 
 const std::string kOne = "\"1\"";
-const std::string kAsksForOne = "If-None-Match: \"1\"";
+const std::string kCondition = "If-None-Match: \"1\"";
 
 Url url(const std::string& text) {
     return Url::fromString(text).value();
@@ -25,13 +25,13 @@ Url url(const std::string& text) {
 
 class HttpCacheTest : public testing::Test {
  protected:
-    void keep(const std::string& at, const CachePolicy& policy, std::string_view body = "body") {
+    void store(const std::string& at, const CachePolicy& policy, std::string_view body = "body") {
         cache.store(url(at), policy, std::make_shared<const Data>(dataOf(body)), {kNoon, kNoon});
     }
 
     std::string found(const std::string& at, HttpCache::Time now = kNoon) {
-        const auto answer = cache.find(url(at), now);
-        return answer ? std::string(textOf(*answer->body)) : "nothing";
+        const auto response = cache.find(url(at), now);
+        return response ? std::string(textOf(*response->body)) : "nothing";
     }
 
     UrlSessionLimits limits;
@@ -39,7 +39,7 @@ class HttpCacheTest : public testing::Test {
     const std::string address = "https://a.example/b.png?c";
 };
 
-TEST_F(HttpCacheTest, UsesAnAnswerForAsLongAsItSaysAndThenAsksAboutIt) {
+TEST_F(HttpCacheTest, UsesAResponseWhileItIsFreshAndThenRevalidatesIt) {
     struct Case {
         CachePolicy policy;
         std::int64_t freshFor;
@@ -48,7 +48,7 @@ TEST_F(HttpCacheTest, UsesAnAnswerForAsLongAsItSaysAndThenAsksAboutIt) {
     const Case cases[] = {
         {{.cacheControl = "max-age=60"}, 60},
         {{.cacheControl = "public, Max-Age=60,, must-revalidate, x=\"no-store, \\\"\""}, 60},
-        {{.cacheControl = "s-maxage=600, max-age=60", .etag = kOne}, 60, {kAsksForOne}},
+        {{.cacheControl = "s-maxage=600, max-age=60", .etag = kOne}, 60, {kCondition}},
         {{.cacheControl = "max-age=99999999999999999999"}, std::int64_t{1} << 31},
         {{.cacheControl = "max-age=60", .age = "20"}, 40},
         {{.cacheControl = "max-age=60", .date = kMinuteLater}, 60},
@@ -59,38 +59,38 @@ TEST_F(HttpCacheTest, UsesAnAnswerForAsLongAsItSaysAndThenAsksAboutIt) {
         {{.cacheControl = "max-age=10", .expires = kMinuteLater}, 10},
         {{.cacheControl = "max-age=60", .vary = "Accept-Encoding, origin"}, 60},
 
-        {{.etag = kOne}, 0, {kAsksForOne}},
+        {{.etag = kOne}, 0, {kCondition}},
         {{.lastModified = kNoonText}, 0, {std::string("If-Modified-Since: ") + kNoonText}},
         {{.etag = "W/\"\"", .lastModified = kNoonText},
          0,
          {"If-None-Match: W/\"\"", std::string("If-Modified-Since: ") + kNoonText}},
-        {{.cacheControl = "no-cache, max-age=60", .etag = kOne}, 0, {kAsksForOne}},
-        {{.cacheControl = "max-age=60, no-cache=\"a\"", .etag = kOne}, 0, {kAsksForOne}},
-        {{.cacheControl = "max-age=0", .expires = kMinuteLater, .etag = kOne}, 0, {kAsksForOne}},
+        {{.cacheControl = "no-cache, max-age=60", .etag = kOne}, 0, {kCondition}},
+        {{.cacheControl = "max-age=60, no-cache=\"a\"", .etag = kOne}, 0, {kCondition}},
+        {{.cacheControl = "max-age=0", .expires = kMinuteLater, .etag = kOne}, 0, {kCondition}},
 
         // What cannot be read is not relied on.
-        {{.cacheControl = "max-age=x", .expires = kMinuteLater, .etag = kOne}, 0, {kAsksForOne}},
-        {{.cacheControl = "max-age", .etag = kOne}, 0, {kAsksForOne}},
-        {{.cacheControl = "max-age=-60", .etag = kOne}, 0, {kAsksForOne}},
-        {{.cacheControl = "max-age=\"60\"", .etag = kOne}, 0, {kAsksForOne}},
-        {{.cacheControl = "max-age=60, max-age=60", .etag = kOne}, 0, {kAsksForOne}},
-        {{.cacheControl = "max-age=60", .age = "1, 2", .etag = kOne}, 0, {kAsksForOne}},
-        {{.cacheControl = "max-age=60", .date = "noon", .etag = kOne}, 0, {kAsksForOne}},
-        {{.expires = "0", .etag = kOne}, 0, {kAsksForOne}},
-        {{.expires = "Tue, 31 Nov 2026 12:00:00 GMT", .etag = kOne}, 0, {kAsksForOne}},
-        {{.expires = std::string(kMinuteLater) + "+1", .etag = kOne}, 0, {kAsksForOne}},
+        {{.cacheControl = "max-age=x", .expires = kMinuteLater, .etag = kOne}, 0, {kCondition}},
+        {{.cacheControl = "max-age", .etag = kOne}, 0, {kCondition}},
+        {{.cacheControl = "max-age=-60", .etag = kOne}, 0, {kCondition}},
+        {{.cacheControl = "max-age=\"60\"", .etag = kOne}, 0, {kCondition}},
+        {{.cacheControl = "max-age=60, max-age=60", .etag = kOne}, 0, {kCondition}},
+        {{.cacheControl = "max-age=60", .age = "1, 2", .etag = kOne}, 0, {kCondition}},
+        {{.cacheControl = "max-age=60", .date = "noon", .etag = kOne}, 0, {kCondition}},
+        {{.expires = "0", .etag = kOne}, 0, {kCondition}},
+        {{.expires = "Tue, 31 Nov 2026 12:00:00 GMT", .etag = kOne}, 0, {kCondition}},
+        {{.expires = std::string(kMinuteLater) + "+1", .etag = kOne}, 0, {kCondition}},
         {{.date = kMinuteBefore,
           .expires = std::string(kMinuteLater) + ", " + kMinuteLater,
           .etag = kOne},
          0,
-         {kAsksForOne}},
+         {kCondition}},
         {{.cacheControl = "max-age=60", .etag = "1"}, 60},
         {{.cacheControl = "max-age=60", .etag = "\"a\rX: b\"", .lastModified = "noon"}, 60},
     };
     for (const auto& [policy, freshFor, conditions] : cases) {
         SCOPED_TRACE(policy.cacheControl + " | " + policy.expires + " | " + policy.age + " | " +
                      policy.etag);
-        keep(address, policy);
+        store(address, policy);
         const auto end = kNoon + seconds(freshFor);
         if (freshFor > 0) {
             const auto fresh = cache.find(url(address + "#d"), end - seconds(1));
@@ -106,7 +106,8 @@ TEST_F(HttpCacheTest, UsesAnAnswerForAsLongAsItSaysAndThenAsksAboutIt) {
     cache.store(url(address), CachePolicy{.cacheControl = "max-age=60", .age = "5"},
                 std::make_shared<const Data>(), {kNoon, kNoon + seconds(10)});
     EXPECT_TRUE(cache.find(url(address), kNoon + seconds(54)));
-    EXPECT_FALSE(cache.find(url(address), kNoon + seconds(55))) << "it was long on its way";
+    EXPECT_FALSE(cache.find(url(address), kNoon + seconds(55)))
+        << "the time of the transfer counts as age";
 }
 
 // What 32 bits would cut off counts, and the clock may have passed the end of a 32-bit `time_t`.
@@ -152,62 +153,62 @@ TEST_F(HttpCacheTest, KeepsNoAnswerThatMayNotBeKeptAndForgetsTheOneBefore) {
     };
     for (const auto& policy : cases) {
         SCOPED_TRACE(policy.cacheControl + " | " + policy.vary);
-        keep(address, {.cacheControl = "max-age=60"});
+        store(address, {.cacheControl = "max-age=60"});
         EXPECT_EQ(found(address), "body");
-        keep(address, policy);
+        store(address, policy);
         EXPECT_EQ(found(address), "nothing");
     }
 }
 
-TEST_F(HttpCacheTest, RenewsAnAnswerThatTheServerFindsRight) {
+TEST_F(HttpCacheTest, UpdatesAResponseThatTheServerHasRevalidated) {
     const auto later = kNoon + seconds(60);
-    const auto ask = [&] {
-        keep(address, {.cacheControl = "max-age=60", .age = "20", .etag = kOne});
+    const auto stale = [&] {
+        store(address, {.cacheControl = "max-age=60", .age = "20", .etag = kOne});
         return cache.find(url(address), later);
     };
-    const auto renewWith = [&](const CachePolicy& policy) {
-        cache.revalidated(ask(), policy, {later, later});
+    const auto revalidateWith = [&](const CachePolicy& policy) {
+        cache.revalidated(stale(), policy, {later, later});
     };
 
-    renewWith({.date = kMinuteLater});
+    revalidateWith({.date = kMinuteLater});
     EXPECT_TRUE(cache.find(url(address), later)->isFresh(later + seconds(59)));
     EXPECT_EQ(found(address, later), "body");
-    renewWith({.cacheControl = "max-age=10", .etag = kOne});
+    revalidateWith({.cacheControl = "max-age=10", .etag = kOne});
     EXPECT_FALSE(cache.find(url(address), later)->isFresh(later + seconds(10)));
 
-    renewWith({.cacheControl = "no-store"});
+    revalidateWith({.cacheControl = "no-store"});
     EXPECT_EQ(found(address, later), "nothing");
-    renewWith({.setsCookie = true});
+    revalidateWith({.setsCookie = true});
     EXPECT_EQ(found(address, later), "nothing");
-    renewWith({.etag = "\"2\""});
-    EXPECT_EQ(found(address, later), "nothing") << "the server speaks of another";
+    revalidateWith({.etag = "\"2\""});
+    EXPECT_EQ(found(address, later), "nothing") << "the 304 names another entity tag";
 
-    const auto asked = ask();
-    keep(address, {.cacheControl = "max-age=90"}, "another");
-    cache.revalidated(asked, {}, {later, later});
-    EXPECT_EQ(found(address, later), "another") << "it has come meanwhile";
+    const auto revalidated = stale();
+    store(address, {.cacheControl = "max-age=90"}, "another");
+    cache.revalidated(revalidated, {}, {later, later});
+    EXPECT_EQ(found(address, later), "another") << "a response that was stored meanwhile stays";
 }
 
-TEST_F(HttpCacheTest, HoldsNoMoreThanItsBoundAndWhatWasUsedLast) {
+TEST_F(HttpCacheTest, DropsTheLeastRecentlyUsedResponsesBeyondItsLimit) {
     limits.maxCacheBytes = 80'000;
     const CachePolicy policy{.cacheControl = "max-age=60"};
     const auto place = [](int number) { return "https://a.example/" + std::to_string(number); };
     const auto holds = [&](int number) { return cache.find(url(place(number)), kNoon) != nullptr; };
     for (int number = 0; number < 10; ++number) {
-        keep(place(number), policy, std::string(8'000, 'x'));
+        store(place(number), policy, std::string(8'000, 'x'));
         EXPECT_TRUE(holds(0));
     }
     EXPECT_FALSE(holds(1));
     for (int number = 2; number < 10; ++number)
         EXPECT_TRUE(holds(number)) << number;
 
-    keep(place(99), policy, std::string(9'999, 'x'));
+    store(place(99), policy, std::string(9'999, 'x'));
     EXPECT_FALSE(holds(99)) << "with its address more than an eighth";
-    keep("https://a.example/" + std::string(9'999, 'x'), policy);
+    store("https://a.example/" + std::string(9'999, 'x'), policy);
     EXPECT_TRUE(holds(2));
 
     for (int number = 0; number < 1'000; ++number)
-        keep(place(number), policy, "");
+        store(place(number), policy, "");
     int held = 0;
     for (int number = 0; number < 1'000; ++number)
         held += holds(number);

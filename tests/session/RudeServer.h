@@ -7,7 +7,7 @@
 
 namespace VexmoraSDK {
 
-/// Says the same to every client and hangs up, be it HTTP or not.
+/// Sends the same bytes, which need not be HTTP, to every client and closes the connection.
 class RudeServer : public HttpServer {
  public:
     explicit RudeServer(const std::string& answer) {

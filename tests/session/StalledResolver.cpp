@@ -6,7 +6,7 @@
 
 #include <string_view>
 
-/// Stands before the C library's, for libcurl too.
+/// The linker prefers this to the C library's function, for libcurl too.
 extern "C" int getaddrinfo(const char* name, const char* service, const addrinfo* hints,
                            addrinfo** result) {
     using VexmoraSDK::StalledResolver;

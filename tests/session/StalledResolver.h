@@ -5,7 +5,7 @@
 
 namespace VexmoraSDK {
 
-/// While one lives, the name `kName` is not resolved; afterwards it does not exist.
+/// While one lives, the resolution of `kName` takes for ever; afterwards the name does not exist.
 class StalledResolver {
  public:
     static constexpr auto kName = "stalled.invalid";
@@ -19,10 +19,10 @@ class StalledResolver {
         stalled_.notify_all();
     }
 
-    /// Returns when the name is being resolved.
+    /// Waits until the name is being resolved.
     static void waitForCaller() { called_.wait(false); }
 
-    /// Returns when none lives.
+    /// Waits until no object of this class lives.
     static void wait() {
         called_ = true;
         called_.notify_all();

@@ -46,7 +46,7 @@ TEST_F(TransferQueueTest, LetsOriginsTakeTurnsAndPicturesWait) {
                                    "http://b/picture"}));
 }
 
-TEST_F(TransferQueueTest, GivesAnOriginHalfOfThePlacesHoweverItIsWritten) {
+TEST_F(TransferQueueTest, GivesAnOriginHalfOfThePlacesHoweverItsUrlsAreWritten) {
     push("http://a/", TaskPriority::normal, 20);
     push("HTTP://A:80/x?y", TaskPriority::normal, 20);
     EXPECT_EQ(popAll().size(), 32u);
@@ -58,7 +58,7 @@ TEST_F(TransferQueueTest, GivesAnOriginHalfOfThePlacesHoweverItIsWritten) {
     EXPECT_FALSE(queue.isReady());
 }
 
-TEST_F(TransferQueueTest, KeepsPlacesForAdsFromPictures) {
+TEST_F(TransferQueueTest, KeepsPlacesForAdsThatPicturesCannotTake) {
     push("http://a/picture", TaskPriority::low, 40);
     EXPECT_EQ(popAll().size(), 28u);
     push("http://a/", TaskPriority::normal, 40);

@@ -48,7 +48,7 @@ std::set<int> connectionsTo(int port) {
     return connections;
 }
 
-TEST_F(UrlSessionTest, GivesTheBodyOfAnyHttpAnswerOnAnotherThread) {
+TEST_F(UrlSessionTest, DeliversTheBodyOfAnyHttpResponseOnAnotherThread) {
     const Outcome ad = fetch(ads("home-bottom"));
     EXPECT_FALSE(ad.error);
     EXPECT_EQ(ad.response.value().statusCode, 200);
@@ -66,7 +66,7 @@ TEST_F(UrlSessionTest, GivesTheBodyOfAnyHttpAnswerOnAnotherThread) {
     }
 }
 
-TEST_F(UrlSessionTest, TakesHalfAnAnswerForNone) {
+TEST_F(UrlSessionTest, ReportsATruncatedResponseAsATransportError) {
     expectTransportError(ads("fault-refused"));
     expectTransportError(ads("fault-cut-short"));
     const std::string provisional = "HTTP/1.1 100 Continue\r\n\r\n";
@@ -79,7 +79,7 @@ TEST_F(UrlSessionTest, TakesHalfAnAnswerForNone) {
     EXPECT_EQ(fetch(chunks.address()).text(), "abc");
 }
 
-TEST_F(UrlSessionTest, DecodesOneCompressedFileAfterAnother) {
+TEST_F(UrlSessionTest, DecodesGzipBodiesOfSeveralMembers) {
     using namespace std::literals;
     const auto abc = "\x1f\x8b\b\0\0\0\0\0\2\3KLJ\6\0\xc2\x41\x24\x35\3\0\0\0"s;
     const auto head = "HTTP/1.1 200 OK\r\nContent-Encoding: X-GZip\r\n\r\n"s;
@@ -91,7 +91,7 @@ TEST_F(UrlSessionTest, DecodesOneCompressedFileAfterAnother) {
     expectTransportError(oneAndWords.address());
 }
 
-TEST_F(UrlSessionTest, BoundsABodyAfterItIsDecodedToo) {
+TEST_F(UrlSessionTest, BoundsTheDecodedBodyToo) {
     using namespace std::literals;
     const RudeServer rude(
         "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\n\r\n"
@@ -103,7 +103,7 @@ TEST_F(UrlSessionTest, BoundsABodyAfterItIsDecodedToo) {
     expectTransportError(rude.address());
 }
 
-TEST_F(UrlSessionTest, TakesABodyInAnEncodingThatIsNotGzipAsItIs) {
+TEST_F(UrlSessionTest, DeliversABodyInAnyOtherEncodingAsItIs) {
     for (const auto* encoding : {"utf-8", "none", "", "aws-chunked", "identity, origami"}) {
         const RudeServer rude(std::string("HTTP/1.1 200 OK\r\nContent-Encoding: ") + encoding +
                               "\r\n\r\nabc");
@@ -111,7 +111,7 @@ TEST_F(UrlSessionTest, TakesABodyInAnEncodingThatIsNotGzipAsItIs) {
     }
 }
 
-TEST_F(UrlSessionTest, FetchesOnlyAbsoluteAddressesOfHttp) {
+TEST_F(UrlSessionTest, FetchesOnlyAbsoluteHttpUrls) {
     const std::string place = "127.0.0.1:" + std::to_string(server.port());
     for (const std::string& address :
          {std::string("127.0.0.1"), "//" + place + "/landing/", "http:/" + place + "/landing/",
@@ -122,7 +122,7 @@ TEST_F(UrlSessionTest, FetchesOnlyAbsoluteAddressesOfHttp) {
     EXPECT_TRUE(server.requests().empty());
 }
 
-TEST_F(UrlSessionTest, FollowsNoRedirectAwayFromHttps) {
+TEST_F(UrlSessionTest, FollowsNoRedirectFromHttpsToHttp) {
     const std::string folder = testing::TempDir() + "vexmora-https-" + std::to_string(getpid());
     const std::string key = folder + "-key";
     const std::string certificate = folder + "-certificate";
@@ -151,7 +151,7 @@ TEST_F(UrlSessionTest, FollowsNoRedirectAwayFromHttps) {
     thread.join();
 }
 
-TEST_F(UrlSessionTest, GivesUpOnAServerThatStallsWhileConnectedOrConnecting) {
+TEST_F(UrlSessionTest, TimesOutWhenAServerStallsBeforeOrAfterItConnects) {
     limits.idleTimeout = std::chrono::seconds(1);
     limits.connectTimeout = std::chrono::seconds(1);
     std::vector<std::pair<std::string, std::future<Outcome>>> stalled;
@@ -165,12 +165,12 @@ TEST_F(UrlSessionTest, GivesUpOnAServerThatStallsWhileConnectedOrConnecting) {
         expectTransportError(address, outcomeOf(std::move(future)));
 }
 
-TEST_F(UrlSessionTest, GivesUpOnAServerThatGoesOnForTooLong) {
+TEST_F(UrlSessionTest, TimesOutWhenAServerGoesOnForTooLong) {
     limits.totalTimeout = std::chrono::milliseconds(300);
     expectTransportError(ads("fault-stall-body"));
 }
 
-TEST_F(UrlSessionTest, TakesNoMoreThanTheLargestBody) {
+TEST_F(UrlSessionTest, RefusesABodyBeyondTheLimit) {
     limits.maxBodyBytes = 1 << 20;
     const auto expectTooLarge = [&](const std::string& address) {
         const Outcome outcome = fetch(address);
@@ -187,7 +187,7 @@ TEST_F(UrlSessionTest, TakesNoMoreThanTheLargestBody) {
     }
 }
 
-TEST_F(UrlSessionTest, TakesNoMoreThanTheLargestHeads) {
+TEST_F(UrlSessionTest, RefusesHeadersBeyondTheLimit) {
     limits.maxHeaderBytes = 10'000;
     const auto filler = "X: " + std::string(6'000, 'x') + "\r\n";
     const RudeServer modest("HTTP/1.1 200 OK\r\n" + filler + "Content-Length: 0\r\n\r\n");
@@ -199,7 +199,7 @@ TEST_F(UrlSessionTest, TakesNoMoreThanTheLargestHeads) {
     EXPECT_EQ(told(outcome, kLocalizedDescriptionKey), "Maximum file size exceeded");
 }
 
-TEST_F(UrlSessionTest, LetsASlowNameDelayNobody) {
+TEST_F(UrlSessionTest, LetsASlowNameResolutionDelayNoOtherTransfer) {
     limits.connectTimeout = std::chrono::milliseconds(100);
     StalledResolver resolver;
     expectTransportError(std::string("http://") + StalledResolver::kName + "/");
@@ -217,7 +217,7 @@ TEST_F(UrlSessionTest, FetchesBesideAServerThatStalls) {
     EXPECT_TRUE(outcomeOf(std::move(stalled)).error);
 }
 
-TEST_F(UrlSessionTest, LetsCompletionsThatWaitDelayNoTransfer) {
+TEST_F(UrlSessionTest, LetsBlockedCompletionsDelayNoTransfer) {
     constexpr int kMoreThanCompleteAtOnce = 8;
     std::promise<void> released;
     const auto go = released.get_future().share();
@@ -279,13 +279,13 @@ TEST_F(UrlSessionTest, StartsNoTransferWhileCompletionsHoldTooManyBytes) {
     ASSERT_EQ(began.get_future().wait_for(kDeadline), std::future_status::ready);
     auto [task, held] = taskFor(ads("home-bottom"));
     task.resume();
-    expectTransportError("relative");  // something else goes on meanwhile
+    expectTransportError("relative");  // Other completions go on meanwhile.
     EXPECT_EQ(server.requests().size(), 1u);
     released.set_value();
     EXPECT_FALSE(outcomeOf(std::move(held)).error);
 }
 
-TEST_F(UrlSessionTest, LetsPicturesThatDribbleHoldUpNoAds) {
+TEST_F(UrlSessionTest, LetsSlowPicturesHoldUpNoAdRequest) {
     auto slow = std::make_optional<AdServer>(Catalog::load());
     std::counting_semaphore<> pictures(0);
     for (int i = 0; i < 80; ++i) {
@@ -307,7 +307,7 @@ TEST_F(UrlSessionTest, LetsPicturesThatDribbleHoldUpNoAds) {
 }
 
 TEST_F(UrlSessionTest, UsesAResponseThatWasStoredWhileARequestWaited) {
-    limits.maxConcurrentTransfers = 2;  // half of them for one origin
+    limits.maxConcurrentTransfers = 2;  // One origin has half of them.
     const auto picture = server.address() + "/creatives/harbour-coffee-320x60.png";
     std::vector<std::future<Outcome>> outcomes;
     for (int i = 0; i < 3; ++i) {
@@ -320,7 +320,7 @@ TEST_F(UrlSessionTest, UsesAResponseThatWasStoredWhileARequestWaited) {
     EXPECT_EQ(server.requests().size(), 1u);
 }
 
-TEST_F(UrlSessionTest, KeepsFewConnectionsThatAreIdle) {
+TEST_F(UrlSessionTest, KeepsAtMostSixteenIdleConnections) {
     std::vector<std::future<Outcome>> outcomes;
     for (int i = 0; i < 32; ++i) {
         auto [task, future] = taskFor(ads("fault-slow"));
@@ -332,14 +332,14 @@ TEST_F(UrlSessionTest, KeepsFewConnectionsThatAreIdle) {
     EXPECT_LE(connectionsTo(server.port()).size(), 16u);
 }
 
-TEST_F(UrlSessionTest, LeavesNoDescriptorToProgramsThatTheHostStarts) {
+TEST_F(UrlSessionTest, LeavesNoDescriptorOpenInProgramsThatTheHostStarts) {
     const auto before = descriptors();
     fetch(ads("home-bottom"));
     auto resolver = std::make_optional<StalledResolver>();
     auto [task, stalled] = taskFor(std::string("http://") + StalledResolver::kName + "/");
     task.resume();
     StalledResolver::waitForCaller();
-    fetch(ads("home-bottom"));  // the loop is through with what it did for the other
+    fetch(ads("home-bottom"));  // Behind this, the turn that began the other transfer has ended.
     const auto connections = connectionsTo(server.port());
     int seen = 0;
     for (const int descriptor : descriptors()) {
@@ -348,13 +348,13 @@ TEST_F(UrlSessionTest, LeavesNoDescriptorToProgramsThatTheHostStarts) {
         EXPECT_EQ(fcntl(descriptor, F_GETFD) & FD_CLOEXEC, FD_CLOEXEC) << descriptor;
         ++seen;
     }
-    EXPECT_GE(seen, 3);  // a connection, and a pair to resolve a name
+    EXPECT_GE(seen, 3);  // These are a connection, and a pair of sockets to resolve a name.
     resolver.reset();
     EXPECT_TRUE(outcomeOf(std::move(stalled)).error);
 }
 
-TEST_F(UrlSessionTest, OpensNoMoreConnectionsThanTransfersMayBeAtOnce) {
-    limits.maxConcurrentTransfers = 4;  // half of them for one origin
+TEST_F(UrlSessionTest, OpensNoMoreConnectionsThanThereAreTransfersAtOnce) {
+    limits.maxConcurrentTransfers = 4;  // One origin has half of them.
     std::vector<std::future<Outcome>> outcomes;
     for (int i = 0; i < 6; ++i) {
         auto [task, future] = taskFor(ads("fault-slow"));
@@ -369,13 +369,13 @@ TEST_F(UrlSessionTest, OpensNoMoreConnectionsThanTransfersMayBeAtOnce) {
     EXPECT_EQ(connections.size(), 2u);
 }
 
-TEST_F(UrlSessionTest, SendsTheAddressAsItIsWritten) {
+TEST_F(UrlSessionTest, SendsTheUrlAsItIsWritten) {
     const std::string target = "/creatives/%41/../%c3/./x?q=a,b&s=%41%C3'(;)";
     fetch(server.address() + target + "#not-sent");
     EXPECT_EQ(server.requests().back().target, target);
 }
 
-TEST_F(UrlSessionTest, BringsBackTheCookiesOfAHost) {
+TEST_F(UrlSessionTest, SendsBackTheCookiesOfAHost) {
     HttpServer host;
     host.Get("/", [](const httplib::Request& request, httplib::Response& response) {
         // Longer than 32 bits can say.
@@ -407,12 +407,12 @@ TEST_F(UrlSessionTest, DropsTheOldestOfTooManyCookies) {
     fetch(address + "/first");
     for (int i = 0; i < 3; ++i)
         fetch(address + "/more");
-    EXPECT_EQ(fetch(address + "/first").text(), "first=1");  // of 100
+    EXPECT_EQ(fetch(address + "/first").text(), "first=1");  // There are 100.
     fetch(address + "/more");
     EXPECT_EQ(fetch(address + "/first").text(), "");
 }
 
-TEST_F(UrlSessionTest, FetchesAPictureOnceAndAnAdEachTime) {
+TEST_F(UrlSessionTest, FetchesAStorablePictureOnceAndAnAdEachTime) {
     const auto picture = server.address() + "/creatives/harbour-coffee-320x60.png";
     const Outcome first = fetch(picture);
     const Outcome second = fetch(picture + "#again");
@@ -429,7 +429,7 @@ TEST_F(UrlSessionTest, FetchesAPictureOnceAndAnAdEachTime) {
     EXPECT_EQ(server.requests().size(), 5u);
 }
 
-TEST_F(UrlSessionTest, AsksAboutAnOldAnswerAndUsesItAgainWhereItIsStillRight) {
+TEST_F(UrlSessionTest, RevalidatesAStaleResponse) {
     HttpServer host;
     std::atomic<int> version = 1;
     std::atomic<bool> hasMoved = false;
@@ -468,7 +468,7 @@ TEST_F(UrlSessionTest, AsksAboutAnOldAnswerAndUsesItAgainWhereItIsStillRight) {
     expect("version \"2\"", 200, 2);
     expect("version \"2\"", 200, 3);
     hasMoved = true;
-    expect("", 304, 4);  // of the other address, which was asked without a condition
+    expect("", 304, 4);  // The redirect's target was requested without a condition.
     expect("", 304, 4);
     hasMoved = false;
     expect("version \"2\"", 200, 4);
@@ -479,7 +479,7 @@ TEST_F(UrlSessionTest, AsksAboutAnOldAnswerAndUsesItAgainWhereItIsStillRight) {
     EXPECT_EQ(requests, requestsBefore);
 }
 
-TEST_F(UrlSessionTest, KeepsWholeAnswersOfTheAddressItselfAndNoOthers) {
+TEST_F(UrlSessionTest, StoresOnlyWholeStorableResponsesOfTheRequestedUrl) {
     HttpServer host;
     std::atomic<int> turn = 0;
     const auto answer = [&](const char* path, const std::string& status, const std::string& head) {
@@ -513,7 +513,7 @@ TEST_F(UrlSessionTest, KeepsWholeAnswersOfTheAddressItselfAndNoOthers) {
     }
 }
 
-TEST_F(UrlSessionTest, CompletesOnAThreadThatLeavesTheHostsSignalsAlone) {
+TEST_F(UrlSessionTest, CompletesOnAThreadThatTakesNoneOfTheHostsSignals) {
     struct Guest {
         std::promise<std::thread::id>& leaves;
         ~Guest() { leaves.set_value(std::this_thread::get_id()); }
@@ -548,7 +548,7 @@ TEST_F(UrlSessionTest, CompletesOnAThreadThatLeavesTheHostsSignalsAlone) {
     EXPECT_FALSE(sigismember(&blocked, SIGSEGV));
 }
 
-TEST_F(UrlSessionTest, StartsATaskOnceAndOnlyWhenItIsResumedAndUsesAConnectionAgain) {
+TEST_F(UrlSessionTest, StartsAResumedTaskOnceAndReusesTheConnection) {
     const auto neverResumed = taskFor(ads("unused"));
     auto [task, future] = taskFor(ads("home-bottom"));
     task.resume();
@@ -560,13 +560,13 @@ TEST_F(UrlSessionTest, StartsATaskOnceAndOnlyWhenItIsResumedAndUsesAConnectionAg
     EXPECT_EQ(requests[0].clientPort, requests[1].clientPort);
 }
 
-TEST_F(UrlSessionTest, StartsATaskOfAMainQueueBlockBehindThatBlock) {
+TEST_F(UrlSessionTest, StartsATaskAfterTheMainQueueBlockThatResumedIt) {
     FakeMainQueue::start();
     auto [task, future] = taskFor(ads("home-bottom"));
     bool answeredInside = true;
     MainQueue::main()->async([&, resumed = &task] {
         resumed->resume();
-        // Were the task started already, its request would be there before this other one's.
+        // If the task had been started already, its request would arrive before this one.
         std::thread([&] { fetch(ads("fault-empty-array")); }).join();
         answeredInside = server.requests().size() != 1;
     });

@@ -38,8 +38,8 @@ inline Outcome outcomeOf(std::future<Outcome> future) {
     return future.get();
 }
 
-/// A task for `address` and the future of what its completion hears; a second completion of the
-/// same task throws on a delivery thread, which ends the process.
+/// A task for `address` and the future of its outcome; a second completion of the same task would
+/// throw on a delivery thread, which ends the process.
 inline std::pair<UrlSessionTask, std::future<Outcome>> taskFor(const std::string& address) {
     auto promise = std::make_shared<std::promise<Outcome>>();
     auto future = promise->get_future();

@@ -22,7 +22,7 @@ std::atomic<Record*> current = nullptr;
 long failing = 0;
 thread_local bool spared = false;
 
-/// `reason` is for calls that say with `errno` what has gone wrong.
+/// Counts a call and tells whether it is to fail. `reason` is the `errno` of calls that set it.
 bool fails(const char* call, int reason = 0) {
     Record* record = current;
     if (!record || spared || ++record->calls != failing) return false;
@@ -66,7 +66,7 @@ void countMemoryOfLibcurl() {
 
 using VexmoraSDK::FailingCalls::fails;
 
-// The forms of `new` that are not here come down to these.
+// The other forms of `new` call these.
 
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     return fails("operator new") ? nullptr : std::malloc(size ? size : 1);
@@ -102,7 +102,8 @@ void operator delete[](void* memory, std::size_t) noexcept {
 }
 
 // NOLINTBEGIN(bugprone-macro-parentheses): types and names take none
-/// Stands before the function of that name in a shared library, for the other libraries too.
+/// The function of that name in a shared library, which the one defined here takes the place of,
+/// for other libraries too.
 #define STANDS_BEFORE(function, name) \
     static const auto next = reinterpret_cast<decltype(&(function))>(dlsym(RTLD_NEXT, name))
 #define CAN_FAIL_FOR(reason, failure, result, name, parameters, arguments) \
@@ -113,8 +114,8 @@ void operator delete[](void* memory, std::size_t) noexcept {
 #define CAN_FAIL(failure, result, name, parameters, arguments) \
     CAN_FAIL_FOR(0, failure, result, name, parameters, arguments)
 
-// What is set or asked for fits a register each time, whatever its type, so that these need not
-// take a variable number of arguments.
+// The last argument fits a register, whatever its type, so that these functions need no variable
+// number of arguments.
 #define CAN_FAIL_WITH_ANY(failure, result, name, Handle, Option)                  \
     extern "C" result with_any_##name(Handle*, Option, void*) asm(#name);         \
     extern "C" result with_any_##name(Handle* handle, Option option, void* any) { \

@@ -3,17 +3,17 @@
 
 #include <atomic>
 
-/// Calls of the process that can fail, of all its threads: memory, files, sockets, threads,
-/// libcurl, libplist and zlib. They are counted from `begin` on, and one of them does fail.
+/// Counts the calls of the process that can fail, on all its threads, from `begin` on, and has one
+/// of them fail: memory, files, sockets, threads, libcurl and zlib.
 namespace VexmoraSDK::FailingCalls {
 
-/// In memory that a process shares with those it forks off.
+/// It lies in memory that a process shares with its forks.
 struct Record {
     std::atomic<long> calls;
     std::atomic<const char*> failed;  ///< the name of the call; null until it has failed
 };
 
-/// `nth` is from 1; none fails when it is 0.
+/// The `nth` call fails, counted from 1; none does when it is 0.
 void begin(long nth, Record& record);
 
 /// While this lives the calling thread is the host's: its calls neither count nor fail.
@@ -25,7 +25,7 @@ class Spared {
     Spared& operator=(const Spared&) = delete;
 };
 
-/// Puts libcurl's memory among the calls. Before its first use.
+/// Counts libcurl's allocations among the calls. Called before its first use.
 void countMemoryOfLibcurl();
 
 }  // namespace VexmoraSDK::FailingCalls

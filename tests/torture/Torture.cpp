@@ -33,11 +33,11 @@ struct Run {
     } catch (...) {
     }
     std::strncpy(run.outcome, outcome.c_str(), sizeof run.outcome - 1);
-    // With its handlers, of which one is the library's and one looks for leaks.
+    // `exit` runs the handlers, of which one is the library's and one looks for leaks.
     std::exit(0);
 }
 
-/// What the process wrote until it had ended.
+/// What the process writes until it ends; it is killed after a minute without a word.
 std::string written(int from, pid_t process) {
     std::string text;
     pollfd waiting{from, POLLIN, 0};
@@ -51,7 +51,7 @@ std::string written(int from, pid_t process) {
     return text;
 }
 
-/// How the scenario ended in which the `nth` call failed.
+/// Runs the scenario with the `nth` call failing, and tells how it ended.
 std::string endingOf(const Torture::Scenario& scenario, long nth, Run& run) {
     run.record.calls = 0;
     run.record.failed = nullptr;
@@ -106,7 +106,7 @@ void Torture::run(const std::string& name, const Scenario& scenario,
     for (long nth = 1; nth <= calls; ++nth) {
         const std::string ending = endingOf(scenario, nth, run);
         const char* call = run.record.failed;
-        if (!call) continue;  // with several threads the calls are not always as many
+        if (!call) continue;  // Threads do not always make as many calls.
         ++failed;
         ++endings[ending];
         EXPECT_TRUE(isAllowed(ending, call)) << "call " << nth << ", " << call << ": " << ending;

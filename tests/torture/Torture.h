@@ -9,20 +9,20 @@
 
 namespace VexmoraSDK {
 
-/// Runs a short scenario again and again, each time in a process of its own in which another call
-/// fails, and compares how it ends with what is allowed.
+/// Runs a short scenario once for each call that can fail, in a process of its own in which that
+/// call fails, and compares how it ends with what is allowed.
 class Torture {
  public:
-    /// Runs in the child: prepares itself, has the calls counted with `begin`, and says how it came
-    /// out. What is still running by then goes on to count until the process has exited.
+    /// Runs in the child process: prepares itself, has the calls counted with `begin`, and returns
+    /// its outcome. Calls are counted until the process has exited.
     using Scenario = std::function<std::string(const std::function<void()>& begin)>;
-    /// A pattern of endings, and of the calls whose failure may lead there.
+    /// A pattern of endings, and one of the names of calls whose failure may end so.
     struct Allowed {
         std::string ending;
         std::string calls;
     };
 
-    /// Prints a row of how many calls failed and how the scenario then ended.
+    /// Prints how many calls failed, and how often the scenario ended how.
     static void run(const std::string& name, const Scenario& scenario,
                     const std::vector<Allowed>& allowed);
 };

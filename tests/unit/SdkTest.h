@@ -16,8 +16,8 @@
 
 namespace VexmoraSDK {
 
-/// The test's thread is the main thread, and it is the network and the user. What is heard goes
-/// into a log, marked when it was heard in the background.
+/// The test plays the main thread, the network and the user. It logs what it hears, and whether it
+/// hears it on a background thread.
 class SdkTest : public testing::Test {
  protected:
     SdkTest() {
@@ -37,10 +37,10 @@ class SdkTest : public testing::Test {
         log_.push_back(onMain ? what : "background: " + what);
     }
 
-    /// What was heard since the last call.
+    /// The log since the last call.
     std::vector<std::string> heard() { return std::exchange(log_, {}); }
 
-    /// The server answers, and the main thread gets its turn.
+    /// Answers a request, then runs the main queue.
     static void serve(std::string_view url, std::string_view body) {
         platform::FakeUrlSession::answer(url, body);
         platform::FakeMainQueue::drain();
@@ -52,7 +52,7 @@ class SdkTest : public testing::Test {
         return platform::Url::fromString(text).value();
     }
 
-    /// A record of the server's answer.
+    /// The JSON object of a banner ad.
     static std::string bannerAd(std::string_view picture, int adType = 77) {
         return R"({"adTypeId":)" + std::to_string(adType) + R"(,"clickUrl":"https://shop.test/)" +
                std::string(picture) + R"(","bannerUrl":"https://cdn.test/)" + std::string(picture) +

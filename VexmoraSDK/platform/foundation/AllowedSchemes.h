@@ -8,9 +8,9 @@
 
 namespace VexmoraSDK::platform::Application {
 
-/// Has addresses of that scheme, "myapp" for instance, opened too when an ad that leads to one is
-/// tapped. Allowed from the start are http, https, mailto, tel, sms, geo and market: with any other
-/// an ad server could reach into the device or into whatever program is installed on it. Case does
+/// Allows that ads open addresses of that scheme, "myapp" for instance, when they are tapped.
+/// Allowed from the start are http, https, mailto, tel, sms, geo and market: with any other scheme
+/// an ad server could reach into the device or into a program that is installed on it. Case does
 /// not matter; a text that is no scheme is ignored. Any thread; once, before the first ad.
 VEXMORA_EXPORT void allowScheme(std::string_view scheme);
 

@@ -18,9 +18,8 @@ class VEXMORA_EXPORT Bundle {
     /// The library's own bundle, the same for the life of the process: the folder that
     /// `setLibraryFolder` named, else the shipped one. Any thread.
     static const Bundle& library() noexcept;
-    /// Names the library's resource folder; a relative one is below the working directory of this
-    /// moment. Call it before the first ad view is made; it has no
-    /// effect afterwards.
+    /// Names the library's resource folder; a relative path is resolved against the working
+    /// directory at once. Call it before the first ad view is made; it has no effect afterwards.
     static void setLibraryFolder(std::filesystem::path folder) noexcept;
     /// The folder that the library is shipped with: `share/VexmoraSDK` near the library or the
     /// executable; empty when there is none. Any thread.

@@ -21,9 +21,9 @@ std::optional<std::array<double, 4>> fourNumbers(const Array* array) {
     return numbers;
 }
 
-// Property lists have no nulls, dates of the years around 2001 alone and texts of whole characters
-// without a zero. To keep everything, an archive writes in printable ASCII: other bytes of a text
-// become "%" and two hexadecimal digits; a null is "%n", and a date "%t" and its ticks.
+// A property list holds no nulls, no dates more than 68 years from 2001 and no texts with a zero or
+// half a character. To keep everything, an archive is written in printable ASCII: each other byte
+// of a text becomes "%" and two hexadecimal digits; a null is "%n", and a date "%t" and its ticks.
 constexpr std::string_view kNull = "%n";
 constexpr std::string_view kDate = "%t";
 constexpr std::string_view kDigits = "0123456789ABCDEF";

@@ -21,7 +21,7 @@ class VEXMORA_EXPORT Coder {
     /// An archive that holds these values.
     explicit Coder(Dictionary values) : values_(std::move(values)) {}
     /// The archive that `data()` wrote, whatever its size; absent for bytes that are no
-    /// property-list dictionary, or one that no `data()` writes.
+    /// property-list dictionary and for a dictionary that `data()` cannot have written.
     static std::optional<Coder> fromData(const Data& data) noexcept;
 
     void encode(std::string key, Value value) noexcept;

@@ -8,8 +8,7 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-/// Prints the pieces one by one, because there may be no memory to put them together, and where it
-/// happens.
+/// Prints the report piece by piece, because there may be no memory to join it, and the context.
 [[noreturn]] void stop(std::initializer_list<std::string_view> report) noexcept {
     flockfile(stderr);
     for (const auto piece : report) {

@@ -10,11 +10,12 @@
 
 namespace VexmoraSDK::platform {
 
-// No exception leaves the library. What hosts call to have work done, the blocks of the main queue,
-// the tops of threads, deleters and callbacks of C libraries are `noexcept`, and lack of memory
-// ends the process there. Only what can do without catches `std::bad_alloc`.
+// No exception leaves the library. The functions that hosts call, the blocks of the main queue, the
+// outermost functions of threads, deleters and callbacks of C libraries are `noexcept`, and lack of
+// memory ends the process there with `std::terminate`. Only code that can go on without the memory
+// catches `std::bad_alloc`.
 //
-// The stops themselves are not `noexcept`: the fuzzers link some that throw in their place.
+// The stops themselves are not `noexcept`, because the fuzzers link stops that throw.
 
 /// Prints "fatal error: `message`" to standard error, on a second line where that happens if a
 /// `FatalContext` says so, and aborts. Any thread.
@@ -43,8 +44,7 @@ decltype(auto) unwrap(Optional&& value, std::string_view what = {}, std::string_
     return *std::forward<Optional>(value);
 }
 
-/// `object` as a `To`; a fatal stop when it is of another class. An absent object is a fatal stop
-/// too.
+/// `object` as a `To`; an object of another class or none is a fatal stop.
 template <class To, class From>
 std::shared_ptr<To> forcedConversion(const std::shared_ptr<From>& object) {
     if (!object) fatalNil();

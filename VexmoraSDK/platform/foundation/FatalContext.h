@@ -14,8 +14,8 @@ namespace VexmoraSDK::platform {
 /// It copies nothing: the texts must outlive it.
 class FatalContext {
  public:
-    /// `name` may come from anywhere, and is printed without control characters and not beyond 400
-    /// bytes. An empty `what` says nothing.
+    /// `name` may be any text: control characters are printed as "?", and at most 400 bytes of it.
+    /// A context whose `what` is empty is not printed.
     explicit FatalContext(std::string_view what, std::string_view name = {}) noexcept;
     ~FatalContext();
     FatalContext(const FatalContext&) = delete;

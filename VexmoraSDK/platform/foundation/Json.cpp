@@ -56,7 +56,7 @@ std::variant<Value, Error> read(const Data& data) {
 
     json::parse_options options;
     options.max_depth = kMaxDepth;
-    // A text may hold 20,000 small objects, whose memory is given back at once.
+    // A text may hold 20,000 small objects; this resource frees the memory of all of them together.
     json::monotonic_resource memory;
     json::parser parser({}, options);
     parser.reset(&memory);

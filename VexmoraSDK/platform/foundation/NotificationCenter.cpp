@@ -17,7 +17,7 @@ NotificationCenter& NotificationCenter::defaultCenter() {
 void NotificationCenter::addObserver(const std::shared_ptr<Object>& observer, std::string selector,
                                      std::string name, const std::shared_ptr<Object>& sender) {
     const std::lock_guard lock(mutex_);
-    if (count_ >= sweepAt_) forgetTheGone();
+    if (count_ >= sweepAt_) dropExpired();
     subscriptions_[sender].push_back(
         {nextOrder_++, observer, std::move(selector), std::move(name)});
     ++count_;
@@ -54,14 +54,14 @@ void NotificationCenter::post(std::string name, const std::shared_ptr<Object>& s
     }
 }
 
-/// Run when the subscriptions have doubled since it last ran, so that it costs each of them a
-/// constant time.
-void NotificationCenter::forgetTheGone() {
+/// It runs when the subscriptions have doubled since the last time, so that it costs each
+/// subscription a constant time.
+void NotificationCenter::dropExpired() {
     count_ = 0;
     for (auto entry = subscriptions_.begin(); entry != subscriptions_.end();) {
         auto& [sender, subscriptions] = *entry;
-        const bool fromAnybody = !Sender().owner_before(sender);
-        if (sender.expired() && !fromAnybody) subscriptions.clear();
+        const bool isForAnySender = !Sender().owner_before(sender);
+        if (sender.expired() && !isForAnySender) subscriptions.clear();
         std::erase_if(subscriptions, [](const auto& each) { return each.observer.expired(); });
         count_ += subscriptions.size();
         entry = subscriptions.empty() ? subscriptions_.erase(entry) : std::next(entry);

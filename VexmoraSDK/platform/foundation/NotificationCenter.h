@@ -14,7 +14,7 @@
 
 namespace VexmoraSDK::platform {
 
-/// What an observer's selector gets as its argument.
+/// The argument of an observer's selector.
 class VEXMORA_EXPORT Notification : public Object {
  public:
     static constexpr std::string_view kClassName = "Notification";
@@ -33,14 +33,14 @@ class VEXMORA_EXPORT Notification : public Object {
 };
 
 /// Delivers notifications to the observers that asked for their name and sender. Observers and
-/// senders are held weakly; what is gone is forgotten. Any thread.
+/// senders are held weakly; subscriptions of destroyed ones are dropped. Any thread.
 class VEXMORA_EXPORT NotificationCenter {
  public:
     /// The process-wide centre; never destroyed.
     static NotificationCenter& defaultCenter();
 
     /// From now on `observer` is sent `selector`, with the `Notification`, for each notification of
-    /// this name from `sender`, or from anybody when `sender` is absent. Each call subscribes once
+    /// this name from `sender`, or from any sender when it is absent. Each call subscribes once
     /// more.
     void addObserver(const std::shared_ptr<Object>& observer, std::string selector,
                      std::string name, const std::shared_ptr<Object>& sender);
@@ -58,11 +58,11 @@ class VEXMORA_EXPORT NotificationCenter {
     };
     using Sender = std::weak_ptr<Object>;
 
-    void forgetTheGone();
+    void dropExpired();
 
     std::mutex mutex_;
-    /// By sender, compared by ownership: the address of one that is gone is soon another's. The
-    /// empty sender stands for anybody.
+    /// The subscriptions by sender. Senders are compared by ownership, because the address of a
+    /// destroyed one is soon another's; the empty sender stands for any sender.
     std::map<Sender, std::vector<Subscription>, std::owner_less<Sender>> subscriptions_;
     std::size_t nextOrder_ = 0;
     std::size_t count_ = 0;

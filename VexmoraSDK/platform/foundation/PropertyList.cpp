@@ -28,7 +28,7 @@ constexpr std::chrono::sys_days kEpoch = std::chrono::year(2001) / 1 / 1;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-/// libplist goes down into a list level by level, however deep, and cannot be told to stop.
+/// libplist recurses into every level of a list and knows no limit of its own.
 constexpr std::size_t kMaxLevelsRead = 10'000;
 
 std::size_t count(std::string_view text, std::string_view part) {
@@ -38,8 +38,8 @@ std::size_t count(std::string_view text, std::string_view part) {
     return found;
 }
 
-/// The objects of a binary list, as far as it must be known before libplist reads it. What lies
-/// outside of the list is empty.
+/// As much of the objects of a binary list as must be known before libplist reads it. What an
+/// offset places outside of the list reads as empty.
 class BinaryObjects {
  public:
     /// A list without a trailer has no objects.
@@ -54,7 +54,7 @@ class BinaryObjects {
         offsets_ = number(trailer + 18, 8);
     }
 
-    /// libplist aborts at a key with a zero in it. No list of ours has a text with one.
+    /// Whether a text has a zero in it. libplist aborts at such a key, and the library writes none.
     bool haveAZeroInAText() const {
         for (std::size_t i = 0; i < count_; ++i) {
             const auto object = at(i);

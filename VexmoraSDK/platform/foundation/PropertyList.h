@@ -9,13 +9,13 @@
 
 namespace VexmoraSDK::platform::PropertyList {
 
-/// How deep arrays and dictionaries are nested, the outermost included.
+/// How deep arrays and dictionaries may be nested, the outermost included.
 inline constexpr int kMaxLevels = 512;
 
 /// The dictionary at the top of a property list, XML (a leading UTF-8 byte order mark accepted) or
-/// binary; absent when the bytes are none, have more than 10,000 levels, or a binary list has a
-/// text with a zero in it. What is nested deeper than `kMaxLevels` is empty. The bytes are those
-/// of the library or of its host: a binary list made to harm takes what time it likes.
+/// binary; absent when the bytes are no such list, when it has more than 10,000 levels, and when a
+/// binary list has a text with a zero in it. What is nested deeper than `kMaxLevels` is empty. The
+/// bytes must come from the library or its host: a malicious binary list may take any time.
 VEXMORA_EXPORT std::optional<Dictionary> dictionary(const Data& data);
 
 /// The same from a file; absent also when the file cannot be read.

@@ -13,7 +13,7 @@ namespace VexmoraSDK::platform {
 /// text is kept byte for byte, because click addresses carry signatures.
 class VEXMORA_EXPORT Url {
  public:
-    /// Absent for an empty text and for a text that is no address.
+    /// Absent for an empty text and for a text that is not a valid URL or reference.
     static std::optional<Url> fromString(std::string_view text);
 
     const std::string& text() const { return text_; }
@@ -28,7 +28,7 @@ class VEXMORA_EXPORT Url {
     explicit Url(std::string text) : text_(std::move(text)) {}
 
     std::string text_;
-    // Where the parts lie in it: reading it again takes longer than it takes to ask for it.
+    // The parts are kept as positions, because parsing the text again takes long.
     std::size_t schemeLength_ = 0;
     std::size_t hostPosition_ = 0;
     std::size_t hostLength_ = 0;

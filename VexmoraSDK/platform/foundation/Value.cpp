@@ -14,7 +14,7 @@ std::int64_t truncated(double number) {
     constexpr double kEnd = 9223372036854775808.0;
     if (number >= kEnd) return Limits::max();
     if (number < -kEnd) return Limits::min();
-    // What JSON readers make of 0e999.
+    // A JSON reader makes this of 0e999.
     if (std::isnan(number)) return 0;
     return static_cast<std::int64_t>(number);
 }

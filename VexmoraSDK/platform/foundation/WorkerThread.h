@@ -9,10 +9,11 @@
 
 namespace VexmoraSDK::platform {
 
-/// A thread of that name (at most 15 characters) that runs `work`; the caller joins or detaches it.
-/// It takes no signals but those of its own faults: a host's handlers run on the host's threads,
-/// its crash reporter everywhere. Its stack is of 1 MiB, since the usual 8 count as data in full
-/// where these are bounded. Absent when there is no thread to be had. Any thread.
+/// Starts a thread of that name (at most 15 characters) that runs `work`; the caller joins or
+/// detaches it. The thread blocks all signals but those of its own faults, so that a host's
+/// handlers run on the host's threads and its crash reporter works everywhere. Its stack has 1 MiB,
+/// because where a process's data is bounded the usual 8 MiB count in full. Absent when the system
+/// gives no thread. Any thread.
 std::optional<pthread_t> startWorkerThread(const std::string& name, std::function<void()> work);
 
 }  // namespace VexmoraSDK::platform

@@ -11,8 +11,8 @@ namespace VexmoraSDK::platform {
 
 class TextLayout;
 
-/// A title in the middle of a background. However small it looks, a finger hits it within 44 × 44
-/// points.
+/// A title in the middle of a background. A button that looks smaller takes touches within 44 × 44
+/// points all the same.
 class VEXMORA_EXPORT Button : public View {
  public:
     static constexpr std::string_view kClassName = "Button";
@@ -25,7 +25,7 @@ class VEXMORA_EXPORT Button : public View {
 
     std::string_view className() const override { return kClassName; }
 
-    /// UTF-8.
+    /// The text on the button, in UTF-8.
     const std::string& title() const { return title_; }
     void setTitle(std::string title);
     Color titleColor() const { return titleColor_; }

@@ -17,8 +17,8 @@ namespace VexmoraSDK::platform {
 /// An interface file: a property list of views, as `views/NAME.nib` in a bundle.
 ///
 /// The classes are `View`, `TextView`, `Button` and those of the caller. The file's "objects" are
-/// the top-level views. Each view is a dictionary of "class", what that class
-/// decodes (see the classes' coder initialisers), and may have
+/// the top-level views. Each view is a dictionary of "class" and of what that class decodes (see
+/// the classes' coder initialisers), and may have
 /// - "id", a name within the file,
 /// - "subviews", an array of views,
 /// - "outlets", a dictionary from the view's outlet names to ids,

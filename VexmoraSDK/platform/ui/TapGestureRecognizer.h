@@ -20,11 +20,11 @@ class VEXMORA_EXPORT TapGestureRecognizer : public Object {
 
     std::string_view className() const override { return kClassName; }
 
-    /// Kept for whoever asks; no delegate operation is sent.
+    /// The delegate is only kept; no operation of it is called.
     void setDelegate(std::weak_ptr<Object> delegate) { delegate_ = std::move(delegate); }
     std::shared_ptr<Object> delegate() const { return delegate_.lock(); }
 
-    /// Sends the action. Called by the view tree when it was tapped.
+    /// Sends the action. The view tree calls it when its view is tapped.
     void fire() {
         if (auto target = target_.lock()) target->perform(action_, this);
     }

@@ -29,7 +29,7 @@ class VEXMORA_EXPORT TextView : public View {
 
     std::string_view className() const override { return kClassName; }
 
-    /// UTF-8; absent is shown as an empty text.
+    /// The text in UTF-8; an absent one is shown as an empty one.
     const std::optional<std::string>& text() const { return text_; }
     void setText(std::optional<std::string> text);
     /// Absent means the device's own font at 12 points.
@@ -37,16 +37,17 @@ class VEXMORA_EXPORT TextView : public View {
     void setFont(std::optional<Font> font);
     Color textColor() const { return textColor_; }
     void setTextColor(Color color);
-    /// What the user may do; the library shows no cursor and takes no keys.
+    /// Whether the user may edit; kept for the host, since the library shows no cursor and takes no
+    /// keys.
     bool isEditable() const { return editable_; }
     void setEditable(bool editable) { editable_ = editable; }
     /// (8, 0, 8, 0) at first.
     EdgeInsets textContainerInset() const { return textContainerInset_; }
     void setTextContainerInset(EdgeInsets inset);
 
-    /// What the text needs within the proposed width, inset and line padding included.
+    /// The size that the text needs within the proposed width, inset and line padding included.
     Size sizeThatFits(Size proposed) override;
-    /// The same within the current width.
+    /// The size that the text needs within the current width.
     Size contentSize();
 
     /// The lines as they lie in the current width. Valid until the view changes.

@@ -109,7 +109,7 @@ std::shared_ptr<Window> View::window() const {
     return parent ? parent->window() : window_.lock();
 }
 
-// A reference of its own: the host may let go of the view meanwhile.
+// The parameter is a reference of its own, because the host may release the view meanwhile.
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
 void View::addSubview(std::shared_ptr<View> view) noexcept {
     view->removeFromSuperview();
@@ -169,7 +169,7 @@ bool View::tap(Point point) noexcept {
 }
 
 void View::setNeedsDisplay() noexcept {
-    // A copy: the presenter may take its callback back from inside.
+    // The callback is copied, because the presenter may take it back from inside.
     if (const auto callback = displayCallback_) callback();
     if (const auto parent = superview()) parent->setNeedsDisplay();
 }

@@ -55,7 +55,7 @@ class VEXMORA_EXPORT View : public Object {
     std::optional<Color> backgroundColor() const { return backgroundColor_; }
     void setBackgroundColor(std::optional<Color> color) noexcept;
 
-    /// Of the corners of the background, in points.
+    /// The radius of the background's corners, in points.
     double cornerRadius() const { return cornerRadius_; }
     void setCornerRadius(double radius) noexcept;
 

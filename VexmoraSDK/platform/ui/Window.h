@@ -9,15 +9,16 @@
 
 namespace VexmoraSDK::platform {
 
-/// What presents screens. Implemented by hosts' screens; main thread only.
+/// An object that presents screens. Hosts implement it; main thread only.
 class VEXMORA_EXPORT ViewController : public Object {
  public:
     static constexpr std::string_view kClassName = "ViewController";
 
     std::string_view className() const override { return kClassName; }
 
-    /// Takes away the screen that this presents, moving when `animated`, then runs `completion`,
-    /// once, on the main thread; also when it presents none, and when it is destroyed meanwhile.
+    /// Dismisses the screen that this presents, with an animation when `animated`, then runs
+    /// `completion`, once, on the main thread; also when it presents none, and when it is destroyed
+    /// meanwhile.
     virtual void dismiss(bool animated, std::function<void()> completion) = 0;
 };
 

@@ -9,7 +9,7 @@ namespace {
 
 class AdFactoryTest : public SdkTest {
  protected:
-    /// What a record needs, and more than that.
+    /// A record with all needed members and some that are ignored.
     static AdRecord record(std::string adTypeId) {
         return {{"adTypeId", std::move(adTypeId)},
                 {"clickUrl", "https://shop.test/"},

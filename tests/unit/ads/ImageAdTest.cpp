@@ -42,7 +42,7 @@ TEST_F(ImageAdTest, AnnouncesItselfOnceItsPictureIsThereAndIsHeldUntilThen) {
     EXPECT_TRUE(watched.expired());
 }
 
-TEST_F(ImageAdTest, ShowsItsPictureToEveryThreadWhileItArrives) {
+TEST_F(ImageAdTest, GivesItsPictureToAnotherThreadWhileItArrives) {
     std::thread reader([&] {
         while (!ad_->image())
             std::this_thread::yield();
@@ -58,7 +58,7 @@ TEST_F(ImageAdDeathTest, StopsWhenAPictureHasNoBody) {
     EXPECT_DEATH(answerWithoutBody(kPicture), kFoundNil);
 }
 
-TEST_F(ImageAdDeathTest, IsNotMadeOfNothing) {
+TEST_F(ImageAdDeathTest, StopsAtTheInitializersWithoutArguments) {
     EXPECT_DEATH(Native(),
                  "^fatal error: use of unimplemented initializer 'init\\(\\)' for class "
                  "'VexmoraSDK.Native'\n");

@@ -12,7 +12,7 @@
 namespace VexmoraSDK {
 namespace {
 
-TEST(ConfigTest, GivesASettingOnlyAsWhatItIs) {
+TEST(ConfigTest, GivesASettingOnlyInItsOwnType) {
     const auto& config = Config::instance();
     EXPECT_EQ(config.settingForKey<std::string>("requestUrlFormat"),
               "https://ads.test/?container=%@&types=%@");
@@ -35,7 +35,7 @@ TEST(ConfigDeathTest, StopsWithoutAReadableSettingsFile) {
                  "^fatal error: could not cast value of type");
 }
 
-TEST(ConfigDeathTest, LeavesAMissingTemplateToTheFirstViewHelper) {
+TEST(ConfigDeathTest, StopsForAMissingTemplateOnlyAtTheFirstAdViewHandler) {
     EXPECT_DEATH(
         {
             readSettingsIn("no-template");

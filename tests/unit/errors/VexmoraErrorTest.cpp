@@ -71,7 +71,7 @@ TEST(VexmoraErrorTest, IsRestoredFromAnArchiveOfAnySize) {
     EXPECT_EQ(archivedAndRestored(error).userInfo(), large);
 }
 
-TEST(VexmoraErrorTest, OutlivesAnyDamageToOneByteOfItsArchive) {
+TEST(VexmoraErrorTest, SurvivesAnyOneChangedByteOfItsArchive) {
     Coder archive;
     VexmoraError(VexmoraErrorCodes::RequestError, Dictionary{{"why", std::string("no route")}})
         .encode(archive);

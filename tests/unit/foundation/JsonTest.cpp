@@ -29,7 +29,7 @@ std::string nested(std::size_t depth) {
     return std::string(depth, '[') + std::string(depth, ']');
 }
 
-TEST(JsonTest, ReadsArraysAndObjectsTheLastOfDuplicateMembersAndAllOfAText) {
+TEST(JsonTest, ReadsArraysObjectsAndWholeTextsAndTheLastOfDuplicateMembers) {
     using namespace std::string_literals;
     EXPECT_EQ(valueOf(R"([1, -2.5, true, null, [], {"a": 1, "a": 3}])"),
               Value(Array{std::int64_t{1}, -2.5, true, Value(), Array(),
@@ -40,7 +40,7 @@ TEST(JsonTest, ReadsArraysAndObjectsTheLastOfDuplicateMembersAndAllOfAText) {
               Value(Array{"a\0b"s, "\U0001F600"s, "/\"\\\n"s, "007"s}));
 }
 
-TEST(JsonTest, TakesNumbersOfAnySizeAndGivesTheNearestInteger) {
+TEST(JsonTest, GivesTheNearestIntegerOfNumbersOfAnySize) {
     constexpr auto kMax = std::numeric_limits<std::int64_t>::max();
     constexpr auto kMin = std::numeric_limits<std::int64_t>::min();
     EXPECT_EQ(integerIn("[9223372036854775807]"), kMax);
@@ -59,7 +59,7 @@ TEST(JsonTest, ReadsNestingOf512AndNoMore) {
     EXPECT_FALSE(valueOf(std::string(1'000'000, '[')));
 }
 
-TEST(JsonTest, RefusesWhatIsNoArrayOrObjectAndWhatOthersLetPass) {
+TEST(JsonTest, RefusesOtherTopLevelsAndSyntaxThatOtherReadersAccept) {
     using namespace std::string_view_literals;
     for (const auto text : {""sv, " "sv, "\xEF\xBB\xBF"sv, "7"sv, "\"text\""sv, "true"sv, "null"sv,
                             "<html></html>"sv, "[1"sv, "[1] 2"sv, "[]\0"sv, "\xFF\xFE["sv})
@@ -70,7 +70,7 @@ TEST(JsonTest, RefusesWhatIsNoArrayOrObjectAndWhatOthersLetPass) {
     }
 }
 
-TEST(JsonTest, TellsWhatIsWrongAndAtWhichByte) {
+TEST(JsonTest, DescribesAnErrorAndGivesItsByteOffset) {
     const auto info = errorInfoOf("[1, oops]");
     EXPECT_FALSE(info.at("NSLocalizedDescription").as<std::string>()->empty());
     EXPECT_THAT(*info.at("NSDebugDescription").as<std::string>(), HasSubstr("4"));

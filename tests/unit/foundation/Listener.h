@@ -7,7 +7,7 @@
 
 namespace VexmoraSDK::platform {
 
-/// Answers "hear:" with whatever a test wants done.
+/// An object that runs an action when it is sent "hear:".
 class Listener : public Object {
  public:
     static constexpr std::string_view kClassName = "Listener";

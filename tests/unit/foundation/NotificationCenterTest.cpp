@@ -36,7 +36,7 @@ class NotificationCenterTest : public testing::Test {
     std::vector<std::string> log_;
 };
 
-TEST_F(NotificationCenterTest, DeliversTheNameAndTheSenderAskedForOncePerSubscriptionInTheirOrder) {
+TEST_F(NotificationCenterTest, DeliversTheSubscribedNameAndSenderOncePerSubscriptionInOrder) {
     const auto choosy = listener("choosy");
     const auto curious = listener("curious");
     subscribe(choosy, "ready", sender_);
@@ -52,11 +52,11 @@ TEST_F(NotificationCenterTest, DeliversTheNameAndTheSenderAskedForOncePerSubscri
     EXPECT_THAT(heard(), IsEmpty());
 }
 
-TEST_F(NotificationCenterTest, HoldsObserversAndSendersWeaklyAndForgetsNobodyElse) {
+TEST_F(NotificationCenterTest, HoldsObserversAndSendersWeaklyAndKeepsAllOtherSubscriptions) {
     const auto survivor = listener("survivor");
     subscribe(survivor, "ready", nullptr);
     subscribe(survivor, "ready", sender_);
-    // Held by the deleter, which goes with the last weak reference.
+    // The deleter holds the trace and is destroyed with the last weak reference.
     const auto trace = std::make_shared<int>();
     const auto mortal = [&trace](Object* object) {
         return std::shared_ptr<Object>(object, [trace](Object* dead) { delete dead; });
@@ -72,7 +72,7 @@ TEST_F(NotificationCenterTest, HoldsObserversAndSendersWeaklyAndForgetsNobodyEls
     EXPECT_THAT(heard(), ElementsAre("survivor hears ready", "survivor hears ready"));
 }
 
-TEST_F(NotificationCenterTest, TellsASenderFromALaterOneAtTheSameAddress) {
+TEST_F(NotificationCenterTest, DistinguishesASenderFromALaterOneAtTheSameAddress) {
     const auto keepInPlace = [](Object*) {};
     const auto place = std::make_unique<Listener>();
     const auto observer = listener("observer");

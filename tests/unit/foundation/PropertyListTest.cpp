@@ -33,14 +33,14 @@ TEST(PropertyListTest, IsAbsentForBytesThatHoldNoDictionary) {
     EXPECT_FALSE(PropertyList::dictionaryWithContentsOfFile("/"));
 }
 
-TEST(PropertyListTest, LeavesNullsOutOfWhatItWrites) {
+TEST(PropertyListTest, WritesNoNulls) {
     const Dictionary holed = {
         {"a", Value()}, {"b", Array{Value(), std::int64_t{1}}}, {"c", Dictionary{{"d", Value()}}}};
     const Dictionary whole = {{"b", Array{std::int64_t{1}}}, {"c", Dictionary()}};
     EXPECT_EQ(PropertyList::dictionary(PropertyList::binary(holed)), whole);
 }
 
-TEST(PropertyListTest, BoundsWhatItGoesDownInto) {
+TEST(PropertyListTest, BoundsTheLevelsThatItReads) {
     const auto nested = [](std::size_t levels) {
         std::string list = "<plist><dict><key>a</key>";
         for (std::size_t i = 0; i < levels; ++i)

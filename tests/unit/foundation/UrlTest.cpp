@@ -16,7 +16,7 @@ TEST(UrlTest, KeepsTheTextByteForByte) {
     }
 }
 
-TEST(UrlTest, RefusesWhatAnAddressMayNotHold) {
+TEST(UrlTest, RefusesCharactersThatAUrlMayNotHold) {
     using namespace std::string_view_literals;
     for (const auto text :
          {""sv, " "sv, "https://a.test/a b"sv, "https://a.test/a|b"sv, "https://a.test/{a}"sv,

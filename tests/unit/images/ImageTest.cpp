@@ -32,13 +32,13 @@ std::string hex(std::uint32_t pixel) {
     return text;
 }
 
-TEST(ImageTest, ShowsWholePicturesAndNoneThatWasCutShort) {
+TEST(ImageTest, DecodesWholePicturesAndNoTruncatedOnes) {
     for (const auto& [name, data] : samplePictures()) {
         const auto image = Image::fromData(data);
         ASSERT_TRUE(image) << name;
         EXPECT_EQ(image->width() + image->height(), 19 + 13) << name;
-        // The last byte of a GIF says only that no frame follows, the last four of a PNG only that
-        // its end is an end.
+        // The last byte of a GIF, its trailer, and the last four of a PNG, a checksum, are not
+        // needed.
         const int unneeded = name.starts_with("GIF") ? 1 : name.starts_with("PNG") ? 4 : 0;
         for (std::ptrdiff_t missing = unneeded + 1; missing <= std::ssize(data); ++missing) {
             EXPECT_FALSE(Image::fromData(without(data, missing)))
@@ -50,7 +50,7 @@ TEST(ImageTest, ShowsWholePicturesAndNoneThatWasCutShort) {
         EXPECT_FALSE(Image::fromData(dataOf(bytes))) << bytes;
 }
 
-TEST(ImageTest, SurvivesOneWrongByteAnywhere) {
+TEST(ImageTest, SurvivesAnyOneChangedByte) {
     for (const auto& [name, data] : samplePictures()) {
         for (std::size_t at = 0; at < data.size(); ++at) {
             for (const std::byte flip : {std::byte{0x01}, std::byte{0x80}, std::byte{0xFF}}) {
@@ -69,7 +69,7 @@ TEST(ImageTest, SurvivesOneWrongByteAnywhere) {
     }
 }
 
-TEST(ImageTest, ConvertsInksAsTheirProgramWroteThem) {
+TEST(ImageTest, ConvertsCmykAsTheProgramThatWroteItMeantIt) {
     for (const bool byAdobe : {false, true}) {
         const auto image = Image::fromData(jpegInInks(byAdobe));
         ASSERT_TRUE(image);
@@ -78,7 +78,7 @@ TEST(ImageTest, ConvertsInksAsTheirProgramWroteThem) {
     }
 }
 
-TEST(ImageTest, TurnsWhatACameraHeldOtherwise) {
+TEST(ImageTest, TurnsAJpegByItsOrientation) {
     const auto& upright = sample("JPEG");
     const auto image = Image::fromData(upright);
     const auto at = [](const Image& of, int x, int y) {
@@ -86,7 +86,7 @@ TEST(ImageTest, TurnsWhatACameraHeldOtherwise) {
     };
     const std::array corners{at(*image, 0, 0), at(*image, 18, 0), at(*image, 0, 12),
                              at(*image, 18, 12)};
-    // Where each orientation puts the corners: the top ones, then those at the bottom.
+    // The upright picture's corners as each orientation shows them, from the top left.
     const std::array<std::array<std::size_t, 4>, 9> expected{{{0, 1, 2, 3},
                                                               {0, 1, 2, 3},
                                                               {1, 0, 3, 2},
@@ -112,7 +112,7 @@ TEST(ImageTest, TurnsWhatACameraHeldOtherwise) {
     }
 }
 
-TEST(ImageTest, ShowsWhatIsOnlyOdd) {
+TEST(ImageTest, DecodesPicturesThatAreOnlyUnusual) {
     const auto shows = [](const Data& data) { return Image::fromData(data) != nullptr; };
     const auto& jpeg = sample("JPEG");
     auto revision = jpeg;
@@ -130,7 +130,7 @@ TEST(ImageTest, ShowsWhatIsOnlyOdd) {
     EXPECT_FALSE(shows(pixels)) << "pixels whose checksum is wrong";
 }
 
-TEST(ImageTest, TakesSixteenMillionPixelsAndSixtyFiveThousandOnASideAndNoMore) {
+TEST(ImageTest, DecodesAtMostSixteenMillionPixelsAndSixtyFiveThousandOnASide) {
     EXPECT_TRUE(Image::fromData(dataOf(plainPicture(4000, 4000))));
     EXPECT_FALSE(Image::fromData(dataOf(plainPicture(4000, 4001))));
 
@@ -152,7 +152,7 @@ TEST(ImageTest, TakesSixteenMillionPixelsAndSixtyFiveThousandOnASideAndNoMore) {
 }
 
 TEST(ImageTest, CountsTheScansOfAJpegBeforeItDecodesThem) {
-    // The first scan of a progressive picture, again and again.
+    // The picture repeats its first scan.
     const auto& jpeg = sample("JPEG, progressive");
     const auto text = textOf(jpeg);
     const auto first = text.find("\xFF\xDA");
@@ -171,14 +171,14 @@ SharedData sharedPicture(unsigned width, unsigned height) {
     return std::make_shared<const Data>(dataOf(plainPicture(width, height)));
 }
 
-TEST(ImageTest, DecodesTheSameBytesOnceAsLongAsThePictureIsShownOrAmongTheLatest) {
+TEST(ImageTest, DecodesSharedBytesOnceWhileThePictureIsShownOrAmongTheLatest) {
     const auto data = sharedPicture(1000, 1000);
     auto shown = Image::fromData(data);
     ASSERT_TRUE(shown);
     EXPECT_EQ(Image::fromData(data), shown);
     EXPECT_NE(Image::fromData(std::make_shared<const Data>(*data)), shown);
 
-    // Two more fit into the 8 MiB of the latest, a third drives the first one out.
+    // Two more fit into the 8 MiB of the latest pictures; a third evicts the first one.
     const std::weak_ptr<const Image> first = shown;
     const std::array others{sharedPicture(500, 1000), sharedPicture(500, 1000),
                             sharedPicture(1000, 1000)};
@@ -191,7 +191,7 @@ TEST(ImageTest, DecodesTheSameBytesOnceAsLongAsThePictureIsShownOrAmongTheLatest
     EXPECT_TRUE(first.expired());
 }
 
-TEST(ImageTest, LetsGoOfPicturesWhoseBytesNobodyKeeps) {
+TEST(ImageTest, ReleasesPicturesWhoseBytesNobodyHolds) {
     auto data = sharedPicture(20, 10);
     const std::weak_ptr<const Image> image = Image::fromData(data);
     EXPECT_FALSE(image.expired());

@@ -8,7 +8,7 @@
 namespace VexmoraSDK {
 namespace {
 
-TEST(RawValuesTest, AreTheServersNumbersAndCountFromOneElsewhere) {
+TEST(RawValuesTest, AreTheServersNumbersForAdTypesAndCountFromOneForTheRest) {
     std::size_t position = 0;
     for (const std::intptr_t number : {1, 14, 15, 77, 79, 83, 84}) {
         const auto adType = adTypeWithRawValue(number).value();

@@ -18,7 +18,7 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-/// A view of the file's author, with an outlet and an action.
+/// A view class of the caller, with an outlet and an action.
 class Panel : public View {
  public:
     explicit Panel(const Coder& coder) : View(coder) {}
@@ -58,7 +58,7 @@ class NibTest : public testing::Test {
 
     static constexpr const char* kFolderVariable = "VEXMORA_NIB_TEST_FOLDER";
 
-    /// A new folder; the process of a death test uses that of its parent, which removes it.
+    /// Makes a folder. The process of a death test uses its parent's, and the parent removes it.
     static std::filesystem::path makeFolder() {
         if (const char* inherited = std::getenv(kFolderVariable)) return inherited;
         std::string path = std::filesystem::temp_directory_path() / "vexmora-XXXXXX";
@@ -93,7 +93,7 @@ TEST_F(NibTest, MakesTheTreeAndConnectsIt) {
     EXPECT_EQ(panel.frame(), (Rect{{1, 2.5}, {200, 100}}));
     EXPECT_EQ(panel.label->text(), "Hello");
 
-    // 12 points beside the button still hit it, 13 do not.
+    // A tap 12 points beside the button hits it, one 13 points beside it does not.
     const auto& button = *panel.subviews().back();
     EXPECT_EQ(button.frame(), (Rect{{166, 14}, {20, 20}}));
     EXPECT_TRUE(panel.tap({198, 24}));
@@ -105,7 +105,7 @@ TEST_F(NibTest, MakesTheTreeAndConnectsIt) {
     EXPECT_EQ(button.frame(), (Rect{{256, 44}, {20, 20}}));
 }
 
-TEST_F(NibTest, StopsAtWhatItDoesNotKnow) {
+TEST_F(NibTest, StopsAtUnknownFilesClassesIdsAndOutlets) {
     EXPECT_DEATH(Nib("Missing", Bundle(folder_)),
                  "^fatal error: could not load the interface file 'Missing'\n");
     EXPECT_DEATH(load("<dict><key>class</key><string>Oval</string></dict>"),

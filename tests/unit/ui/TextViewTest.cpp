@@ -8,7 +8,7 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-/// The default rule: in 12 points every byte is 6 wide, every line 12 high.
+/// In the fake layout at 12 points every byte is 6 wide and every line 12 high.
 class TextViewTest : public testing::Test {
  protected:
     ~TextViewTest() override { FakeTextLayout::measureBy(FakeTextLayout::measureByBytes); }

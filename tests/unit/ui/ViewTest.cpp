@@ -26,7 +26,7 @@ class ViewTest : public testing::Test {
         return view;
     }
 
-    /// From now on `action` is run by taps on the view.
+    /// From now on a tap on the view runs `action`.
     void onTap(View& view, Listener::Action action) {
         listeners_.push_back(std::make_shared<Listener>(std::move(action)));
         view.addGestureRecognizer(
@@ -39,7 +39,7 @@ class ViewTest : public testing::Test {
     std::vector<std::shared_ptr<Listener>> listeners_;
 };
 
-TEST_F(ViewTest, HasOneSuperviewAtATimeAndIsItsFrontmostView) {
+TEST_F(ViewTest, HasOneSuperviewAndIsAddedAsItsFrontmostSubview) {
     const auto other = View::create();
     const auto first = addView(*root_, {});
     const auto second = addView(*root_, {});
@@ -56,7 +56,7 @@ TEST_F(ViewTest, HasOneSuperviewAtATimeAndIsItsFrontmostView) {
     EXPECT_EQ(second->superview(), nullptr);
 }
 
-TEST_F(ViewTest, FindsTheDeepestAndFrontmostViewUnderAPointButNoPicture) {
+TEST_F(ViewTest, HitTestsTheDeepestFrontmostViewAndLooksThroughPictures) {
     const auto rear = addView(*root_, {{10, 10}, {50, 50}});
     const auto front = addView(*root_, {{40, 40}, {50, 50}});
     const auto deep = addView(*rear, {{20, 20}, {10, 10}});
@@ -97,7 +97,7 @@ TEST_F(ViewTest, MayBeReleasedByTheTapOnIt) {
     EXPECT_EQ(root_, nullptr);
 }
 
-TEST_F(ViewTest, TellsThePresenterOfTheTreeThatSomethingIsToBePainted) {
+TEST_F(ViewTest, TellsThePresenterOfTheTreeAboutEveryVisibleChange) {
     const auto view = addView(*root_, {});
     const auto deep = View::create();
     const auto text = TextView::create({});

@@ -9,7 +9,7 @@ namespace VexmoraSDK {
 /// A host that logs every operation of its delegate.
 class AdViewTest : public SdkTest {
  protected:
-    /// What the host does when it hears something, besides logging it.
+    /// What the host does in each operation, besides logging it.
     using Reaction = std::function<void()>;
 
     std::shared_ptr<VexmoraDelegate> host(const Reaction& reaction = [] {}) {
@@ -36,7 +36,7 @@ class AdViewTest : public SdkTest {
         });
     }
 
-    /// Where a view asks for its ad.
+    /// The URL of a view's ad request.
     static std::string adUrl(const std::string& containerId, const std::string& types) {
         return "https://ads.test/?container=" + containerId + "&types=" + types;
     }

@@ -24,14 +24,14 @@ class VexmoraBannerViewTest : public AdViewTest {
  protected:
     VexmoraBannerViewTest() { view_->setDelegate(host()); }
 
-    /// Asks for the ad of a placement.
+    /// Requests the ad of a container.
     void ask(const std::string& placement) { view_->setContainerId(placement); }
 
     static std::string placementUrl(const std::string& placement) {
         return adUrl(placement, "77,83,84");
     }
 
-    /// The server has an ad, with this picture, for a placement.
+    /// Answers the request for a container with an ad that has this picture.
     static void serveAd(const std::string& placement, std::string_view picture) {
         serve(placementUrl(placement), "[" + bannerAd(picture) + "]");
     }
@@ -40,14 +40,14 @@ class VexmoraBannerViewTest : public AdViewTest {
         serve("https://cdn.test/" + picture, plainPicture(width, height));
     }
 
-    /// All of it, up to the drawn ad.
+    /// Runs a request until its ad is drawn.
     void showAd() {
         ask("home");
         serveAd("home", "a");
         servePicture("a", 320, 50);
     }
 
-    /// Something whose end is logged.
+    /// An object whose destruction is logged.
     std::shared_ptr<void> witness(const char* end) {
         return {nullptr, [this, end](void*) { hear(end); }};
     }
@@ -60,7 +60,7 @@ class VexmoraBannerViewTest : public AdViewTest {
 
     bool tapView() { return view_->tap({5, 5}); }
 
-    /// Something that a host hears of, once an ad is shown.
+    /// An event after an ad is shown, and the operations by which the host hears of it.
     struct Occasion {
         std::function<void()> arise;
         std::vector<std::string> heard;
@@ -86,7 +86,7 @@ class VexmoraBannerViewTest : public AdViewTest {
         VexmoraBannerView::create(Rect{{10, 20}, {320, 100}});
 };
 
-TEST_F(VexmoraBannerViewTest, TakesTheSizeOfItsPictureAndKeepsItsPlaceBeforeItsHostHears) {
+TEST_F(VexmoraBannerViewTest, TakesTheSizeOfItsPictureAtItsOriginBeforeTheDelegateIsCalled) {
     EXPECT_FALSE(tapView());
     drain();
     EXPECT_THAT(requests(), IsEmpty());
@@ -107,7 +107,7 @@ TEST_F(VexmoraBannerViewTest, TakesTheSizeOfItsPictureAndKeepsItsPlaceBeforeItsH
     EXPECT_THAT(requests(), ElementsAre(placementUrl("home"), "https://cdn.test/a"));
 }
 
-TEST_F(VexmoraBannerViewTest, TellsWhatFailsButForItsPictureAndCanAskAgain) {
+TEST_F(VexmoraBannerViewTest, ReportsEveryFailureButThatOfItsPictureAndCanRequestAgain) {
     ask("home");
     fail(placementUrl("home"), {{{"NSLocalizedDescription", std::string("no such host")}}});
     ask("home");
@@ -137,7 +137,7 @@ TEST_F(VexmoraBannerViewTest, TellsWhatFailsButForItsPictureAndCanAskAgain) {
     EXPECT_THAT(heard(), ElementsAre("didReceiveAd"));
 }
 
-TEST_F(VexmoraBannerViewTest, KeepsTheFirstAdOfTheAnswerThatComesLastAndLoadsThePicturesOfAll) {
+TEST_F(VexmoraBannerViewTest, KeepsTheFirstAdOfTheLatestResponseAndLoadsThePicturesOfAll) {
     ask("home");
     ask("home");
     ask("more");
@@ -175,7 +175,7 @@ TEST_F(VexmoraBannerViewTest, DrawsTheAdThatItHoldsInFrontOfFormerOnesAndOpensIt
     EXPECT_THAT(heard(), ElementsAre("willLeaveApplication", "opens https://shop.test/d"));
 }
 
-TEST_F(VexmoraBannerViewTest, HearsOfNoOtherViewsAd) {
+TEST_F(VexmoraBannerViewTest, DrawsNothingWhenThePictureOfAnotherViewArrives) {
     const auto other = VexmoraBannerView::create();
     other->setContainerId("other");
     serveAd("other", "b");
@@ -187,7 +187,7 @@ TEST_F(VexmoraBannerViewTest, HearsOfNoOtherViewsAd) {
     EXPECT_EQ(other->subviews().size(), 1U);
 }
 
-TEST_F(VexmoraBannerViewTest, NeedsNoHost) {
+TEST_F(VexmoraBannerViewTest, NeedsNoDelegate) {
     for (const auto& nobody :
          {std::shared_ptr<VexmoraDelegate>(), std::make_shared<VexmoraDelegate>()}) {
         view_->setDelegate(nobody);
@@ -198,7 +198,7 @@ TEST_F(VexmoraBannerViewTest, NeedsNoHost) {
     }
 }
 
-TEST_F(VexmoraBannerViewTest, LetsItsHostLeaveFromInsideEveryOperation) {
+TEST_F(VexmoraBannerViewTest, LetsTheHostClearDelegateAndAdInsideEveryOperation) {
     for (const auto& occasion : occasions()) {
         view_->setDelegate(nullptr);
         showAd();
@@ -211,7 +211,7 @@ TEST_F(VexmoraBannerViewTest, LetsItsHostLeaveFromInsideEveryOperation) {
     }
 }
 
-TEST_F(VexmoraBannerViewTest, MayBeReleasedFromInsideEveryOperation) {
+TEST_F(VexmoraBannerViewTest, MayBeReleasedInsideEveryOperation) {
     for (const auto& [arise, heardFirst, heardByAHostThatStays] : occasions()) {
         view_ = VexmoraBannerView::create();
         showAd();
@@ -224,7 +224,7 @@ TEST_F(VexmoraBannerViewTest, MayBeReleasedFromInsideEveryOperation) {
     }
 }
 
-TEST_F(VexmoraBannerViewTest, DiesOnTheMainThreadLikeItsHostWhenABackgroundThreadHeldItLast) {
+TEST_F(VexmoraBannerViewTest, IsDestroyedOnTheMainThreadLikeItsDelegateWhoeverHeldItLast) {
     view_->setDelegate(mortalHost([this] { view_->setDelegate(nullptr); }));
     ask("home");
     fail(placementUrl("home"));
@@ -241,7 +241,7 @@ TEST_F(VexmoraBannerViewTest, DiesOnTheMainThreadLikeItsHostWhenABackgroundThrea
     EXPECT_THAT(heard(), UnorderedElementsAre("view dies", "host dies"));
 }
 
-TEST_F(VexmoraBannerViewTest, LetsTheHostChangeWhileARequestFails) {
+TEST_F(VexmoraBannerViewTest, LetsTheDelegateBeReplacedWhileARequestFails) {
     constexpr int kRounds = 50;
     for (int round = 0; round < kRounds; ++round) {
         ask("home");
@@ -254,7 +254,7 @@ TEST_F(VexmoraBannerViewTest, LetsTheHostChangeWhileARequestFails) {
 
 using VexmoraBannerViewDeathTest = VexmoraBannerViewTest;
 
-TEST_F(VexmoraBannerViewDeathTest, StopsAtWhatMakesNoAdAndAtATapWithoutOne) {
+TEST_F(VexmoraBannerViewDeathTest, StopsAtRecordsThatMakeNoAdAndAtATapWithoutAnAd) {
     EXPECT_DEATH(view_->perform("handleTap:", nullptr), kFoundNil);
     ask("home");
     EXPECT_DEATH(serve(placementUrl("home"), "[" + bannerAd("a") + ",{}]"), kFoundNil);

@@ -76,7 +76,7 @@ TEST_F(VexmoraInterstitialViewTest, KeepsTheFirstOfSeveralAds) {
     EXPECT_EQ(view_->ad()->adType(), VexmoraAdType::mediumRectangle);
 }
 
-TEST_F(VexmoraInterstitialViewTest, ReportsNoFillOnceForWhateverHoldsNoAd) {
+TEST_F(VexmoraInterstitialViewTest, ReportsNoFillOnceForAnyResponseWithoutAnAd) {
     for (const auto* body : {"[]", "", "<html>"}) {
         serve(kAds, body);
         EXPECT_THAT(heard(), ElementsAre("didHaveError 5")) << body;

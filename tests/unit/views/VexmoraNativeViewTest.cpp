@@ -109,7 +109,7 @@ TEST_F(VexmoraNativeViewTest, OpensItsAddressWhereverItIsTapped) {
     }
 }
 
-TEST_F(VexmoraNativeViewTest, ReportsAPictureThatIsNoneAndAnAdThatIsGone) {
+TEST_F(VexmoraNativeViewTest, ReportsAnUndecodablePictureAndAMissingAd) {
     receiveAd();
     serve("https://cdn.test/a", "no picture");
     EXPECT_THAT(heard(), ElementsAre("didHaveError 7"));

@@ -14,8 +14,8 @@ using testing::IsEmpty;
 
 class VexmoraViewFactoryTest : public AdViewTest {
  protected:
-    /// That `view` is a `View`, wired to the host, and that exactly one request, for these types
-    /// and the placement "home", is under way.
+    /// Expects that `view` is a `View` with the host's delegate, and that exactly one request, for
+    /// these types and the container "home", is under way.
     template <class View>
     void expect(const std::shared_ptr<VexmoraView>& view, const std::string& types) {
         ASSERT_TRUE(std::dynamic_pointer_cast<View>(view)) << types;
@@ -41,14 +41,14 @@ TEST_F(VexmoraViewFactoryTest, MakesTheViewOfASize) {
     expect<VexmoraBannerView>(create("468x60"), "84");
 }
 
-TEST_F(VexmoraViewFactoryTest, RefusesAnUnknownSizeWithoutAWord) {
+TEST_F(VexmoraViewFactoryTest, RefusesAnUnknownSizeSilently) {
     for (const auto* size : {"", "320X60", "320x50"})
         EXPECT_FALSE(create(size)) << size;
     EXPECT_THAT(requests(), IsEmpty());
     EXPECT_THAT(heard(), IsEmpty());
 }
 
-TEST_F(VexmoraViewFactoryTest, MakesAViewOfAKindForAllThatItCanShow) {
+TEST_F(VexmoraViewFactoryTest, MakesAViewOfAKindForAllItsAdTypes) {
     expect<VexmoraBannerView>(create(VexmoraViewType::banner), "77,83,84");
     expect<VexmoraInterstitialView>(create(VexmoraViewType::interstitial), "15,14");
     expect<VexmoraNativeView>(create(VexmoraViewType::native), "1");
@@ -84,7 +84,7 @@ TEST_F(VexmoraViewFactoryTest, ReportsAnAdTypeThatNoViewShowsOnAViewMadeForThat)
     EXPECT_THAT(requests(), IsEmpty());
 }
 
-TEST_F(VexmoraViewFactoryTest, NeedsNoHost) {
+TEST_F(VexmoraViewFactoryTest, NeedsNoDelegate) {
     const auto view = VexmoraViewFactory::createView("home", VexmoraAdType::banner);
     ASSERT_TRUE(view);
     EXPECT_EQ(view->delegate(), nullptr);
