@@ -34,7 +34,7 @@ void Native::render(InternalAdView& view) {
     picture->setFrame({{0, 0}, {132, 99}});
     picture->setContentMode(platform::ContentMode::scaleAspectFit);
 
-    // Where a text is asked to be is not where it ends up: the view fits and stacks it.
+    // These frames are not final, because the view fits and stacks the texts as they are added.
     const auto& titleFont = Utils::nativeTitleFont;
     const auto title = handler.addTextView(view, {{135, 0}, {188, 20}}, titleFont, title_);
     title->setTextColor(titleFont.color);

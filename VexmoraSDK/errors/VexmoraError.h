@@ -28,7 +28,7 @@ class VEXMORA_EXPORT VexmoraError : public platform::Error {
                               std::optional<platform::Dictionary> userInfo);
 };
 
-/// How an operation that can fail tells of it.
+/// The callback by which an operation reports that it has failed.
 using ErrorCallback = std::function<void(const VexmoraError& error)>;
 
 }  // namespace VexmoraSDK

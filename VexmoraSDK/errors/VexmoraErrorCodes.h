@@ -11,15 +11,15 @@ namespace VexmoraSDK {
 enum class VexmoraErrorCodes : std::intptr_t {
     /// A native view had no ad when it was to be drawn. Ask again, once.
     UnknownError = 1,
-    /// The answer was no JSON or an empty list; followed by `NoFill`. Ask again later.
+    /// The response was not JSON or was an empty list; followed by `NoFill`. Ask again later.
     ParsingError = 2,
-    /// The ad server was not reached or its answer was cut short. Ask again when the
-    /// network is back.
+    /// The ad server was not reached or its response was truncated. Ask again when the network is
+    /// back.
     RequestError = 3,
     /// No view shows ads of the type that the host asked for. Do not ask again.
     InvalidAdTypeError = 4,
-    /// The server had no ad, or its answer could not be read. Ask again later, or show
-    /// something else.
+    /// The server had no ad, or its response could not be read. Ask again later, or show something
+    /// else.
     NoFill = 5,
     /// Defined for hosts; the library never reports it.
     InvalidViewTypeError = 6,

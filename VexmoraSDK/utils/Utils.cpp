@@ -3,8 +3,8 @@
 
 #include <utility>
 
-// Reading an answer and building its models need each other: the only place where this folder looks
-// up to `ads/`.
+// Reading a response and building its models need each other. Nothing else in this folder includes
+// `ads/`.
 #include "VexmoraSDK/ads/AdFactory.h"
 #include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/platform/foundation/Json.h"

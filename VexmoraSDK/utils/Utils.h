@@ -17,7 +17,7 @@
 
 namespace VexmoraSDK {
 
-/// One ad of the server's answer: its numbers and strings, all as text, under their member names.
+/// One ad of the server's response: its numbers and strings, all as text, under their member names.
 using AdRecord = std::map<std::string, std::string, std::less<>>;
 
 /// Fetching and reading ads, and the constants of the views.
@@ -31,21 +31,21 @@ class Utils {
     };
 
     /// Gets the body at `url` with one GET. Calls exactly one of the callbacks, once, on a
-    /// background thread, after it has returned: `completion` with the body for any HTTP answer,
+    /// background thread, after it has returned: `completion` with the body for any HTTP response,
     /// whatever its status, `errorCallback` with a `RequestError` when the transfer failed.
     static void getDataFromUrl(const platform::Url& url,
                                std::function<void(platform::SharedData)> completion,
                                ErrorCallback errorCallback,
                                platform::TaskPriority priority = platform::TaskPriority::normal);
 
-    /// The records of an answer; none when it is no JSON. An answer that is JSON but no array of
-    /// objects is a fatal stop.
+    /// The records of a response; none when it is not JSON. JSON that is no array of objects is a
+    /// fatal stop.
     static std::vector<AdRecord> parseAdJson(const platform::Data& data);
 
-    /// Builds a model from every record of an answer, which starts the loading of every picture,
-    /// and gives the first; absent, after a `ParsingError` through `errorCallback`, when the answer
-    /// is no JSON or holds no ad. `T` is `Banner` or `Native`. A record that makes no `T` is a
-    /// fatal stop. Main thread.
+    /// Builds a model from every record of a response, which starts the loading of every picture,
+    /// and gives the first; absent, after a `ParsingError` through `errorCallback`, when the
+    /// response is not JSON or holds no ad. `T` is `Banner` or `Native`. A record that makes no `T`
+    /// is a fatal stop. Main thread.
     template <class T>
     static std::shared_ptr<T> getAdFromJson(const platform::Data& data,
                                             const ErrorCallback& errorCallback);

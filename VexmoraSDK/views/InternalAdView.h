@@ -62,7 +62,7 @@ class VEXMORA_EXPORT InternalAdView : public VexmoraView {
 
  protected:
     /// A view with a frame, or as the coder of an interface file describes it. `allowedAdTypes`
-    /// outlives the view; `adTypes` is what the view asks for at first.
+    /// outlives the view; `adTypes` are those that the view requests at first.
     template <class FrameOrCoder>
     InternalAdView(const FrameOrCoder& description, VexmoraViewType viewType,
                    const std::vector<VexmoraAdType>& allowedAdTypes,

@@ -16,7 +16,7 @@ class Button;
 class VEXMORA_EXPORT VexmoraInterstitialView : public InternalAdView {
  public:
     static constexpr std::string_view kClassName = "VexmoraSDK.VexmoraInterstitialView";
-    /// `leaderboard`, `mediumRectangle`. Until it is told otherwise a view asks for the types of a
+    /// `leaderboard`, `mediumRectangle`. A view whose `adTypes` were not set requests those of a
     /// banner view.
     static const std::vector<VexmoraAdType>& allowedAdTypes();
 
@@ -39,7 +39,8 @@ class VEXMORA_EXPORT VexmoraInterstitialView : public InternalAdView {
 
     void containerSetCallback() override;
     /// The close button was tapped: tells the host, has the window's root view controller dismiss
-    /// the screen, and tells the host again once it has gone. In no window only the first.
+    /// the screen, and tells the host again once it has gone. Without a window only the first
+    /// happens.
     void handleCloseTap();
 
     void setOutlet(std::string_view outlet, const std::shared_ptr<Object>& object) override;

@@ -18,7 +18,7 @@ class VEXMORA_EXPORT VexmoraView : public platform::View {
  public:
     using View::View;
 
-    /// The raw values of the ad types that the view asks for, in the order of the request.
+    /// The raw values of the ad types that the view requests, in the order of the request.
     virtual const std::vector<std::intptr_t>& adTypes() const = 0;
     virtual void setAdTypes(std::vector<std::intptr_t> adTypes) noexcept = 0;
 

@@ -11,7 +11,7 @@ namespace VexmoraSDK::platform {
 /// A buffer of bytes.
 using Data = std::vector<std::byte>;
 
-/// Bytes that several hold and nobody changes; null where there are none.
+/// Immutable bytes that several may hold; null without a body.
 using SharedData = std::shared_ptr<const Data>;
 
 /// The bytes as text, without a copy. Valid while `data` is.

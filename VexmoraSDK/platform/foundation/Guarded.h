@@ -16,7 +16,7 @@ class Guarded {
         return pointer_;
     }
 
-    /// What was held before is let go after the lock.
+    /// The former pointer is released after the lock.
     void set(std::shared_ptr<T> pointer) {
         const std::lock_guard lock(mutex_);
         pointer_.swap(pointer);

@@ -23,7 +23,7 @@ class VEXMORA_EXPORT Object : public std::enable_shared_from_this<Object> {
     /// The name that fatal reports give this object's class.
     virtual std::string_view className() const { return kClassName; }
 
-    /// What tells this object from others of its class in fatal reports; may be empty.
+    /// What distinguishes this object from others of its class in fatal reports; may be empty.
     virtual std::string fatalDetail() const { return {}; }
 
     /// Runs the method of that name on the calling thread. `argument` may be absent. A selector
@@ -37,8 +37,8 @@ class VEXMORA_EXPORT Object : public std::enable_shared_from_this<Object> {
  protected:
     using Method = void (*)(Object& self, Object* argument);
 
-    /// The method that answers `selector`, or absent. An override asks its base class for what it
-    /// does not answer itself.
+    /// The method that answers `selector`, or null. An override calls that of its base class for
+    /// the selectors that it does not answer itself.
     virtual Method method(std::string_view selector) const;
 
     /// This object as the `T` that it is. One that no `std::shared_ptr` holds is a fatal stop.

@@ -218,7 +218,7 @@ Value valueFrom(plist_t node, int levels) {
     }
 }
 
-/// libplist tells of a lack of memory with a null.
+/// libplist returns a null node when it lacks memory.
 plist_t made(plist_t node) {
     if (!node) throw std::bad_alloc();
     return node;

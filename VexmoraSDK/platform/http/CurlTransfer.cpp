@@ -157,7 +157,7 @@ bool CurlTransfer::follow() {
     url_ = next;
     set(CURLOPT_URL, url_.c_str());
     set(CURLOPT_TIMEOUT_MS, static_cast<long>(milliseconds));
-    // The request headers are for the host that was asked.
+    // The request headers are meant for the first host.
     set(CURLOPT_HTTPHEADER, nullptr);
     headIsComplete_ = false;
     response_ = {};

@@ -106,8 +106,7 @@ void Fetch::complete() {
     callback(std::move(body), UrlResponse{response.status}, std::nullopt);
 }
 
-/// Some servers name as the encoding what is none, a charset for instance; such a body is taken as
-/// it is.
+/// A body in an encoding of another name is taken as it is: some servers name a charset, say.
 void Fetch::decodeBody() {
     const auto encodings = response.headers.combined("Content-Encoding");
     const auto times = std::ranges::count_if(listElements(encodings), isGzip);

@@ -51,7 +51,7 @@ class HttpCache {
     Response find(const Url& url, Time now);
 
     /// Stores the response if its policy allows it and is of use, in place of the one before, which
-    /// goes in any case. Where memory lacks it is not stored.
+    /// goes in any case. Without memory it is not stored.
     void store(const Url& url, const CachePolicy& policy, const SharedData& body,
                Times times) noexcept;
 

@@ -14,7 +14,7 @@ namespace VexmoraSDK::platform {
 ///
 /// A thread that takes longer is left behind: nobody knows how long a host's callback waits. So
 /// nothing else of the library is ever destroyed (`NoDestructor`), and threads find it whole until
-/// the process is gone. A process that was forked off has none of the threads, and ends nothing.
+/// the process is gone. A forked child has none of the threads, and ends nothing.
 ///
 /// `prepareProcessExit` has all this come about. It is called once, after TLS was set up and before
 /// the session has its first thread.

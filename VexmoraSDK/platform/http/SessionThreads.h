@@ -79,7 +79,7 @@ class SessionThreads {
     std::size_t completing_ = 0;
     std::size_t following_ = 0;
     bool hasLeader_ = false;
-    /// Whether somebody has been notified since the last turn began.
+    /// Whether a thread has been notified to lead since the last turn began.
     bool leaderIsNotified_ = false;
     bool stopped_ = false;
 };

@@ -24,7 +24,7 @@ struct UrlResponse {
 };
 
 /// One GET, made by `UrlSession::dataTask`. A resumed task lives until its completion has run,
-/// whether or not somebody holds it.
+/// whether or not it is held elsewhere.
 class UrlSessionTask {
  public:
     explicit UrlSessionTask(std::shared_ptr<Fetch> fetch) : fetch_(std::move(fetch)) {}
@@ -41,9 +41,9 @@ class UrlSessionTask {
 /// Fetches addresses over HTTP and HTTPS. Owns its limits, its cache and its threads.
 class UrlSession {
  public:
-    /// Called once per resumed task, on a delivery thread of the session, never from inside
-    /// `resume`; what it holds is let go there right afterwards. With an error, body and response
-    /// are absent; otherwise both are present, the body of a response without one being empty.
+    /// Called once per resumed task, on a delivery thread of the session, never inside `resume`,
+    /// and destroyed on that thread right afterwards. With an error, body and response are absent;
+    /// otherwise both are present, the body of a response without one being empty.
     using Completion = std::function<void(SharedData body, std::optional<UrlResponse> response,
                                           std::optional<Error> error)>;
 

@@ -84,7 +84,7 @@ class VEXMORA_EXPORT View : public Object {
     /// are read from right to left; set by the presenter on the root view.
     void setMirrored(bool mirrored) noexcept;
 
-    /// The window that the tree is shown in; absent when it is in none.
+    /// The window that shows the tree; absent without one.
     std::shared_ptr<Window> window() const;
     /// Set by a presenter on the root view.
     void setWindow(std::weak_ptr<Window> window) { window_ = std::move(window); }
@@ -95,7 +95,8 @@ class VEXMORA_EXPORT View : public Object {
     }
 
     /// The deepest view under `point`, which is in this view's own coordinates, the frontmost
-    /// first; absent when there is none. Views that take no touches are looked through.
+    /// first; absent when there is none. Views that take no touches are skipped with all below
+    /// them.
     std::shared_ptr<View> hitTest(Point point) noexcept;
     /// A tap at `point`, in this view's own coordinates: fires one recogniser of the deepest view
     /// under it that has any, once. Called by presenters. Whether one was fired.
@@ -104,7 +105,7 @@ class VEXMORA_EXPORT View : public Object {
     /// Tells the presenter of this tree that it must be painted again.
     void setNeedsDisplay() noexcept;
     /// Called whenever this view or one below it must be painted again or has another frame. Set on
-    /// the root view by its presenter; absent for none.
+    /// the root view by its presenter; may be empty.
     void setDisplayCallback(std::function<void()> callback) {
         displayCallback_ = std::move(callback);
     }
