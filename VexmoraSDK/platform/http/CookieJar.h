@@ -10,8 +10,8 @@
 
 namespace VexmoraSDK::platform {
 
-/// The cookies of all transfers, in memory. libcurl bounds what one response may set; this bounds
-/// what there is in all. On one thread at a time.
+/// The cookies of all transfers, in memory. libcurl bounds the cookies that one response may set,
+/// and this class bounds the number of all. On one thread at a time.
 class CookieJar {
  public:
     /// The handle by which transfers share cookies; null without memory, and each has its own then.
@@ -23,7 +23,7 @@ class CookieJar {
 
  private:
     CURLSH* share_ = nullptr;
-    std::map<std::string, std::uint64_t> ages_;  // numbers, in the order of first sight
+    std::map<std::string, std::uint64_t> ages_;  // in the order of first sight
     std::uint64_t last_ = 0;
 };
 

@@ -5,13 +5,15 @@
 
 namespace VexmoraSDK::platform {
 
-/// The descriptors that the next calls will get. libcurl opens pairs of sockets for itself, to be
-/// woken up and while it resolves a name, and cannot be asked to keep them from the programs that
-/// the host starts; so it is done here, right behind it. Other threads may be faster to get some,
-/// so more than two are looked at; what is no local socket, or was one before, is left alone.
+/// Keeps libcurl's pairs of sockets, by which it is woken up and resolves names, from the programs
+/// that the host starts; libcurl has no option for that. It remembers which descriptors libcurl
+/// will get next, and sets close-on-exec afterwards. More than two are looked at, because other
+/// threads may take some; a descriptor that is no local socket, or was one before, is left alone.
 class NextDescriptors {
  public:
+    /// Made right before libcurl opens a pair.
     NextDescriptors();
+    /// Called right after it.
     void closeOnExec() const;
 
  private:

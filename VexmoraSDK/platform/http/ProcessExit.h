@@ -16,8 +16,8 @@ namespace VexmoraSDK::platform {
 /// nothing else of the library is ever destroyed (`NoDestructor`), and threads find it whole until
 /// the process is gone. A forked child has none of the threads, and ends nothing.
 ///
-/// `prepareProcessExit` has all this come about. It is called once, after TLS was set up and before
-/// the session has its first thread.
+/// Registers the handler that does all this. Called once, after TLS was set up and before the
+/// session has its first thread.
 void prepareProcessExit();
 
 }  // namespace VexmoraSDK::platform

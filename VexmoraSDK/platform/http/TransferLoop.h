@@ -15,8 +15,8 @@
 
 namespace VexmoraSDK::platform {
 
-/// Moves the bytes of all transfers, with libcurl. What libcurl holds is kept for good, because
-/// letting go of it would wait for names that are being resolved.
+/// Moves the bytes of all transfers, with libcurl. Its multi handle is never cleaned up, because
+/// that would wait for names that are being resolved.
 class TransferLoop {
  public:
     explicit TransferLoop(const UrlSessionLimits& limits) : limits_(limits) {}
@@ -32,7 +32,8 @@ class TransferLoop {
 
     /// Begins these transfers, but for those whose response was stored while they waited, and moves
     /// bytes; where no transfer ends by that, waits for more bytes or for `wake`. Returns those
-    /// that ended, each once, with their outcomes. On one thread at a time.
+    /// that ended, each once, with their outcomes. Where others wait for a place, idle connections
+    /// are kept for them. On one thread at a time.
     Fetches turn(Fetches starting, bool othersWait);
 
     /// Whether transfers are in flight. Between turns.
