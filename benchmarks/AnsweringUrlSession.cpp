@@ -13,7 +13,7 @@
 
 namespace VexmoraSDK::platform {
 
-struct UrlSessionTask::Fetch {
+struct Fetch {
     Url url;
     UrlSession::Completion completion;
 };
@@ -35,7 +35,6 @@ UrlSession& UrlSession::shared() {
 }
 
 UrlSessionTask UrlSession::dataTask(Url url, Completion completion, TaskPriority) {
-    using Fetch = UrlSessionTask::Fetch;
     return UrlSessionTask(std::make_shared<Fetch>(Fetch{std::move(url), std::move(completion)}));
 }
 

@@ -7,6 +7,9 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QImageReader>
 #include <QtGui/QPainter>
+#include <QtQml/QQmlComponent>
+#include <QtQml/QQmlEngine>
+#include <QtQuick/QQuickWindow>
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -22,6 +25,8 @@
 #include "VexmoraSDK/platform/foundation/NotificationCenter.h"
 #include "VexmoraSDK/platform/qt/ViewPainter.h"
 #include "VexmoraSDK/presenting/AdSlot.h"
+#include "VexmoraSDK/quick/Accessibility.h"
+#include "VexmoraSDK/quick/VexmoraAdItem.h"
 #include "VexmoraSDK/views/AdViewHandler.h"
 #include "VexmoraSDK/views/VexmoraNativeView.h"
 #include "benchmarks/AdKind.h"
@@ -87,6 +92,55 @@ void showAdInSlot(const AdKind& kind) {
     runUntil([&] { return received; });
 }
 
+/// An ad in a scene of Qt Quick, from the making of its item until it is painted. The window is not
+/// shown, so that one frame is painted, and no other for an item that has no ad yet.
+class SceneAd {
+ public:
+    SceneAd() {
+        // As in an app, whose pages import QtQuick.
+        QQmlComponent(&engine_).setData("import QtQuick\nItem {}", QUrl());
+        window_.resize(320, 60);
+    }
+
+    /// A view of the factory's, in an item that is a link to screen readers and nothing else.
+    void showView(const AdKind& kind) {
+        struct Link : ViewItem {
+            explicit Link(QQuickItem* parent) : ViewItem(parent) { updateAccessibility(); }
+            using ViewItem::show;
+            void updateAccessibility() override {
+                if (auto* link = makeAccessible(this, QAccessible::Link,
+                                                translated("Advertisement"), {this, "press()"}))
+                    link->setProperty("focusable", activeFocusOnTab());
+            }
+        } item(window_.contentItem());
+        bool received = false;
+        auto delegate = std::make_shared<VexmoraDelegate>();
+        delegate->didReceiveAd = [&](VexmoraView&) { received = true; };
+        item.show(kind.createView(std::move(delegate)));
+        runUntil([&] { return received; });
+        item.updateAccessibility();
+        paint(item);
+    }
+
+    /// An item that asks for the ad and sees to it.
+    void showItem(const AdKind& kind) {
+        VexmoraAdItem item(window_.contentItem());
+        item.setContainerId(QString::fromStdString(kind.container));
+        item.setAdType(int(kind.adType));
+        runUntil([&] { return item.status() == Vexmora::Status::Ready; });
+        paint(item);
+    }
+
+ private:
+    void paint(QQuickItem& item) {
+        item.setSize({item.implicitWidth(), item.implicitHeight()});
+        window_.grabWindow();
+    }
+
+    QQmlEngine engine_;
+    QQuickWindow window_;
+};
+
 Operation painting(std::string name, const AdKind& kind, int scale) {
     const auto view = showAd(kind);
     const auto [width, height] = view->frame().size;
@@ -151,6 +205,9 @@ std::vector<Operation> operations(const std::string& pictures) {
         all.push_back({"whole ad: " + std::string(kind.name), [&kind] { showAd(kind); }});
     }
     all.push_back({"whole ad in a slot: banner", [&banner] { showAdInSlot(banner); }});
+    const auto scene = std::make_shared<SceneAd>();
+    all.push_back({"banner in a scene, view", [&banner, scene] { scene->showView(banner); }});
+    all.push_back({"banner in a scene, item", [&banner, scene] { scene->showItem(banner); }});
     for (const auto& [name, bytes] : creatives) {
         all.push_back(
             {"decode: " + std::string(name),

@@ -57,14 +57,12 @@ inline int seconds(AdSlot::Duration duration) {
     return int(std::chrono::floor<std::chrono::seconds>(duration).count());
 }
 
-/// Sets one of the times of a presenter's slot, and tells when it is another.
-template <class Presenter>
-void setSeconds(Presenter* presenter, AdSlot::Duration (AdSlot::*get)() const,
-                void (AdSlot::*set)(AdSlot::Duration), int value, void (Presenter::*changed)()) {
-    AdSlot& slot = presenter->slot();
+/// Sets one of a slot's times. Returns whether it is another.
+inline bool setSeconds(AdSlot& slot, AdSlot::Duration (AdSlot::*get)() const,
+                       void (AdSlot::*set)(AdSlot::Duration), int value) {
     const int before = seconds((slot.*get)());
     (slot.*set)(std::chrono::seconds(value));
-    if (seconds((slot.*get)()) != before) Q_EMIT(presenter->*changed)();
+    return seconds((slot.*get)()) != before;
 }
 
 /// Has a timer go off when the slot wants to be woken next.
@@ -80,8 +78,8 @@ inline void arm(QTimer& timer, const AdSlot& slot) {
 /// until that happens.
 template <class Presenter, class Announce>
 AdSlot::Delegate delegateOf(Presenter* presenter, Announce announce) {
-    const auto tells = [presenter](void (Presenter::*signal)()) {
-        return [presenter, signal](VexmoraView&) { Q_EMIT(presenter->*signal)(); };
+    const auto tells = [announce](void (Presenter::*signal)()) {
+        return [announce, signal](VexmoraView&) { announce({signal}); };
     };
     AdSlot::Delegate delegate;
     delegate.willShowScreen = tells(&Presenter::willShowScreen);
@@ -100,7 +98,7 @@ AdSlot::Delegate delegateOf(Presenter* presenter, Announce announce) {
     delegate.stateChanged = [announce] {
         announce({&Presenter::errorChanged, &Presenter::statusChanged});
     };
-    delegate.failed = [presenter](const AdSlot::Failure&) { Q_EMIT presenter->errorChanged(); };
+    delegate.failed = [announce](const AdSlot::Failure&) { announce({&Presenter::errorChanged}); };
     delegate.becameViewable = [announce] {
         announce({&Presenter::viewableChanged, &Presenter::becameViewable});
     };

@@ -2,6 +2,8 @@
 #include "VexmoraSDK/quick/Accessibility.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QMetaMethod>
+#include <QtCore/QMetaProperty>
 
 #include "VexmoraSDK/quick/AttachedProperties.h"
 
@@ -9,16 +11,25 @@ namespace VexmoraSDK {
 
 QObject* makeAccessible(QQuickItem* item, QAccessible::Role role, const QString& name,
                         PressSlot press) {
-    constexpr auto kAccessible = "QQuickAccessibleAttached";
-    auto* accessible = attachedProperties(item, kAccessible, IfMissing::leave);
+    auto* accessible = attachedProperties(item, AttachedType::accessible, IfMissing::leave);
     if (!accessible) {
-        accessible = attachedProperties(item, kAccessible, IfMissing::attach);
+        accessible = attachedProperties(item, AttachedType::accessible, IfMissing::attach);
         if (!accessible) return nullptr;
-        if (press.receiver)
-            QObject::connect(accessible, SIGNAL(pressAction()), press.receiver, press.slot);
+        if (press.receiver) {
+            const auto* meta = accessible->metaObject();
+            const auto* receiver = press.receiver->metaObject();
+            QObject::connect(accessible, meta->method(meta->indexOfSignal("pressAction()")),
+                             press.receiver, receiver->method(receiver->indexOfSlot(press.slot)));
+        }
     }
-    accessible->setProperty("role", role);
-    accessible->setProperty("name", name);
+    // Found by their names once.
+    static const auto property = [meta = accessible->metaObject()](const char* called) {
+        return meta->property(meta->indexOfProperty(called));
+    };
+    static const auto roleProperty = property("role");
+    static const auto nameProperty = property("name");
+    roleProperty.write(accessible, role);
+    nameProperty.write(accessible, name);
     return accessible;
 }
 

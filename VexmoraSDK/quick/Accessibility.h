@@ -8,7 +8,7 @@
 
 namespace VexmoraSDK {
 
-/// What a screen reader's press on an item calls, as `SLOT` gives it; none where there is no
+/// What a screen reader's press on an item calls, such as "press()"; none where there is no
 /// receiver.
 struct PressSlot {
     QObject* receiver = nullptr;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "VexmoraSDK/presenting/QtSlot.h"
+#include "VexmoraSDK/quick/VexmoraAdItem.h"
 #include "VexmoraSDK/quick/VisibilityWatcher.h"
 
 namespace VexmoraSDK {
@@ -34,10 +35,16 @@ void VexmoraAd::announce(std::initializer_list<void (VexmoraAd::*)()> signalsInO
         toldView_ = slot_.view();
         chooseWatched();
         Q_EMIT adChanged();
-        if (guard) Q_EMIT viewableChanged();
+        if (guard) send(&VexmoraAd::viewableChanged);
     }
     for (const auto signal : signalsInOrder)
-        if (guard) Q_EMIT(this->*signal)();
+        if (guard) send(signal);
+}
+
+void VexmoraAd::send(void (VexmoraAd::*signal)()) {
+    const QPointer guard(this);
+    Q_EMIT(this->*signal)();
+    if (guard && shownBy_) shownBy_->handOn(signal);
 }
 
 void VexmoraAd::classBegin() {
@@ -57,7 +64,7 @@ void VexmoraAd::changePlacement(Value AdSlot::Placement::*member, Value value,
     const QPointer guard(this);
     Q_EMIT placementChanged();
     if (guard && isComplete_) slot_.setPlacement(placement_);
-    if (guard) Q_EMIT(this->*changed)();
+    if (guard) send(changed);
 }
 
 void VexmoraAd::withdraw() {
@@ -122,8 +129,8 @@ int VexmoraAd::refreshInterval() const {
 }
 
 void VexmoraAd::setRefreshInterval(int seconds) {
-    QtSlot::setSeconds(this, &AdSlot::refreshInterval, &AdSlot::setRefreshInterval, seconds,
-                       &VexmoraAd::refreshIntervalChanged);
+    if (QtSlot::setSeconds(slot_, &AdSlot::refreshInterval, &AdSlot::setRefreshInterval, seconds))
+        send(&VexmoraAd::refreshIntervalChanged);
 }
 
 int VexmoraAd::timeout() const {
@@ -131,8 +138,8 @@ int VexmoraAd::timeout() const {
 }
 
 void VexmoraAd::setTimeout(int seconds) {
-    QtSlot::setSeconds(this, &AdSlot::timeout, &AdSlot::setTimeout, seconds,
-                       &VexmoraAd::timeoutChanged);
+    if (QtSlot::setSeconds(slot_, &AdSlot::timeout, &AdSlot::setTimeout, seconds))
+        send(&VexmoraAd::timeoutChanged);
 }
 
 int VexmoraAd::expiresAfter() const {
@@ -140,8 +147,8 @@ int VexmoraAd::expiresAfter() const {
 }
 
 void VexmoraAd::setExpiresAfter(int seconds) {
-    QtSlot::setSeconds(this, &AdSlot::expiresAfter, &AdSlot::setExpiresAfter, seconds,
-                       &VexmoraAd::expiresAfterChanged);
+    if (QtSlot::setSeconds(slot_, &AdSlot::expiresAfter, &AdSlot::setExpiresAfter, seconds))
+        send(&VexmoraAd::expiresAfterChanged);
 }
 
 QString VexmoraAd::textOf(std::string AdSlot::Ad::*text) const {

@@ -18,6 +18,7 @@
 
 namespace VexmoraSDK {
 
+class VexmoraAdItem;
 class VisibilityWatcher;
 
 /// An ad without a picture on screen, for pages that lay it out themselves: its texts are
@@ -161,6 +162,7 @@ class VEXMORA_EXPORT VexmoraAd : public QObject, public QQmlParserStatus {
     friend class VexmoraScreenItem;
 
     AdSlot::Delegate slotDelegate();
+    void send(void (VexmoraAd::*signal)());
     void announce(std::initializer_list<void (VexmoraAd::*)()> signalsInOrder);
     template <class Value>
     void changePlacement(Value AdSlot::Placement::*member, Value value,
@@ -175,6 +177,8 @@ class VEXMORA_EXPORT VexmoraAd : public QObject, public QQmlParserStatus {
     void updateVisibility();
     QString textOf(std::string AdSlot::Ad::*text) const;
 
+    /// Has its signals as well; absent for an ad that a page lays out itself.
+    VexmoraAdItem* shownBy_ = nullptr;
     bool isComplete_ = true;
     AdSlot::Placement placement_;
     QTimer wakeTimer_;

@@ -2,6 +2,8 @@
 #include "VexmoraSDK/quick/VexmoraAdItem.h"
 
 #include <QtCore/QPointer>
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "VexmoraSDK/presenting/NativeTexts.h"
@@ -29,7 +31,9 @@ VexmoraAdItem::VexmoraAdItem(QQuickItem* parent) : ViewItem(parent), ad_(new Vex
         applyTextColors();
         place(ad_->slot().view());
     });
-    handOnSignals();
+    connect(ad_, &VexmoraAd::didHaveError, this, &VexmoraAdItem::didHaveError);
+    connect(ad_, &VexmoraAd::willLeaveApplication, this, &VexmoraAdItem::willLeaveApplication);
+    ad_->shownBy_ = this;
     // Its parent may have brought it into a scene before it was an ad item.
     if (window()) updateAccessibility();
 }
@@ -39,24 +43,29 @@ VexmoraAdItem::~VexmoraAdItem() {
     delete ad_;
 }
 
-void VexmoraAdItem::handOnSignals() {
-    const auto handOn = [this](auto from, auto to) { connect(ad_, from, this, to); };
-    handOn(&VexmoraAd::containerIdChanged, &VexmoraAdItem::containerIdChanged);
-    handOn(&VexmoraAd::adSizeChanged, &VexmoraAdItem::adSizeChanged);
-    handOn(&VexmoraAd::adTypeChanged, &VexmoraAdItem::adTypeChanged);
-    handOn(&VexmoraAd::viewTypeChanged, &VexmoraAdItem::viewTypeChanged);
-    handOn(&VexmoraAd::statusChanged, &VexmoraAdItem::statusChanged);
-    handOn(&VexmoraAd::errorChanged, &VexmoraAdItem::errorChanged);
-    handOn(&VexmoraAd::viewableChanged, &VexmoraAdItem::viewableChanged);
-    handOn(&VexmoraAd::refreshIntervalChanged, &VexmoraAdItem::refreshIntervalChanged);
-    handOn(&VexmoraAd::timeoutChanged, &VexmoraAdItem::timeoutChanged);
-    handOn(&VexmoraAd::didReceiveAd, &VexmoraAdItem::didReceiveAd);
-    handOn(&VexmoraAd::didHaveError, &VexmoraAdItem::didHaveError);
-    handOn(&VexmoraAd::willShowScreen, &VexmoraAdItem::willShowScreen);
-    handOn(&VexmoraAd::willDismissScreen, &VexmoraAdItem::willDismissScreen);
-    handOn(&VexmoraAd::didDismissScreen, &VexmoraAdItem::didDismissScreen);
-    handOn(&VexmoraAd::willLeaveApplication, &VexmoraAdItem::willLeaveApplication);
-    handOn(&VexmoraAd::becameViewable, &VexmoraAdItem::becameViewable);
+void VexmoraAdItem::handOn(void (VexmoraAd::*signal)()) {
+    struct Same {
+        void (VexmoraAd::*ofAd)();
+        void (VexmoraAdItem::*ofItem)();
+    };
+    static constexpr Same kSignals[] = {
+        {&VexmoraAd::containerIdChanged, &VexmoraAdItem::containerIdChanged},
+        {&VexmoraAd::adSizeChanged, &VexmoraAdItem::adSizeChanged},
+        {&VexmoraAd::adTypeChanged, &VexmoraAdItem::adTypeChanged},
+        {&VexmoraAd::viewTypeChanged, &VexmoraAdItem::viewTypeChanged},
+        {&VexmoraAd::statusChanged, &VexmoraAdItem::statusChanged},
+        {&VexmoraAd::errorChanged, &VexmoraAdItem::errorChanged},
+        {&VexmoraAd::viewableChanged, &VexmoraAdItem::viewableChanged},
+        {&VexmoraAd::refreshIntervalChanged, &VexmoraAdItem::refreshIntervalChanged},
+        {&VexmoraAd::timeoutChanged, &VexmoraAdItem::timeoutChanged},
+        {&VexmoraAd::didReceiveAd, &VexmoraAdItem::didReceiveAd},
+        {&VexmoraAd::willShowScreen, &VexmoraAdItem::willShowScreen},
+        {&VexmoraAd::willDismissScreen, &VexmoraAdItem::willDismissScreen},
+        {&VexmoraAd::didDismissScreen, &VexmoraAdItem::didDismissScreen},
+        {&VexmoraAd::becameViewable, &VexmoraAdItem::becameViewable},
+    };
+    const auto* same = std::ranges::find(kSignals, signal, &Same::ofAd);
+    if (same != std::end(kSignals)) Q_EMIT(this->*same->ofItem)();
 }
 
 void VexmoraAdItem::classBegin() {
@@ -113,7 +122,7 @@ void VexmoraAdItem::updateAccessibility() {
     const auto word = translated("Advertisement");
     const auto name =
         view() ? QString::fromStdString(accessibleName(word.toStdString(), *view())) : word;
-    if (auto* link = makeAccessible(this, QAccessible::Link, name, {this, SLOT(press())}))
+    if (auto* link = makeAccessible(this, QAccessible::Link, name, {this, "press()"}))
         link->setProperty("focusable", activeFocusOnTab());
 }
 

@@ -114,7 +114,11 @@ class VEXMORA_EXPORT VexmoraAdItem : public VexmoraSDK::ViewItem {  // The QML t
     void updateAccessibility() override;
 
  private:
-    void handOnSignals();
+    friend class VexmoraAd;
+
+    /// Sends the item's signal of the same name. The ad calls this, since as many connections as
+    /// there are signals would cost an item more than all else that its ad does for it.
+    void handOn(void (VexmoraAd::*signal)());
     void placementChanges();
     void place(std::shared_ptr<VexmoraView> view);
     void applyTextColors();

@@ -233,7 +233,7 @@ void VexmoraScreenItem::layOutAgain() {
 void VexmoraScreenItem::itemChange(ItemChange change, const ItemChangeData& data) {
     if (change == ItemSceneChange && data.window) {
         updateAccessibility();
-        followMirroring(this, SLOT(layOutAgain()));
+        followMirroring(this, metaObject()->method(metaObject()->indexOfSlot("layOutAgain()")));
     }
     QQuickItem::itemChange(change, data);
 }
@@ -244,7 +244,7 @@ void VexmoraScreenItem::updateAccessibility() {
     closeKey_->setSize(rect.size());
     closeKey_->setVisible(!rect.isEmpty());
     if (auto* button =
-            makeAccessible(closeKey_, QAccessible::Button, closeLabel(), {this, SLOT(close())})) {
+            makeAccessible(closeKey_, QAccessible::Button, closeLabel(), {this, "close()"})) {
         button->setProperty("focusable", true);
     }
     if (auto* dialog = makeAccessible(this, QAccessible::Dialog, translated("Advertisement")))

@@ -174,7 +174,9 @@ void ViewItem::itemChange(ItemChange change, const ItemChangeData& data) {
 }
 
 void ViewItem::followMirroring() {
-    VexmoraSDK::followMirroring(this, SLOT(mirroringChanged()));
+    static const auto slot =
+        staticMetaObject.method(staticMetaObject.indexOfSlot("mirroringChanged()"));
+    VexmoraSDK::followMirroring(this, slot);
     mirroringChanged();
 }
 

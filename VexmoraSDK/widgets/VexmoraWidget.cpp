@@ -199,8 +199,8 @@ int VexmoraWidget::refreshInterval() const {
 }
 
 void VexmoraWidget::setRefreshInterval(int seconds) {
-    QtSlot::setSeconds(this, &AdSlot::refreshInterval, &AdSlot::setRefreshInterval, seconds,
-                       &VexmoraWidget::refreshIntervalChanged);
+    if (QtSlot::setSeconds(slot_, &AdSlot::refreshInterval, &AdSlot::setRefreshInterval, seconds))
+        Q_EMIT refreshIntervalChanged();
 }
 
 int VexmoraWidget::timeout() const {
@@ -208,8 +208,8 @@ int VexmoraWidget::timeout() const {
 }
 
 void VexmoraWidget::setTimeout(int seconds) {
-    QtSlot::setSeconds(this, &AdSlot::timeout, &AdSlot::setTimeout, seconds,
-                       &VexmoraWidget::timeoutChanged);
+    if (QtSlot::setSeconds(slot_, &AdSlot::timeout, &AdSlot::setTimeout, seconds))
+        Q_EMIT timeoutChanged();
 }
 
 int VexmoraWidget::expiresAfter() const {
@@ -217,8 +217,8 @@ int VexmoraWidget::expiresAfter() const {
 }
 
 void VexmoraWidget::setExpiresAfter(int seconds) {
-    QtSlot::setSeconds(this, &AdSlot::expiresAfter, &AdSlot::setExpiresAfter, seconds,
-                       &VexmoraWidget::expiresAfterChanged);
+    if (QtSlot::setSeconds(slot_, &AdSlot::expiresAfter, &AdSlot::setExpiresAfter, seconds))
+        Q_EMIT expiresAfterChanged();
 }
 
 // What is shown.
