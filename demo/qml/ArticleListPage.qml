@@ -61,6 +61,7 @@ Page {
             }
 
             PageNativeAd {
+                id: pageAd
                 width: parent.width
                 events: root.events
             }
@@ -73,6 +74,7 @@ Page {
 
                     width: parent.width
                     article: Articles.others[index + 1]
+                    parted: index > 0 || !pageAd.visible
                     onClicked: (parent as ArticleColumn).chosen(article)
                 }
             }

@@ -36,7 +36,7 @@ Page {
 
             Image {
                 width: parent.width
-                height: width * 7 / 16
+                height: Theme.whole(width * 7 / 16)
                 source: root.article.picture
                 fillMode: Image.PreserveAspectCrop
                 mipmap: true

@@ -7,6 +7,8 @@ AbstractButton {
     id: root
 
     required property Article article
+    /// Whether a line parts it from what is above.
+    property bool parted: true
 
     objectName: article.title
     implicitHeight: 112
@@ -17,6 +19,7 @@ AbstractButton {
 
         Rectangle {
             x: Theme.margin
+            visible: root.parted
             width: parent.width - 2 * Theme.margin
             height: 1
             color: Theme.line

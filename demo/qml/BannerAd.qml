@@ -40,7 +40,7 @@ Rectangle {
         anchors.top: label.bottom
         anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(implicitWidth, root.width - 16)
-        height: implicitWidth > 0 ? implicitHeight * width / implicitWidth : 0
+        height: implicitWidth > 0 ? Theme.whole(implicitHeight * width / implicitWidth) : 0
         containerId: root.containerId
         adSize: root.adSize
         fillMode: Vexmora.FillMode.Fit

@@ -60,6 +60,24 @@ ListView {
         }
     }
 
+    // What goes on below fades away.
+    Rectangle {
+        anchors.bottom: parent.bottom
+        width: parent.width
+        height: 24
+        visible: !root.atYEnd
+        gradient: Gradient {
+            GradientStop {
+                position: 0
+                color: Qt.alpha(Theme.sheet, 0)
+            }
+            GradientStop {
+                position: 1
+                color: Theme.sheet
+            }
+        }
+    }
+
     Label {
         anchors.centerIn: parent
         visible: root.count === 0

@@ -22,7 +22,7 @@ AbstractButton {
         // A strip of the picture, from a little below its top.
         Item {
             width: parent.width
-            height: width * 0.36
+            height: Theme.whole(width * 0.36)
             clip: true
 
             Image {

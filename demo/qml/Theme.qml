@@ -13,12 +13,8 @@ QtObject {
     readonly property color accent: dark ? "#ff8b7e" : "#b93a31"
     readonly property color adGround: dark ? "#20262d" : "#f1ebe0"
 
-    readonly property color card: dark ? "#f1ece3" : "#ffffff"
-    readonly property color cardMuted: "#66717c"
-
     readonly property color sheet: "#12263a"
     readonly property color sheetRaised: "#1e3a54"
-    readonly property color sheetLine: "#2a4660"
     readonly property color sheetText: "#eef3f7"
     readonly property color sheetMuted: "#9db2c4"
     readonly property color good: "#6fd3a0"
@@ -30,4 +26,10 @@ QtObject {
     readonly property string mono: "Liberation Mono"
 
     readonly property int margin: 16
+
+    /// A whole number of points near a length. It is even, which is a whole number of pixels on
+    /// screens of one and a half pixels a point too: edges stay sharp.
+    function whole(length: real): real {
+        return 2 * Math.round(length / 2);
+    }
 }
