@@ -45,6 +45,7 @@ Page {
         ArticleColumn {
             id: articles
             width: parent.width
+            hasAd: pageAd.visible
             onChosen: article => root.articleChosen(article)
 
             LeadArticle {
@@ -74,7 +75,7 @@ Page {
 
                     width: parent.width
                     article: Articles.others[index + 1]
-                    parted: index > 0 || !pageAd.visible
+                    parted: index > 0 || !(parent as ArticleColumn)?.hasAd
                     onClicked: (parent as ArticleColumn).chosen(article)
                 }
             }
