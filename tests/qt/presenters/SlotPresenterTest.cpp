@@ -47,6 +47,16 @@ class SlotPresenterTest : public PresenterTest {
         slot().wake();
     }
 
+    void minimize() {
+        // It takes a window manager to minimise a window.
+        if (QGuiApplication::platformName() == QLatin1String("xcb"))
+            app_->window()->hide();
+        else
+            app_->window()->showMinimized();
+        EXPECT_TRUE(
+            App::waitFor([&] { return slot().visibleFraction() == 0 || !slot().isActive(); }));
+    }
+
     bool waitForVisible(double fraction) {
         return App::waitFor(
             [&] { return qFuzzyCompare(slot().visibleFraction() + 1, fraction + 1); });
@@ -117,12 +127,7 @@ TEST_P(SlotPresenterTest, IsViewableAfterASecondInSight) {
     app_->cover(false);
     EXPECT_TRUE(waitForVisible(200.0 / 320));
     pass(999ms);
-    // It takes a window manager to minimise a window.
-    if (QGuiApplication::platformName() == QLatin1String("xcb"))
-        app_->window()->hide();
-    else
-        app_->window()->showMinimized();
-    EXPECT_TRUE(App::waitFor([&] { return slot().visibleFraction() == 0 || !slot().isActive(); }));
+    minimize();
     app_->window()->showNormal();
     EXPECT_TRUE(waitForVisible(200.0 / 320));
     pass(999ms);
@@ -133,17 +138,35 @@ TEST_P(SlotPresenterTest, IsViewableAfterASecondInSight) {
     EXPECT_TRUE(property("viewable").toBool());
 }
 
+TEST_P(SlotPresenterTest, IsNotAskedForAnewInTheBackground) {
+    ad_->setProperty("refreshInterval", 10);
+    askAndWait("home", "320x60");
+    EXPECT_TRUE(waitForVisible(1));
+    minimize();
+    EXPECT_EQ(slot().untilNextWake(), std::nullopt);
+    pass(1h);
+    app_->window()->showNormal();
+    EXPECT_TRUE(waitForVisible(1));
+    const auto first = slot().view();
+    pass(9s);
+    EXPECT_EQ(slot().untilNextWake(), 1s);
+    EXPECT_EQ(slot().view(), first);
+    pass(1s);
+    EXPECT_TRUE(waitToHear("didReceiveAd"));
+}
+
 TEST_P(SlotPresenterTest, WakesTheAppForNothingWhileNothingChanges) {
     for (int i = 0; i < 10; ++i) {
         if (i > 0) add();
         askAndWait("home", "320x60");
         pass(1s);
+        EXPECT_EQ(slot().untilNextWake(), std::nullopt);
     }
     int wakes = 0;
-    const auto idle = [&wakes] {
+    const auto idleFor = [&wakes](std::chrono::milliseconds time) {
         wakes = 0;
         QEventLoop loop;
-        QTimer::singleShot(300, &loop, &QEventLoop::quit);
+        QTimer::singleShot(time, &loop, &QEventLoop::quit);
         loop.exec();
         return wakes;
     };
@@ -151,7 +174,8 @@ TEST_P(SlotPresenterTest, WakesTheAppForNothingWhileNothingChanges) {
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake,
                      &context, [&wakes] { ++wakes; });
     // The last frames, and what the ads look at after them, come first.
-    EXPECT_TRUE(App::waitFor([&] { return idle() <= 3; }));
+    EXPECT_TRUE(App::waitFor([&] { return idleFor(300ms) <= 3; }));
+    EXPECT_LT(idleFor(1s), 10) << "each ad wakes it up";
 }
 
 TEST_P(SlotPresenterTest, IsReadAndOpenedWithoutAFinger) {
