@@ -134,7 +134,7 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
 
     State stateWithoutAd(State otherwise) const { return shown ? State::ready : otherwise; }
 
-    // What follows the clock.
+    // What depends on the clock.
 
     /// How long an ad, or the lack of one, is exposed before the next is asked for.
     Duration wait() const {
@@ -274,7 +274,7 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
 
     void receive(int asked) {
         if (closed || !isCurrent(asked)) return;
-        // The next ad ends what the former one had still to tell.
+        // The former ad became viewable, but nobody has called `wake` since.
         if (viewableAt && *viewableAt <= clock()) tellViewable();
         if (closed || !isCurrent(asked)) return;
 
@@ -384,7 +384,7 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
 
 namespace {
 
-/// Those that there are. Main thread.
+/// All slots that exist. Main thread.
 std::vector<const AdSlot*>& allSlots() {
     static platform::NoDestructor<std::vector<const AdSlot*>> slots;
     return *slots;
@@ -438,7 +438,7 @@ const std::optional<AdSlot::Ad>& AdSlot::ad() const {
 
 void AdSlot::open() noexcept {
     const auto view = impl_->shown;
-    // Interstitials do not answer.
+    // An interstitial does not answer this selector: it would stop the app.
     if (view && view->viewType() != VexmoraViewType::interstitial)
         view->perform(Utils::handleTapCallbackSelector, nullptr);
 }

@@ -16,7 +16,7 @@ using platform::Size;
 
 namespace {
 
-/// The size that a picture should have on a screen, which may have none.
+/// The size that a picture should have on the screen, whose own size may be empty.
 Size sizeFor(const VexmoraInterstitialView& view, Size picture) {
     const Size screen = view.frame().size;
     const Size named = view.ad() ? sizeOf(view.ad()->adType()) : Size();

@@ -22,7 +22,7 @@ QObject* makeAccessible(QQuickItem* item, QAccessible::Role role, const QString&
                              press.receiver, receiver->method(receiver->indexOfSlot(press.slot)));
         }
     }
-    // Found by their names once.
+    // Every ad sets these, so their names are looked up once.
     static const auto property = [meta = accessible->metaObject()](const char* called) {
         return meta->property(meta->indexOfProperty(called));
     };

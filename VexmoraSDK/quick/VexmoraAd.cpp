@@ -178,7 +178,7 @@ platform::Size VexmoraAd::screenSize() const {
     return {size.width(), size.height()};
 }
 
-// What is watched for being seen.
+// Which item has to be seen for the ad to become viewable.
 
 void VexmoraAd::setItem(QQuickItem* item) {
     if (item == item_) return;

@@ -177,17 +177,18 @@ class VEXMORA_EXPORT VexmoraAd : public QObject, public QQmlParserStatus {
     void updateVisibility();
     QString textOf(std::string AdSlot::Ad::*text) const;
 
-    /// Has its signals as well; absent for an ad that a page lays out itself.
+    /// The item that shows the ad, and sends its signals too; absent for an ad that a page lays out
+    /// itself.
     VexmoraAdItem* shownBy_ = nullptr;
     bool isComplete_ = true;
     AdSlot::Placement placement_;
     QTimer wakeTimer_;
     AdSlot slot_;
-    /// The view of the slot that was told of last.
+    /// The view that the slot had when `adChanged` was last sent.
     std::shared_ptr<VexmoraView> toldView_;
     QPointer<QQuickItem> item_;
     QPointer<QQuickItem> stage_;
-    /// What the stage shows.
+    /// The view that is presented on the stage.
     std::shared_ptr<VexmoraView> presentedView_;
     const std::unique_ptr<VisibilityWatcher> watcher_;
 };

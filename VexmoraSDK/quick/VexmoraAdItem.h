@@ -116,8 +116,8 @@ class VEXMORA_EXPORT VexmoraAdItem : public VexmoraSDK::ViewItem {  // The QML t
  private:
     friend class VexmoraAd;
 
-    /// Sends the item's signal of the same name. The ad calls this, since as many connections as
-    /// there are signals would cost an item more than all else that its ad does for it.
+    /// Sends the item's signal of the same name, if it has one. The ad calls this: a connection for
+    /// each signal would have to be made and broken for every item.
     void handOn(void (VexmoraAd::*signal)());
     void placementChanges();
     void place(std::shared_ptr<VexmoraView> view);

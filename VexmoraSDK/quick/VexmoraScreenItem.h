@@ -27,8 +27,8 @@ class Button;
 /// there, nothing behind it is touched and it has the keyboard. Fill the window with it, in front
 /// of the rest. The ad fills the screen, its picture in the middle; a tap on it anywhere but on the
 /// close button does nothing. With `LayoutMirroring` the close button is on the other side. The
-/// screen may be destroyed at any time, from inside its own signals
-/// and those of its ad too. Main thread.
+/// screen may be destroyed at any time, from inside its own signals and those of its ad too. Main
+/// thread.
 class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     Q_OBJECT
     QML_NAMED_ELEMENT(VexmoraScreen)

@@ -105,7 +105,8 @@ QRectF ViewItem::boundingRect() const {
 void ViewItem::updatePolish() {
     paintPicture();
     pictureIsNew_ = true;
-    // An item without contents is not asked for its node any more; the former one goes before.
+    // Qt Quick asks an item without contents for no node. The update that removes the node that it
+    // had is scheduled before the flag is cleared.
     setFlag(ItemHasContents);
     update();
     setFlag(ItemHasContents, !picture_.isNull());
