@@ -294,7 +294,8 @@ QSize VexmoraWidget::sizeHint() const {
 
 int VexmoraWidget::heightForWidth(int width) const {
     const QSize hint = sizeHint();
-    return hint.isEmpty() ? hint.height() : qCeil(double(width) * hint.height() / hint.width());
+    if (hint.isEmpty()) return hint.height();
+    return qMin(qCeil(double(width) * hint.height() / hint.width()), kMaxSizeHint);
 }
 
 AdPosition VexmoraWidget::position() const {

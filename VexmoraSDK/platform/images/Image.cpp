@@ -36,8 +36,7 @@ std::shared_ptr<const Image> Image::fromData(const SharedData& data) {
     static NoDestructor<ImageCache> cache;
     if (auto image = cache->find(data)) return image;
     auto image = fromData(*data);
-    if (image) cache->keep(data, image);
-    return image;
+    return image ? cache->keep(data, std::move(image)) : nullptr;
 }
 
 Image::Image(int width, int height, Pixels pixels, bool isOpaque)

@@ -21,11 +21,15 @@ std::shared_ptr<const Image> ImageCache::find(const SharedData& data) {
     return image;
 }
 
-void ImageCache::keep(const SharedData& data, std::shared_ptr<const Image> image) {
+std::shared_ptr<const Image> ImageCache::keep(const SharedData& data,
+                                              std::shared_ptr<const Image> image) {
     const std::lock_guard lock(mutex_);
-    images_.insert_or_assign(data, image);
-    latest_.push_front({data, std::move(image)});
+    auto& known = images_[data];
+    if (auto earlier = known.lock()) return earlier;
+    known = image;
+    latest_.push_front({data, image});
     dropUnneeded();
+    return image;
 }
 
 void ImageCache::dropUnneeded() {

@@ -22,7 +22,9 @@ class ImageCache {
     /// Null when there is none.
     std::shared_ptr<const Image> find(const SharedData& data);
 
-    void keep(const SharedData& data, std::shared_ptr<const Image> image);
+    /// Returns the picture to use: the one of a thread that has decoded the same bytes meanwhile,
+    /// or else this one.
+    std::shared_ptr<const Image> keep(const SharedData& data, std::shared_ptr<const Image> image);
 
  private:
     using Key = std::weak_ptr<const Data>;

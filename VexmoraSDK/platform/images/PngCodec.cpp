@@ -177,6 +177,9 @@ std::shared_ptr<const Image> decodePng(EncodedImage data) {
         spng_ctx_new(SPNG_CTX_IGNORE_ADLER32), spng_ctx_free);
     Chunks chunks(data);
     spng_ihdr header{};
+    // No chunk is longer than the file, nor do all that libspng keeps take more.
+    spng_set_image_limits(png.get(), kMaxSide, kMaxSide);
+    spng_set_chunk_limits(png.get(), data.size(), data.size());
     spng_set_png_stream(png.get(), Chunks::read, &chunks);
     if (spng_get_ihdr(png.get(), &header) != SPNG_OK) return nullptr;
     if (!isAcceptedSize(header.width, header.height)) return nullptr;

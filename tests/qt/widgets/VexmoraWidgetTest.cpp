@@ -32,6 +32,10 @@ TEST_F(VexmoraWidgetTest, TakesTheSizeOfItsViewInALayoutAndLessWhereThereIsNoRoo
     App::runQueuedBlocks();
     EXPECT_EQ(window.size(), QSize(600, 400));
     EXPECT_EQ(window.minimumSizeHint().boundedTo({100, 100}), window.minimumSizeHint());
+
+    ad.setFillMode(VexmoraWidget::FillMode::Fit);
+    view->setFrame({{0, 0}, {1, 60'000}});
+    EXPECT_EQ(ad.heightForWidth(400), 4096);
 }
 
 TEST_F(VexmoraWidgetTest, HasAPropertyForWhatTheAdSays) {
