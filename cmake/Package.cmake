@@ -45,11 +45,14 @@ if(VEXMORA_SDL)
         REQUIRES vexmora-sdk-cairo PRIVATE_REQUIRES sdl2)
 endif()
 
-# Debian packages; scripts/package.sh makes them. Each carries the licence where Debian has it.
+# Debian packages; scripts/package.sh makes them. Each carries the licence where Debian has it. The
+# contact has no address, which neither dpkg nor apt asks for: whoever publishes packages sets theirs.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
-set(CPACK_PACKAGE_CONTACT "VexmoraSDK maintainers" CACHE STRING "Maintainer of the packages")
+set(CPACK_PACKAGE_CONTACT
+    "the VexmoraSDK authors (the repository's own issue and advisory pages)"
+    CACHE STRING "Maintainer of the packages")
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)

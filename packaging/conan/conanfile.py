@@ -17,6 +17,7 @@ from conan.tools.system.package_manager import Apt, Brew
 class VexmoraSdk(ConanFile):
     name = "vexmora-sdk"
     description = "Shows advertisements inside C++ apps"
+    author = "the VexmoraSDK authors (the repository's own issue and advisory pages)"
     license = "MIT"
     settings = "os", "arch", "compiler", "build_type"
     options = {"shared": [True, False], "fPIC": [True, False]}

@@ -11,6 +11,7 @@
 #include "VexmoraSDK/views/AdViewHandler.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 #include "tests/PlainPicture.h"
+#include "tests/unit/FatalReports.h"
 #include "tests/unit/Resources.h"
 #include "tests/unit/SdkTest.h"
 
@@ -136,7 +137,8 @@ TEST_F(StopsTest, SayOnASecondLineWhereTheyHappen) {
         {cast, R"(interface file "VexmoraBannerView")", [] { makeBannerWith("other-class"); }},
     };
     for (const auto& [firstLine, where, cause] : stops)
-        EXPECT_DEATH(cause(), "^[^\n]*fatal error: " + firstLine + "\n  where: " + where + "\n$")
+        EXPECT_DEATH(cause(),
+                     "^[^\n]*fatal error: " + firstLine + "\n  where: " + where + kEndOfReport)
             << where;
 }
 
