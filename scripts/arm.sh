@@ -160,8 +160,9 @@ tests() {
     VEXMORA_EMULATOR_KIB=$(emulated "$folder/packages/root/bin/sed" -n \
         's/^VmData:[^0-9]*\([0-9]*\) kB$/\1/p' /proc/self/status)
     export VEXMORA_EMULATOR_KIB
-    emulated ctest --test-dir "$build" --output-on-failure --no-tests=error --timeout 900 \
-        --exclude-regex 'LimitsTest|soak-' | tee "$folder/tests.log"
+    emulated ctest --test-dir "$build" --parallel "$(nproc)" --output-on-failure \
+        --no-tests=error --timeout 900 --exclude-regex 'LimitsTest|soak-' |
+        tee "$folder/tests.log"
 }
 
 export QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software
