@@ -2,6 +2,7 @@
 #include "VexmoraSDK/presenting/InterstitialLayout.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "VexmoraSDK/ads/AdProtocol.h"
 #include "VexmoraSDK/platform/ui/ImageView.h"
@@ -34,7 +35,10 @@ bool isDrawn(const VexmoraView& view) {
     });
 }
 
-void layOutInterstitial(VexmoraView& view, FillMode mode) {
+void layOutInterstitial(VexmoraView& view, FillMode mode, double pixelsPerPoint) {
+    const auto aligned = [pixelsPerPoint](double point) {
+        return std::round(point * pixelsPerPoint) / pixelsPerPoint;
+    };
     const auto* const interstitial = dynamic_cast<VexmoraInterstitialView*>(&view);
     if (!interstitial) return;
     const auto [width, height] = view.frame().size;
@@ -45,7 +49,8 @@ void layOutInterstitial(VexmoraView& view, FillMode mode) {
         const Size natural = picture->image()->size();
         const Size size = fits ? sizeFor(*interstitial, natural) : natural;
         picture->setContentMode(fits ? ContentMode::scaleAspectFit : ContentMode::center);
-        picture->setFrame({{(width - size.width) / 2, (height - size.height) / 2}, size});
+        picture->setFrame(
+            {{aligned((width - size.width) / 2), aligned((height - size.height) / 2)}, size});
     }
 }
 
