@@ -32,10 +32,18 @@ constexpr double kViewableFraction = 0.5;
 constexpr AdSlot::Duration kViewableAfter = 1s;
 constexpr AdSlot::Duration kMinRefreshInterval = 10s;
 constexpr AdSlot::Duration kMaxRetryWait = 5min;
+// Timers of toolkits count milliseconds in 32 bits.
+constexpr AdSlot::Duration kMaxUntilWake = 24h;
+constexpr AdSlot::Duration kMaxDuration = std::chrono::years(10);
 
-AdSlot::Time deviceTime() {
+AdSlot::Duration bounded(AdSlot::Duration duration) {
+    return std::clamp(duration, AdSlot::Duration::zero(), kMaxDuration);
+}
+
+/// Of the clock that ads grow old by. The steady clock of Linux stands still while the device
+/// sleeps, in which nobody sees an ad.
+AdSlot::Time timeWithSleep() {
 #ifdef CLOCK_BOOTTIME
-    // The steady clock of Linux stands still while the device sleeps, in which ads grow old.
     timespec time{};
     if (clock_gettime(CLOCK_BOOTTIME, &time) == 0) {
         return AdSlot::Time(std::chrono::seconds(time.tv_sec) +
@@ -56,7 +64,8 @@ std::string descriptionOf(const VexmoraError& error) {
                                        "RequestError",     "InvalidAdTypeError",    //
                                        "NoFill",           "InvalidViewTypeError",  //
                                        "ImageRequestError"};
-    return kNames.at(static_cast<std::size_t>(error.code() - 1));
+    const bool isKnown = error.code() >= 1 && error.code() <= std::ssize(kNames);
+    return kNames[isKnown ? static_cast<std::size_t>(error.code() - 1) : 0];
 }
 
 /// The ad that was drawn into `view`; absent when the host has taken it away meanwhile.
@@ -207,10 +216,10 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
     }
 
     void timeOut() {
-        ++number;
+        const int givenUp = ++number;
         const Failure reason{kTimedOut, "TimedOut"};
         fail(reason);
-        tell(delegate.failed, reason);
+        if (number == givenUp) tell(delegate.failed, reason);
     }
 
     // What becomes of a request.
@@ -280,7 +289,8 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
 
         shown = std::exchange(request, {})->view;
         ad = contentOf(*shown);
-        drawnAt = clock();
+        drawnAt = ageClock();
+        presented = false;
         failure.reset();
         failures = 0;
         viewable = false;
@@ -305,8 +315,9 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
             mayRetry = code != VexmoraErrorCodes::InvalidAdTypeError;
             fail(reason);
         }
-        tell(delegate.didHaveError, about, error);
-        if (isFirst) tell(delegate.failed, reason);
+        // The host may have asked for something else meanwhile.
+        if (asked == number) tell(delegate.didHaveError, about, error);
+        if (asked == number && isFirst) tell(delegate.failed, reason);
         tellNextWake();
     }
 
@@ -346,7 +357,8 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
 
     const Delegate delegate;
     bool closed = false;
-    std::function<Time()> clock = deviceTime;
+    std::function<Time()> clock = std::chrono::steady_clock::now;
+    std::function<Time()> ageClock = timeWithSleep;
 
     Placement placement;
     platform::Size screenSize;
@@ -370,7 +382,9 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
 
     std::shared_ptr<VexmoraView> shown;
     std::optional<Ad> ad;
+    /// By the clock of ages.
     std::optional<Time> drawnAt;
+    bool presented = false;
     bool viewable = false;
     /// When the ad will have been in view for long enough, unless it goes out of view before.
     std::optional<Time> viewableAt;
@@ -453,7 +467,7 @@ const std::optional<AdSlot::Failure>& AdSlot::failure() const {
 
 std::optional<AdSlot::Duration> AdSlot::age() const {
     if (!impl_->drawnAt) return std::nullopt;
-    return std::chrono::floor<Duration>(impl_->clock() - *impl_->drawnAt);
+    return std::chrono::floor<Duration>(impl_->ageClock() - *impl_->drawnAt);
 }
 
 AdSlot::Duration AdSlot::expiresAfter() const {
@@ -461,12 +475,17 @@ AdSlot::Duration AdSlot::expiresAfter() const {
 }
 
 void AdSlot::setExpiresAfter(Duration age) {
-    impl_->expiresAfter = std::max(age, Duration::zero());
+    impl_->expiresAfter = bounded(age);
 }
 
 bool AdSlot::isPresentable() const {
     if (!view() || view()->viewType() != VexmoraViewType::interstitial) return false;
+    if (impl_->presented || view()->window()) return false;
     return expiresAfter() == 0s || *age() < expiresAfter();
+}
+
+void AdSlot::setPresented() {
+    impl_->presented = true;
 }
 
 AdSlot::Duration AdSlot::refreshInterval() const {
@@ -475,7 +494,7 @@ AdSlot::Duration AdSlot::refreshInterval() const {
 
 void AdSlot::setRefreshInterval(Duration interval) noexcept {
     const auto held = impl_;
-    held->refreshInterval = interval > 0s ? std::max(interval, kMinRefreshInterval) : 0s;
+    held->refreshInterval = interval > 0s ? std::max(bounded(interval), kMinRefreshInterval) : 0s;
     held->tellNextWake();
 }
 
@@ -485,7 +504,7 @@ AdSlot::Duration AdSlot::timeout() const {
 
 void AdSlot::setTimeout(Duration timeout) noexcept {
     const auto held = impl_;
-    held->timeout = std::max(timeout, Duration::zero());
+    held->timeout = bounded(timeout);
     held->tellNextWake();
 }
 
@@ -523,7 +542,8 @@ void AdSlot::setScreenSize(platform::Size size) {
 std::optional<AdSlot::Duration> AdSlot::untilNextWake() const {
     const auto next = impl_->nextWake();
     if (!next) return std::nullopt;
-    return std::max(std::chrono::ceil<Duration>(*next - impl_->clock()), Duration::zero());
+    return std::clamp(std::chrono::ceil<Duration>(*next - impl_->clock()), Duration::zero(),
+                      kMaxUntilWake);
 }
 
 void AdSlot::wake() noexcept {
@@ -544,7 +564,8 @@ std::optional<AdSlot::Duration> AdSlot::wakeAll() noexcept {
 }
 
 void AdSlot::setClock(std::function<Time()> clock) {
-    impl_->clock = std::move(clock);
+    impl_->clock = clock;
+    impl_->ageClock = std::move(clock);
 }
 
 }  // namespace VexmoraSDK

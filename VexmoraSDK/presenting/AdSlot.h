@@ -125,8 +125,11 @@ class VEXMORA_EXPORT AdSlot {
     /// The age from which an ad should not be presented any more; 0 for never. An hour at first.
     Duration expiresAfter() const;
     void setExpiresAfter(Duration age);
-    /// Whether a screen may present the ad on show: an interstitial that is drawn and not too old.
+    /// Whether a screen may present the ad on show: an interstitial that is drawn, not too old, in
+    /// no window and was not presented before.
     bool isPresentable() const;
+    /// Called by a screen when it presents the ad on show.
+    void setPresented();
 
     /// For how long an ad is shown before the next is asked for; 0, as at first, for ever, less
     /// than 10 seconds for 10. Only time in which the placement is visible and active counts. After
@@ -152,7 +155,8 @@ class VEXMORA_EXPORT AdSlot {
     platform::Size screenSize() const;
     void setScreenSize(platform::Size size);
 
-    /// In what time `wake` should be called next, 0 for at once; absent when nothing is waited for.
+    /// In what time `wake` should be called next, 0 for at once and at most 24 hours; absent when
+    /// nothing is waited for.
     std::optional<Duration> untilNextWake() const;
     /// Does what is due. May be called at any time and as often as one likes.
     void wake() noexcept;
@@ -161,7 +165,8 @@ class VEXMORA_EXPORT AdSlot {
     static std::optional<Duration> wakeAll() noexcept;
 
     /// Has the slot use another clock, which never goes back, before it asks for anything. Its own
-    /// goes on while the device sleeps, where the system has such a clock.
+    /// stands still while the device sleeps, where the system has such a clock; only the age of ads
+    /// goes on.
     void setClock(std::function<Time()> clock);
 
  private:

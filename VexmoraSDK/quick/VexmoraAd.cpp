@@ -188,6 +188,7 @@ void VexmoraAd::setItem(QQuickItem* item) {
 }
 
 void VexmoraAd::setStage(QQuickItem* stage) {
+    if (stage) slot_.setPresented();
     stage_ = stage;
     presentedView_ = stage ? slot_.view() : nullptr;
     chooseWatched();

@@ -102,7 +102,7 @@ bool VexmoraScreenItem::present(std::shared_ptr<VexmoraView> view) {
 bool VexmoraScreenItem::present(std::shared_ptr<VexmoraView> view, VexmoraAd* ad,
                                 FillMode fillMode) {
     if (isPresenting() || !view || view->viewType() != VexmoraViewType::interstitial) return false;
-    if (!isDrawn(*view)) return false;
+    if (!isDrawn(*view) || view->window()) return false;
     presentation_->begin(view);
     ad_ = ad;
     fillMode_ = fillMode;
@@ -128,7 +128,7 @@ void VexmoraScreenItem::layOut() {
     view.setFrame({{0, 0}, {width(), height()}});
     view.setSafeAreaInsets(insets_);
     view.setMirrored(isMirrored(this));
-    layOutInterstitial(view, fillMode_);
+    layOutInterstitial(view, fillMode_, window() ? window()->effectiveDevicePixelRatio() : 1);
     stage_->setSize(size());
 }
 

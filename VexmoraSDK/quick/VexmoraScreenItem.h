@@ -52,11 +52,12 @@ class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     ~VexmoraScreenItem() override;
 
     /// Presents the ad of a `VexmoraAdItem` or a `VexmoraAd`. False, and nothing done, when it has
-    /// no interstitial ad that is drawn and no older than its `expiresAfter`, or the screen still
-    /// presents another. With `fillMode: Vexmora.FillMode.Fit` the picture is as large as its ad
-    /// type says.
+    /// no interstitial ad that is drawn, no older than its `expiresAfter` and not presented before,
+    /// or the screen still presents another. With `fillMode: Vexmora.FillMode.Fit` the picture is
+    /// as large as its ad type says.
     Q_INVOKABLE bool present(QObject* ad);
-    /// The same for a view that the host has made with the factory. It may be of any age.
+    /// The same for a view that the host has made with the factory. It may be of any age
+    /// and is in no window yet.
     bool present(std::shared_ptr<VexmoraView> view);
     /// Taps the close button of the ad that is presented.
     Q_SLOT void close();

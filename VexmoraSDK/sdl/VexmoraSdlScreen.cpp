@@ -145,6 +145,7 @@ bool VexmoraSdlScreen::present() {
     self.movesSince.reset();
     self.appliedInsets.reset();
     self.presentation.begin(self.view);
+    self.slot.setPresented();
     self.fillWindow();
     self.texture.setView(self.view);
     return true;

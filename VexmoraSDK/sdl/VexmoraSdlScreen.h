@@ -26,7 +26,7 @@ class VEXMORA_EXPORT VexmoraSdlScreen {
     VexmoraSdlScreen& operator=(const VexmoraSdlScreen&) = delete;
 
     /// Presents the ad on show. False, and nothing done, when there is none, when it is no
-    /// interstitial or too old, or when another is still presented.
+    /// interstitial, too old or was presented before, or when another is still presented.
     bool present();
     /// From the call of `present` until the ad has moved out.
     bool isPresenting() const;

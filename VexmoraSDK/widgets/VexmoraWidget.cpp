@@ -326,6 +326,7 @@ QRect VexmoraWidget::adRect() const {
 // How much of it is seen.
 
 void VexmoraWidget::setPresentedOn(VexmoraWidget* stage) {
+    if (stage) slot_.setPresented();
     stage_ = stage;
     watchWindow();
     updateVisibility();

@@ -107,7 +107,7 @@ bool VexmoraWidgetScreen::present(std::shared_ptr<VexmoraView> view) {
 
 bool VexmoraWidgetScreen::present(std::shared_ptr<VexmoraView> view, VexmoraWidget* ad) {
     if (isPresenting() || !view || view->viewType() != VexmoraViewType::interstitial) return false;
-    if (!isDrawn(*view)) return false;
+    if (!isDrawn(*view) || view->window()) return false;
     presentation_->begin(view);
     stage_.showView(std::move(view));
     stage_.setEnabled(true);
@@ -159,7 +159,8 @@ void VexmoraWidgetScreen::coverWindow() {
     view->setFrame({{0, 0}, {double(width()), double(height())}});
     view->setSafeAreaInsets(insetsOf(contentsMargins()));
     view->setMirrored(isRightToLeft());
-    layOutInterstitial(static_cast<VexmoraView&>(*view), ad_ ? ad_->fillMode_ : FillMode::asIs);
+    layOutInterstitial(static_cast<VexmoraView&>(*view), ad_ ? ad_->fillMode_ : FillMode::asIs,
+                       devicePixelRatioF());
     const auto button = closeButton();
     closeKey_->setVisible(button != nullptr);
     if (!button) return;

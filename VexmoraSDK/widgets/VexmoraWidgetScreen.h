@@ -38,10 +38,11 @@ class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
     ~VexmoraWidgetScreen() override;
 
     /// Presents the interstitial ad of a widget, which need not be shown itself. False, and nothing
-    /// done, when the ad is not drawn or older than the slot's `expiresAfter`, or the screen still
-    /// presents another.
+    /// done, when the ad is not drawn, older than the slot's `expiresAfter` or was presented
+    /// before, or the screen still presents another.
     bool present(VexmoraWidget* ad);
-    /// The same for a view that the host has made with the factory.
+    /// The same for a view that the host has made with the factory. It may be of any age and is in
+    /// no window yet.
     bool present(std::shared_ptr<VexmoraView> view);
 
     bool isPresenting() const;

@@ -10,7 +10,6 @@ Item {
     required property EventLog events
 
     readonly property string containerId: "between-articles-2x"
-    property bool fresh: false
     readonly property bool settled: !screen.presenting || !screen.moving
 
     function ask() {
@@ -22,9 +21,6 @@ Item {
 
     /// Does nothing unless there is an ad that was not shown yet.
     function show() {
-        if (!fresh)
-            return;
-        fresh = false;
         if (screen.present(ad))
             ad.willShowScreen();
     }
@@ -35,10 +31,7 @@ Item {
         adSize: "300x250"
         fillMode: Vexmora.FillMode.Fit
 
-        onDidReceiveAd: {
-            root.fresh = true;
-            root.events.add("didReceiveAd", root.containerId);
-        }
+        onDidReceiveAd: root.events.add("didReceiveAd", root.containerId)
         onDidHaveError: (code, description) => root.events.addError(code, description)
         onBecameViewable: root.events.add("becameViewable", root.containerId)
         onWillShowScreen: root.events.add("willShowScreen", root.containerId)

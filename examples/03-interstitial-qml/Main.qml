@@ -36,7 +36,10 @@ Window {
         adSize: "300x250"
         onDidHaveError: (code, description) => console.log("didHaveError", code, description)
         onWillDismissScreen: console.log("willDismissScreen")
-        onDidDismissScreen: console.log("didDismissScreen")
+        onDidDismissScreen: {
+            console.log("didDismissScreen");
+            ad.reload();  // Each ad is presented once.
+        }
     }
 
     VexmoraScreen {

@@ -358,6 +358,9 @@ TEST_F(SdlScreenTest, IsClosedByItsButtonTheBackKeyAndAControllerAndByNothingEls
         draw(4s);
         EXPECT_FALSE(screen_.isPresenting());
         waitFor([&] { return heard_.size() == 2; });
+        EXPECT_FALSE(screen_.present()) << "once is enough";
+        slot_.reload();
+        EXPECT_TRUE(waitFor([&] { return slot_.isPresentable(); }));
         return closed;
     };
     EXPECT_TRUE(closes([&] { click(400 - 30, 30); }));

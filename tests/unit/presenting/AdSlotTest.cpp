@@ -3,6 +3,7 @@
 
 #include <thread>
 
+#include "VexmoraSDK/presenting/Presentation.h"
 #include "tests/PlainPicture.h"
 #include "tests/unit/SdkTest.h"
 
@@ -52,13 +53,16 @@ class AdSlotTest : public SdkTest {
             hears("failed " + std::to_string(failure.code) + ": " + failure.description);
         };
         delegate.becameViewable = [this] { hears("viewable"); };
-        delegate.nextWakeChanged = [this] { ++wakesSet_; };
+        delegate.nextWakeChanged = [this] {
+            ++wakesSet_;
+            if (lastWord_ == "nextWakeChanged") lastAct_();
+        };
         return delegate;
     }
 
     void hears(const std::string& what) {
         hear(what);
-        if (what == lastWord_) slot_.reset();
+        if (what == lastWord_) lastAct_();
     }
 
     /// Time goes by, and the host keeps to what it was told about `wake`.
@@ -104,8 +108,9 @@ class AdSlotTest : public SdkTest {
     AdSlot::Time::duration now_ = 1000h;
     std::unique_ptr<AdSlot> slot_;
     int wakesSet_ = 0;
-    /// The slot is destroyed when this is heard.
+    /// When this is heard, the slot is destroyed, or what a test wants is done.
     std::string lastWord_;
+    std::function<void()> lastAct_ = [this] { slot_.reset(); };
 };
 
 TEST_F(AdSlotTest, BringsTheAdOfItsPlacementAndWhatItSays) {
@@ -151,6 +156,26 @@ TEST_F(AdSlotTest, TellsOfEachErrorOnTheMainThreadAndOfEachFailureOnce) {
     ask({"home", "", VexmoraAdType::slideshow, {}});
     EXPECT_THAT(heard(),
                 ElementsAre("loading", "failed", "didHaveError 4", "failed 4: InvalidAdTypeError"));
+    const VexmoraError archived(VexmoraErrorCodes{99}, std::nullopt);
+    EXPECT_EQ(AdSlot::Failure::of(archived).description, "UnknownError");
+}
+
+TEST_F(AdSlotTest, TellsNothingMoreOfARequestOnceItsHostHasAskedForSomethingElse) {
+    lastAct_ = [this] { slot_->setPlacement(kFullScreen); };
+    for (const char* word : {"failed", "didHaveError 3"}) {
+        renew();
+        lastWord_ = word;
+        ask(kHome);
+        fail(kBanner);
+        drain();
+        const auto words = heard();
+        EXPECT_EQ(words.at(words.size() - 2), word);
+    }
+    renew();
+    lastWord_ = "failed";
+    ask(kHome);
+    pass(60s);
+    EXPECT_THAT(heard(), ElementsAre("loading", "failed", "loading"));
 }
 
 TEST_F(AdSlotTest, KeepsTheAdOnShowUntilTheNextIsDrawn) {
@@ -200,6 +225,14 @@ TEST_F(AdSlotTest, FailsWithoutAPictureInTimeAndDropsTheAdThatIsLate) {
     pass(24h);
     serveBanner();
     EXPECT_THAT(heard(), ElementsAre("loading", "ready", "didReceiveAd"));
+
+    slot_->setTimeout(AdSlot::Duration::max());
+    slot_->setExpiresAfter(AdSlot::Duration::max());
+    slot_->setRefreshInterval(AdSlot::Duration::max());
+    slot_->setVisibleFraction(1);
+    slot_->reload();
+    pass(1s);
+    EXPECT_EQ(slot_->untilNextWake(), 24h) << "however far off it is";
 }
 
 TEST_F(AdSlotTest, RefreshesInVisibleAndActiveTimeAndMoreSeldomAfterFailures) {
@@ -287,6 +320,8 @@ TEST_F(AdSlotTest, GivesAnInterstitialItsScreenAndPresentsItForAnHour) {
     serve(kScreen, "[" + bannerAd("b", 14) + "]");
     serve("https://cdn.test/b", plainPicture(300, 250));
     EXPECT_TRUE(slot_->isPresentable());
+    slot_->setPresented();
+    EXPECT_FALSE(slot_->isPresentable());
     presented->tap({360 - 12 - 18, 12 + 18});
     EXPECT_THAT(heard(), ElementsAre("didReceiveAd", "willDismissScreen"))
         << "the next may be asked for while the former is presented";
@@ -315,6 +350,7 @@ TEST_F(AdSlotTest, LetsItsHostSleepWhileNothingChanges) {
 TEST_F(AdSlotTest, MayBeDestroyedFromInsideOfWhateverItTells) {
     const auto live = [this] {
         slot_->setTimeout(30s);
+        slot_->setScreenSize({360, 640});
         slot_->setVisibleFraction(1);
         slot_->setPlacement(kHome);
         if (slot_) pass(0s);
@@ -328,12 +364,24 @@ TEST_F(AdSlotTest, MayBeDestroyedFromInsideOfWhateverItTells) {
         serve(kBanner, "[]");
         if (slot_) slot_->reload();
         if (slot_) pass(30s);
+        if (!slot_) return;
+        slot_->setPlacement(kFullScreen);
+        if (slot_) pass(0s);
+        if (!slot_) return;
+        serve(kScreen, "[" + bannerAd("a", 14) + "]");
+        serve("https://cdn.test/a", plainPicture(300, 250));
+        if (!slot_) return;
+        Presentation presentation([&](bool) { presentation.end(); });
+        presentation.begin(slot_->view());
+        slot_->view()->tap({360 - 12 - 18, 12 + 18});
+        drain();
         if (slot_) slot_->setPlacement({});
     };
     live();
     auto words = heard();
     std::erase(words, "opens https://shop.test/a");
-    EXPECT_EQ(words.size(), 10U);
+    EXPECT_EQ(words.size(), 15U);
+    words.emplace_back("nextWakeChanged");
     for (const auto& word : words) {
         renew();
         lastWord_ = word;
@@ -341,7 +389,9 @@ TEST_F(AdSlotTest, MayBeDestroyedFromInsideOfWhateverItTells) {
         EXPECT_FALSE(slot_) << word;
         auto last = heard();
         std::erase(last, "opens https://shop.test/a");
-        EXPECT_EQ(last.back(), word);
+        if (word != "nextWakeChanged") {
+            EXPECT_EQ(last.back(), word);
+        }
     }
 }
 
