@@ -33,8 +33,13 @@ struct VexmoraSdlView::Impl {
         return position().toAd({(point.x - place.x) / units, (point.y - place.y) / units});
     }
 
+    /// Whether the ad that was drawn last is still seen.
+    bool showsAd() const {
+        return visibleFraction > 0 && texture.view() && texture.view() == slot.view();
+    }
+
     bool takes(platform::Point point) const {
-        return texture.view() && takesTap(*texture.view(), toAd(point));
+        return showsAd() && takesTap(*texture.view(), toAd(point));
     }
 
     RendererSpace space;
@@ -46,6 +51,7 @@ struct VexmoraSdlView::Impl {
     /// Where the ad was drawn last.
     SDL_FRect place{};
     PointerTaps taps;
+    /// Whether the mouse was on the ad when it moved last.
     bool hovered = false;
 };
 
@@ -111,11 +117,13 @@ double VexmoraSdlView::visibleFraction() const {
 
 void VexmoraSdlView::setVisibleFraction(double fraction) {
     impl_->visibleFraction = fraction;
+    // The mouse may move meanwhile, and what covers the ad keep that from this view.
+    if (fraction <= 0) impl_->hovered = false;
     impl_->slot.setVisibleFraction(fraction);
 }
 
 bool VexmoraSdlView::isHovered() const {
-    return impl_->hovered;
+    return impl_->hovered && impl_->showsAd();
 }
 
 }  // namespace VexmoraSDK

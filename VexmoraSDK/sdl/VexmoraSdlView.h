@@ -43,7 +43,7 @@ class VEXMORA_EXPORT VexmoraSdlView {
     void setTextColors(const NativeTextColors& colors);
 
     /// How much of the ad is seen when it is drawn, 1 at first. Say 0 where it is no longer drawn,
-    /// and less than 1 where something covers it.
+    /// so that it takes no presses either, and less than 1 where something covers it.
     double visibleFraction() const;
     void setVisibleFraction(double fraction);
 

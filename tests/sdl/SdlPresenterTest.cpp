@@ -218,6 +218,40 @@ TEST_F(SdlTest, TapsByMouseAndByFingerOpenTheAdAndDragsDoNot) {
     opener_.opened();
 }
 
+TEST_F(SdlTest, LeavesToTheGameWhatIsDoneWhereNoAdIsSeenAnyMore) {
+    const Window window;
+    AdSlot slot(delegate());
+    load(slot, "320x60");
+    VexmoraSdlView view(window.renderer.get(), slot);
+    const auto id = window.id();
+    const auto drawUnderMouse = [&] {
+        view.draw(kPlace);
+        view.handle(mouse(SDL_MOUSEMOTION, 20, 30, id));
+        EXPECT_TRUE(view.isHovered());
+    };
+    const auto isLeft = [&] {
+        EXPECT_FALSE(view.isHovered());
+        EXPECT_FALSE(view.handle(mouse(SDL_MOUSEBUTTONDOWN, 20, 30, id)));
+        EXPECT_FALSE(view.handle(mouse(SDL_MOUSEBUTTONUP, 20, 30, id)));
+    };
+
+    drawUnderMouse();
+    view.setVisibleFraction(0);
+    isLeft();
+    view.setVisibleFraction(1);
+    EXPECT_FALSE(view.isHovered()) << "nobody said where the mouse is now";
+    drawUnderMouse();
+    view.handle(mouse(SDL_MOUSEBUTTONDOWN, 20, 30, id));
+    view.setVisibleFraction(0);
+    view.handle(mouse(SDL_MOUSEBUTTONUP, 20, 30, id));
+    view.setVisibleFraction(1);
+
+    drawUnderMouse();
+    slot.setPlacement({});
+    isLeft();
+    EXPECT_THAT(heard_, IsEmpty());
+}
+
 TEST_F(SdlTest, DrawsAgainWhatTheDeviceHasLostAndStopsWhileTheWindowIsHidden) {
     const Window window;
     AdSlot slot(delegate());
