@@ -71,8 +71,9 @@ struct VexmoraSdlScreen::Impl {
     void stop() {
         view.reset();
         texture.setView(nullptr);
-        slot.setVisibleFraction(0);
         presentation.end();
+        // Last: the host may destroy this screen meanwhile.
+        slot.setVisibleFraction(0);
     }
 
     void fillWindow() {
@@ -92,9 +93,10 @@ struct VexmoraSdlScreen::Impl {
         if (!movesSince) movesSince = now;
         const double fraction = shown();
         if (presentation.isLeaving() && fraction == 0) return stop();
-        if (slot.visibleFraction() != fraction) slot.setVisibleFraction(fraction);
         const double units = space.unitsPerPoint();
         texture.draw({0, static_cast<float>(top() * units)}, units);
+        // Last: the host may destroy this screen meanwhile.
+        if (slot.visibleFraction() != fraction) slot.setVisibleFraction(fraction);
     }
 
     /// Of the ad, in points.
@@ -166,7 +168,11 @@ void VexmoraSdlScreen::draw(milliseconds now) {
 bool VexmoraSdlScreen::handle(const SDL_Event& event) {
     Impl& self = *impl_;
     self.texture.handle(event);
-    if (const auto active = appState(event, self.space)) self.slot.setActive(*active);
+    if (const auto active = appState(event, self.space)) {
+        // The host may destroy this screen meanwhile.
+        self.slot.setActive(*active);
+        return false;
+    }
     if (!self.view || !isInput(event)) return false;
     if (self.presentation.isLeaving()) return true;
     if (isCloseKey(event, self.space)) {

@@ -66,20 +66,26 @@ void VexmoraSdlView::draw(const SDL_FRect& place) {
     Impl& self = *impl_;
     self.place = place;
     self.showAdOfSlot();
+    if (self.texture.view()) {
+        const double units = self.space.unitsPerPoint();
+        const auto [origin, scale] = self.position();
+        self.texture.draw({place.x + static_cast<float>(origin.x * units),
+                           place.y + static_cast<float>(origin.y * units)},
+                          scale * units);
+    }
+    // Last: the host may destroy this view meanwhile.
     if (self.slot.visibleFraction() != self.visibleFraction)
         self.slot.setVisibleFraction(self.visibleFraction);
-    if (!self.texture.view()) return;
-    const double units = self.space.unitsPerPoint();
-    const auto [origin, scale] = self.position();
-    self.texture.draw({place.x + static_cast<float>(origin.x * units),
-                       place.y + static_cast<float>(origin.y * units)},
-                      scale * units);
 }
 
 bool VexmoraSdlView::handle(const SDL_Event& event) {
     Impl& self = *impl_;
     self.texture.handle(event);
-    if (const auto active = appState(event, self.space)) self.slot.setActive(*active);
+    if (const auto active = appState(event, self.space)) {
+        // The host may destroy this view meanwhile.
+        self.slot.setActive(*active);
+        return false;
+    }
 
     const auto pointer = pointerEvent(event, self.space);
     if (!pointer) return false;

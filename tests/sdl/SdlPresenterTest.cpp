@@ -281,22 +281,85 @@ TEST_F(SdlTest, DrawsAgainWhatTheDeviceHasLostAndStopsWhileTheWindowIsHidden) {
     EXPECT_EQ(slot.visibleFraction(), 0.25);
 }
 
-TEST_F(SdlTest, MayBeDestroyedFromInsideOfATap) {
+// Each call of each operation destroys everything once, in whatever the library is doing then.
+TEST_F(SdlTest, MayBeDestroyedFromInsideOfEveryOperation) {
     const Window window;
-    std::unique_ptr<VexmoraSdlView> view;
+    const auto id = window.id();
     std::unique_ptr<AdSlot> slot;
-    AdSlot::Delegate delegate;
-    delegate.willLeaveApplication = [&](VexmoraView&) {
+    std::unique_ptr<VexmoraSdlView> view;
+    std::unique_ptr<VexmoraSdlScreen> screen;
+    AdSlot::Time now{};
+    const auto send = [&](auto& presenter, SDL_WindowEventID what) {
+        SDL_Event event{};
+        event.type = SDL_WINDOWEVENT;
+        event.window.windowID = id;
+        event.window.event = what;
+        presenter.handle(event);
+    };
+    const auto load = [&](const char* container, const char* size) {
+        slot->setPlacement({.containerId = container, .adSize = size});
+        EXPECT_TRUE(waitFor([&] { return !slot || slot->state() != AdSlot::State::loading; }));
+    };
+    const std::vector<std::function<void()>> life = {
+        [&] { load("nothing", "320x60"); },
+        [&] { view = std::make_unique<VexmoraSdlView>(window.renderer.get(), *slot); },
+        [&] { load("home", "320x60"); },
+        [&] { view->draw(kPlace); },
+        [&] { view->handle(mouse(SDL_MOUSEBUTTONDOWN, 20, 30, id)); },
+        [&] { view->handle(mouse(SDL_MOUSEBUTTONUP, 20, 30, id)); },
+        [&] { send(*view, SDL_WINDOWEVENT_MINIMIZED); },
+        [&] { send(*view, SDL_WINDOWEVENT_RESTORED); },
+        [&] { view->setVisibleFraction(0); },
+        [&] { view->setVisibleFraction(1); },
+        [&] { now += 1s; },
+        [&] { loop_->run(); },
+        [&] { view.reset(); },
+        [&] { screen = std::make_unique<VexmoraSdlScreen>(window.renderer.get(), *slot); },
+        [&] { load("home", "300x250"); },
+        [&] { EXPECT_TRUE(screen->present()); },
+        [&] { screen->draw(0s); },
+        [&] { screen->draw(1s); },
+        [&] { send(*screen, SDL_WINDOWEVENT_MINIMIZED); },
+        [&] { send(*screen, SDL_WINDOWEVENT_RESTORED); },
+        [&] { screen->handle(key(SDLK_ESCAPE, id)); },
+        [&] { screen->draw(2s); },
+        [&] { screen->draw(3s); },
+        [&] { loop_->run(); }};
+    const auto destroy = [&] {
         view.reset();
+        screen.reset();
         slot.reset();
     };
-    slot = std::make_unique<AdSlot>(delegate);
-    load(*slot, "320x60");
-    view = std::make_unique<VexmoraSdlView>(window.renderer.get(), *slot);
-    view->draw(kPlace);
-    view->handle(mouse(SDL_MOUSEBUTTONDOWN, 20, 30, window.id()));
-    view->handle(mouse(SDL_MOUSEBUTTONUP, 20, 30, window.id()));
-    EXPECT_FALSE(view);
+
+    int callsLeft = 0;
+    const auto hear = [&](auto&&...) {
+        if (--callsLeft == 0) destroy();
+    };
+    const std::vector<std::function<void(AdSlot::Delegate&)>> operations = {
+        [&](auto& delegate) { delegate.willDismissScreen = hear; },
+        [&](auto& delegate) { delegate.didDismissScreen = hear; },
+        [&](auto& delegate) { delegate.willLeaveApplication = hear; },
+        [&](auto& delegate) { delegate.didReceiveAd = hear; },
+        [&](auto& delegate) { delegate.didHaveError = hear; },
+        [&](auto& delegate) { delegate.stateChanged = hear; },
+        [&](auto& delegate) { delegate.failed = hear; },
+        [&](auto& delegate) { delegate.becameViewable = hear; },
+        [&](auto& delegate) { delegate.nextWakeChanged = hear; }};
+    for (std::size_t i = 0; i < operations.size(); ++i) {
+        int call = 0;
+        do {
+            callsLeft = ++call;
+            AdSlot::Delegate delegate;
+            operations[i](delegate);
+            slot = std::make_unique<AdSlot>(delegate);
+            slot->setClock([&] { return now; });
+            for (const auto& step : life) {
+                if (slot) step();
+            }
+            destroy();
+        } while (callsLeft <= 0);
+        EXPECT_GT(call, 1) << "operation " << i << " was never called";
+    }
     opener_.opened();
 }
 
