@@ -30,7 +30,7 @@ TEST(HostLoopTest, RunsNoMoreThanFitsIntoItsBudgetAndSaysThatSomeAreLeft) {
     EXPECT_TRUE(loop.run(microseconds(0)));
     EXPECT_EQ(ran, 1);
     EXPECT_EQ(wakeUps, 2) << "for those that are left";
-    EXPECT_FALSE(loop.run(std::chrono::minutes(1)));
+    EXPECT_FALSE(loop.run(microseconds::max()));
     EXPECT_EQ(ran, 3);
     EXPECT_EQ(wakeUps, 2);
 }

@@ -47,15 +47,16 @@ HostLoop::HostLoop(std::function<void()> wakeUp) {
     std::unique_lock lock(state().mutex);
     const FatalContext context("constructor of", "HostLoop");
     if (state().hasLoop) fatalError("there is a HostLoop already");
+    {
+        // Before there is a loop, whose first block calls it.
+        const std::lock_guard wakeUpLock(state().wakeUpMutex);
+        state().wakeUp = std::move(wakeUp);
+    }
     state().hasLoop = true;
     state().mainThread = std::this_thread::get_id();
     // What an earlier loop has left is let go on the main thread.
     auto left = std::exchange(state().blocks, {});
     lock.unlock();
-    {
-        const std::lock_guard wakeUpLock(state().wakeUpMutex);
-        state().wakeUp = std::move(wakeUp);
-    }
     if (!left.empty()) MainQueue::main()->async([left = std::move(left)] {});
 }
 
@@ -70,11 +71,14 @@ HostLoop::~HostLoop() {
 }
 
 bool HostLoop::run(std::chrono::microseconds budget) noexcept {
-    const auto end = std::chrono::steady_clock::now() + budget;
+    using std::chrono::steady_clock;
+    const auto start = steady_clock::now();
     std::unique_lock lock(state().mutex);
     while (state().mayRun()) {
         state().runNext(lock);
-        if (std::chrono::steady_clock::now() >= end) break;
+        // Compared in the unit of the budget, which may be the largest that there is.
+        if (std::chrono::floor<std::chrono::microseconds>(steady_clock::now() - start) >= budget)
+            break;
     }
     const bool isLeft = state().mayRun();
     lock.unlock();
