@@ -11,6 +11,7 @@
 #include <iterator>
 #include <list>
 #include <thread>
+#include <vector>
 
 #include "VexmoraSDK/platform/http/UrlSession.h"
 #include "VexmoraSDK/platform/images/Image.h"
@@ -38,14 +39,16 @@ void exitNow() {
     if (!exiting.exchange(true)) std::exit(kExitStatus);
 }
 
-/// Has a completion wait for ever, as one does that waits for the main thread.
+/// Waits for ever, as a call does that waits for a main thread that exits.
 [[noreturn]] void block() {
     itIsTime();
     while (true)
         pause();
 }
 
-/// Has a completion decode a picture that takes for ever.
+std::atomic<bool> decodes = false;
+
+/// Decodes a picture that takes for ever.
 [[noreturn]] void decode() {
     const auto folder = std::filesystem::path(VEXMORA_CATALOG).parent_path() / "pictures";
     std::ifstream file(std::filesystem::directory_iterator(folder)->path(), std::ios::binary);
@@ -53,30 +56,33 @@ void exitNow() {
     const auto picture = platform::dataOf(bytes);
     while (true) {
         platform::Image::fromData(picture);
-        itIsTime();
+        decodes = true;
     }
 }
 
-/// Runs `completion` on a delivery thread.
-void runOnDeliveryThread(void (*completion)()) {
+void decodeOnDeliveryThread() {
     const auto invalid = platform::Url::fromString("relative").value();
-    platform::UrlSession::shared()
-        .dataTask(invalid, [completion](auto, auto, auto) { completion(); })
-        .resume();
+    platform::UrlSession::shared().dataTask(invalid, [](auto, auto, auto) { decode(); }).resume();
 }
 
 }  // namespace
 
-int ExitRun::runAll(int times) {
+int ExitRun::runAll(int times, const std::string& onlyPlace) {
     Program server({VEXMORA_ADSERVER, "--catalog", VEXMORA_CATALOG});
     const LibraryFolder folder(server.readLabelled("Request template: "));
     server.stopReading();
+    std::vector<std::string> places = {"the end of main",
+                                       "a call of the main thread",
+                                       "a call of a delivery thread",
+                                       "another thread",
+                                       "another thread beside a block that waits",
+                                       "beside a call that waits",
+                                       "beside a decoder"};
+    if (!onlyPlace.empty()) places = {onlyPlace};
     int runs = 0;
     int failures = 0;
     while (runs < times) {
-        for (const auto* place :
-             {"the end of main", "a call of the main thread", "a call of a delivery thread",
-              "another thread", "beside a call that waits", "beside a decoder"}) {
+        for (const auto& place : places) {
             for (const int events : {0, 1, 5, 20, 60}) {
                 Program process({"/proc/self/exe", "--exit-from", place, std::to_string(events),
                                  folder.path()});
@@ -85,8 +91,8 @@ int ExitRun::runAll(int times) {
                 ++runs;
                 if (output.empty() && status == kExitStatus) continue;
                 ++failures;
-                std::fprintf(stderr, "%s after %d events: status %d\n%s\n", place, events, status,
-                             output.c_str());
+                std::fprintf(stderr, "%s after %d events: status %d\n%s\n", place.c_str(), events,
+                             status, output.c_str());
             }
         }
     }
@@ -102,19 +108,24 @@ int ExitRun::exitFrom(const std::string& place, int events, const std::string& f
         if (++*count < events) return;
         if (place == "a call of the main thread" && event == "drawn") exitNow();
         if (place == "a call of a delivery thread" && event == "RequestError") exitNow();
+        if (place == "another thread beside a block that waits")
+            return platform::MainQueue::main()->async(block);
+        if (place == "beside a call that waits") {
+            if (event == "RequestError") block();
+            return;
+        }
         itIsTime();
     };
     {
         const App app;
         std::thread exiter;
-        if (place == "another thread") {
+        if (place.starts_with("another thread")) {
             exiter = std::thread([] {
                 isTime.wait(false);
                 exitNow();
             });
         }
-        if (place == "beside a call that waits") runOnDeliveryThread(block);
-        if (place == "beside a decoder") runOnDeliveryThread(decode);
+        if (place == "beside a decoder") decodeOnDeliveryThread();
         Random random(static_cast<unsigned>(getpid()));
         auto& runs = *new std::list<AdRun>;  // They outlive the app.
         App::waitFor([&] {
@@ -124,7 +135,9 @@ int ExitRun::exitFrom(const std::string& place, int events, const std::string& f
             for (AdRun& run : runs)
                 run.maybeRelease(random);
             if (events == 0) listener("nothing");
-            return (place == "the end of main" || place.starts_with("beside")) && isTime;
+            return (place == "the end of main" || place == "beside a call that waits" ||
+                    (place == "beside a decoder" && decodes)) &&
+                   isTime;
         });
         if (exiter.joinable()) exiter.join();
     }

@@ -157,15 +157,18 @@ int main(int argc, char** argv) {
         return ExitRun::exitFrom(argv[2], static_cast<int>(number(argv[3])), argv[4]);
     unsigned ads = 2000;
     unsigned seed = 1;
+    std::string place;
     const option known[] = {{"ads", required_argument, nullptr, 'a'},
                             {"seed", required_argument, nullptr, 's'},
+                            {"place", required_argument, nullptr, 'p'},
                             {"exits", required_argument, nullptr, 'e'},
                             {}};
     for (int found; (found = getopt_long(argc, argv, "", known, nullptr)) != -1;) {
         switch (found) {
             case 'a': ads = number(optarg); break;
             case 's': seed = number(optarg); break;
-            case 'e': return ExitRun::runAll(static_cast<int>(number(optarg))) > 0;
+            case 'p': place = optarg; break;
+            case 'e': return ExitRun::runAll(static_cast<int>(number(optarg)), place) > 0;
             default: return 2;
         }
     }
