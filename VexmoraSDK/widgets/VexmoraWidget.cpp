@@ -431,7 +431,6 @@ void VexmoraWidget::keyPressEvent(QKeyEvent* event) {
 }
 
 void VexmoraWidget::press() {
-    if (isInterstitial(view_.get())) return;
     tap(QRectF(adRect()).center());
 }
 

@@ -116,6 +116,7 @@ TEST_P(AdPresenterTest, FollowsTheViewThatItShowsAndNoOther) {
     EXPECT_EQ(colorAt(15, 25), Qt::white);
     app_->setView(ad, other);
     delete ad;
+    view->setFrame({{0, 0}, {100, 100}});
     other->setFrame({{0, 0}, {100, 100}});
 }
 
@@ -147,7 +148,12 @@ TEST_P(AdPresenterTest, OpensTheAddressWhenItIsTappedAndNotWhenItIsDragged) {
 }
 
 TEST_P(AdPresenterTest, DropsATapWhenTheAdIsDisabledOrReplacedMeanwhile) {
+    const auto next = createView("home", "320x60");
+    ASSERT_TRUE(waitToHear("received"));
     auto* ad = addDrawn();
+    clickAtOnce({20, 30});
+    App::runQueuedBlocks();
+    EXPECT_THAT(heard(), ElementsAre("leaves"));
     clickAtOnce({20, 30});
     ad->setProperty("enabled", false);
     App::runQueuedBlocks();
@@ -155,7 +161,12 @@ TEST_P(AdPresenterTest, DropsATapWhenTheAdIsDisabledOrReplacedMeanwhile) {
     App::runQueuedBlocks();
     ad->setProperty("enabled", true);
     clickAtOnce({20, 30});
+    app_->setView(ad, next);
+    App::runQueuedBlocks();
+    press({20, 30});
     app_->setView(ad, plain({{0, 0}, {100, 60}}, kRed));
+    app_->setView(ad, next);
+    release({20, 30});
     App::runQueuedBlocks();
     EXPECT_THAT(heard(), IsEmpty());
 }

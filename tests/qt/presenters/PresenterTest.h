@@ -43,12 +43,12 @@ class PresenterTest : public AppTest,
 
     /// A click before which and during which nothing else is done on the main thread.
     void clickAtOnce(QPointF point) {
-        const QPointF there = app_->window()->mapToGlobal(point);
-        QMouseEvent press(QEvent::MouseButtonPress, point, there, Qt::LeftButton, Qt::LeftButton,
-                          {});
-        QMouseEvent release(QEvent::MouseButtonRelease, point, there, Qt::LeftButton, {}, {});
-        QCoreApplication::sendEvent(app_->window(), &press);
-        QCoreApplication::sendEvent(app_->window(), &release);
+        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            const auto held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+            qt_handleMouseEvent(app_->window(), point, app_->window()->mapToGlobal(point), held,
+                                Qt::LeftButton, type, {}, QTest::lastMouseTimestamp);
+        }
+        QTest::lastMouseTimestamp += QTest::mouseDoubleClickInterval;
     }
 
     AdServer& server_ = LocalAds::server();

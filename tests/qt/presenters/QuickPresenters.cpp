@@ -14,6 +14,7 @@ class QuickPresenters final : public Presenters {
     QuickPresenters() {
         scene_.window().requestActivate();
         App::waitFor([&] { return scene_.window().isActive(); });
+        button_->setAcceptTouchEvents(true);
         button_->forceActiveFocus();
         recordInputsOf(button_);
         addScreen();
@@ -43,7 +44,8 @@ class QuickPresenters final : public Presenters {
 
     QObject* screen() override { return screen_.data(); }
     void addScreen() override {
-        screen_ = new VexmoraScreenItem(scene_.window().contentItem());
+        screen_ = new VexmoraScreenItem(button_);
+        EXPECT_TRUE(screen_->isFocusScope());
         screen_->setSize({400, 300});
     }
     bool present(View view) override { return screen_->present(std::move(view)); }

@@ -47,8 +47,10 @@ class ScreenPresenterTest : public PresenterTest {
         const QPointF there = app_->window()->mapToGlobal(QPointF(200, 150));
         QWheelEvent wheel({200, 150}, there, {}, {0, 120}, {}, {}, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(app_->window(), &wheel);
-        QTest::touchEvent(app_->window(), finger_.get()).press(0, {200, 150});
-        QTest::touchEvent(app_->window(), finger_.get()).release(0, {200, 150});
+        QTest::touchEvent(app_->window(), finger_.get()).press(0, {200, 150}).press(1, {150, 150});
+        QTest::touchEvent(app_->window(), finger_.get())
+            .release(0, {200, 150})
+            .release(1, {150, 150});
         type(Qt::Key_A);
         App::runQueuedBlocks();
     }
@@ -93,8 +95,9 @@ TEST_P(ScreenPresenterTest, ShowsAWhiteCrossToCloseTheAdWith) {
 
 TEST_P(ScreenPresenterTest, TakesAllInputAndHandsTheAdNoTapButOnItsCloseButton) {
     inputAll();
-    EXPECT_THAT(app_->inputs(), UnorderedElementsAre(QEvent::MouseButtonPress, QEvent::Wheel,
-                                                     QEvent::KeyPress, QEvent::KeyRelease));
+    EXPECT_THAT(app_->inputs(),
+                UnorderedElementsAre(QEvent::MouseButtonPress, QEvent::Wheel, QEvent::TouchBegin,
+                                     QEvent::KeyPress, QEvent::KeyRelease));
     present();
     inputAll();
     for (const QPoint point : {QPoint(200, 150), {60, 30}, {5, 5}})
@@ -115,6 +118,10 @@ TEST_P(ScreenPresenterTest, TakesAllInputAndHandsTheAdNoTapButOnItsCloseButton) 
 
 TEST_P(ScreenPresenterTest, ClosesOnceHoweverOftenItIsToldTo) {
     const QPointer<QObject> focused = app_->focused();
+    // Something else could have the keyboard, too.
+    app_->moveAd(app_->addAd(createView("home", "320x60")), {10, 235});
+    ASSERT_TRUE(waitToHear("received"));
+    heard();
     present();
     {
         const HeldAnimations held;

@@ -18,6 +18,7 @@ class WidgetPresenters final : public Presenters {
         window_.setPalette(Qt::white);
         window_.resize(400, 300);
         button_->setFlat(true);
+        button_->setAttribute(Qt::WA_AcceptTouchEvents);
         button_->resize(400, 300);
         QObject::connect(button_, &QPushButton::clicked, [this] { ++clicks_; });
         QObject::connect(&shortcut_, &QShortcut::activated, [this] { ++escapes_; });

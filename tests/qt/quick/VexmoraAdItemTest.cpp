@@ -3,6 +3,7 @@
 
 #include <QtCore/QPointer>
 #include <QtCore/QThread>
+#include <QtGui/QAccessible>
 #include <QtGui/QPointingDevice>
 #include <QtQuick/QSGImageNode>
 
@@ -135,7 +136,8 @@ TEST_F(VexmoraAdItemTest, AsksOnceForAllChangesOfATurn) {
 }
 
 TEST_F(VexmoraAdItemTest, ShowsAViewOfTheHostsUntilItIsToldOtherwise) {
-    auto* ad = new VexmoraAdItem;
+    auto* ad = new VexmoraAdItem(scene_.window().contentItem());
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(ad)->role(), QAccessible::Link);
     scene_.add(ad);
     listenTo(ad);
     bool hostHeard = false;

@@ -11,7 +11,11 @@ using namespace VexmoraSDK;
 
 namespace {
 
-using VexmoraWidgetTest = AppTest;
+class VexmoraWidgetTest : public AppTest {
+ protected:
+    // Its settings are in place before the first ad view reads them, whichever test comes first.
+    VexmoraWidgetTest() { LocalAds::server(); }
+};
 
 TEST_F(VexmoraWidgetTest, TakesTheSizeOfItsViewInALayoutAndLessWhereThereIsNoRoom) {
     QWidget window;
