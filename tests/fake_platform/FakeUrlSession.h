@@ -17,6 +17,8 @@ void reset();
 
 /// The addresses of the transfers started since the last `reset`, in this order.
 std::vector<std::string> requests();
+/// Those of them that wait for the others where places are scarce.
+std::vector<std::string> lowPriorityRequests();
 
 // Each of these completes the oldest open transfer of that address, or throws when there is none.
 

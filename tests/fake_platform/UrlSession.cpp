@@ -14,10 +14,11 @@ namespace VexmoraSDK::platform {
 struct Fetch {
     Url url;
     UrlSession::Completion completion;
+    TaskPriority priority;
     std::once_flag resumed;
 
-    Fetch(Url address, UrlSession::Completion callback)
-        : url(std::move(address)), completion(std::move(callback)) {}
+    Fetch(Url address, UrlSession::Completion callback, TaskPriority urgency)
+        : url(std::move(address)), completion(std::move(callback)), priority(urgency) {}
 };
 
 namespace {
@@ -25,6 +26,7 @@ namespace {
 struct State {
     std::mutex mutex;
     std::vector<std::string> requests;
+    std::vector<std::string> lowPriorityRequests;
     std::vector<std::shared_ptr<Fetch>> open;
 };
 
@@ -36,6 +38,8 @@ State& state() {
 void start(std::shared_ptr<Fetch> transfer) {
     const std::lock_guard lock(state().mutex);
     state().requests.push_back(transfer->url.text());
+    if (transfer->priority == TaskPriority::low)
+        state().lowPriorityRequests.push_back(transfer->url.text());
     state().open.push_back(std::move(transfer));
 }
 
@@ -68,8 +72,8 @@ UrlSession& UrlSession::shared() {
     return *session;
 }
 
-UrlSessionTask UrlSession::dataTask(Url url, Completion completion, TaskPriority) {
-    return UrlSessionTask(std::make_shared<Fetch>(std::move(url), std::move(completion)));
+UrlSessionTask UrlSession::dataTask(Url url, Completion completion, TaskPriority priority) {
+    return UrlSessionTask(std::make_shared<Fetch>(std::move(url), std::move(completion), priority));
 }
 
 void UrlSessionTask::resume() {
@@ -86,12 +90,18 @@ void FakeUrlSession::reset() {
     std::vector<std::shared_ptr<Fetch>> dropped;
     const std::lock_guard lock(state().mutex);
     state().requests.clear();
+    state().lowPriorityRequests.clear();
     dropped.swap(state().open);
 }
 
 std::vector<std::string> FakeUrlSession::requests() {
     const std::lock_guard lock(state().mutex);
     return state().requests;
+}
+
+std::vector<std::string> FakeUrlSession::lowPriorityRequests() {
+    const std::lock_guard lock(state().mutex);
+    return state().lowPriorityRequests;
 }
 
 void FakeUrlSession::answer(std::string_view url, std::string_view body) {

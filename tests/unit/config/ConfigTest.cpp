@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 
 #include "VexmoraSDK/views/AdViewHandler.h"
 #include "tests/unit/FatalReports.h"
@@ -33,6 +35,17 @@ TEST(ConfigDeathTest, StopsWithoutAReadableSettingsFile) {
         EXPECT_DEATH(readSettingsIn(folder), kFoundNil) << folder;
     EXPECT_DEATH(readSettingsIn("entry-not-a-string"),
                  "^fatal error: could not cast value of type");
+}
+
+TEST(ConfigDeathTest, ReadsARelativeFolderAlsoFromAnotherWorkingDirectory) {
+    const auto read = [] {
+        std::filesystem::current_path(VEXMORA_TEST_RESOURCES);
+        platform::Bundle::setLibraryFolder("whole");
+        std::filesystem::current_path("/");
+        const auto count = Config::instance().settingForKey<std::int64_t>("count");
+        std::exit(platform::Bundle::library().folder().is_absolute() && count == 3 ? 0 : 1);
+    };
+    EXPECT_EXIT(read(), testing::ExitedWithCode(0), "");
 }
 
 TEST(ConfigDeathTest, StopsForAMissingTemplateOnlyAtTheFirstAdViewHandler) {

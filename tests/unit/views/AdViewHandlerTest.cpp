@@ -72,8 +72,9 @@ TEST_F(AdViewHandlerTest, OpensOnlyAddressesOfAllowedSchemesAndTellsTheHostOfEve
         EXPECT_FALSE(opens(address)) << address;
     }
     platform::Application::allowScheme("MyApp");
-    platform::Application::allowScheme("not a scheme");
+    platform::Application::allowScheme("smb://host");
     EXPECT_TRUE(opens("myapp:cart"));
+    EXPECT_FALSE(opens("smb://host/share")) << "that was no scheme";
 }
 
 TEST_F(AdViewHandlerTest, AddsATextInItsFontButNotInItsColour) {

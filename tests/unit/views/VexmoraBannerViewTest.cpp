@@ -105,6 +105,7 @@ TEST_F(VexmoraBannerViewTest, TakesTheSizeOfItsPictureAtItsOriginBeforeTheDelega
     ASSERT_EQ(view_->subviews().size(), 1U);
     EXPECT_EQ(view_->subviews()[0]->frame(), (Rect{{0, 0}, {320, 50}}));
     EXPECT_THAT(requests(), ElementsAre(placementUrl("home"), "https://cdn.test/a"));
+    EXPECT_THAT(platform::FakeUrlSession::lowPriorityRequests(), ElementsAre("https://cdn.test/a"));
 }
 
 TEST_F(VexmoraBannerViewTest, ReportsEveryFailureButThatOfItsPictureAndCanRequestAgain) {
