@@ -143,8 +143,8 @@ TEST_F(AdServerTest, KeepsAddressesByteForByte) {
 TEST(StalledRequestsTest, StallUntilTheServerEndsAndDelayNoOthers) {
     std::vector<std::future<httplib::Result>> stalled;  // They end once the server is destroyed.
     AdServer server(Catalog::load());
-    for (const char* how :
-         {"stall", "stall-status", "stall-headers", "stall-body", "stall-handshake"}) {
+    for (const char* how : {"stall", "stall-status", "stall-headers", "stall-body",
+                            "stall-handshake", "stall-connect"}) {
         for (int i = 0; i < 10; ++i) {
             stalled.push_back(std::async(std::launch::async, [address = server.address(), how] {
                 httplib::Client client(address);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/session/UrlSessionTest.h"
 
+#include <curl/curl.h>
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <netinet/in.h>
@@ -59,6 +60,8 @@ TEST_F(UrlSessionTest, DeliversTheBodyOfAnyHttpResponseOnAnotherThread) {
     EXPECT_EQ(page.response.value().statusCode, 404);
     EXPECT_THAT(page.text(), HasSubstr("Error 404"));
 
+    EXPECT_EQ(fetch(ads("fault-redirect-304")).response.value().statusCode, 304);
+
     for (const auto* container : {"fault-status-204", "fault-empty-body"}) {
         const Outcome empty = fetch(ads(container));
         EXPECT_FALSE(empty.error) << container;
@@ -71,7 +74,8 @@ TEST_F(UrlSessionTest, ReportsATruncatedResponseAsATransportError) {
     expectTransportError(ads("fault-cut-short"));
     const std::string provisional = "HTTP/1.1 100 Continue\r\n\r\n";
     const std::string ok = "HTTP/1.1 200 OK\r\n";
-    for (const auto& answer : {provisional, provisional + ok}) {
+    for (const auto& answer :
+         {provisional, provisional + ok, ok + "Content-Length: 3x\r\n\r\nabc"}) {
         const RudeServer rude(answer);
         expectTransportError(rude.address());
     }
@@ -161,8 +165,11 @@ TEST_F(UrlSessionTest, TimesOutWhenAServerStallsBeforeOrAfterItConnects) {
         task.resume();
         stalled.emplace_back(address, std::move(future));
     }
-    for (auto& [address, future] : stalled)
-        expectTransportError(address, outcomeOf(std::move(future)));
+    for (auto& [address, future] : stalled) {
+        const Outcome outcome = outcomeOf(std::move(future));
+        expectTransportError(address, outcome);
+        EXPECT_EQ(outcome.error->code(), CURLE_OPERATION_TIMEDOUT) << address;
+    }
 }
 
 TEST_F(UrlSessionTest, TimesOutWhenAServerGoesOnForTooLong) {
@@ -194,9 +201,17 @@ TEST_F(UrlSessionTest, RefusesHeadersBeyondTheLimit) {
     EXPECT_FALSE(fetch(modest.address()).error);
     const RudeServer talkative("HTTP/1.1 103 Early Hints\r\n" + filler + "\r\nHTTP/1.1 200 OK\r\n" +
                                filler + "Content-Length: 0\r\n\r\n");
-    const Outcome outcome = fetch(talkative.address());
-    expectTransportError(talkative.address(), outcome);
-    EXPECT_EQ(told(outcome, kLocalizedDescriptionKey), "Maximum file size exceeded");
+    const RudeServer restless("HTTP/1.1 302 Found\r\nLocation: /\r\n" + filler + "\r\n");
+    std::string trailers;
+    while (trailers.size() < 12'000)
+        trailers += "X: and so on\r\n";
+    const RudeServer lingering("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n" +
+                               trailers + "\r\n");
+    for (const auto* rude : {&talkative, &restless, &lingering}) {
+        const Outcome outcome = fetch(rude->address());
+        expectTransportError(rude->address(), outcome);
+        EXPECT_EQ(told(outcome, kLocalizedDescriptionKey), "Maximum file size exceeded");
+    }
 }
 
 TEST_F(UrlSessionTest, LetsASlowNameResolutionDelayNoOtherTransfer) {
@@ -279,7 +294,8 @@ TEST_F(UrlSessionTest, StartsNoTransferWhileCompletionsHoldTooManyBytes) {
     ASSERT_EQ(began.get_future().wait_for(kDeadline), std::future_status::ready);
     auto [task, held] = taskFor(ads("home-bottom"));
     task.resume();
-    expectTransportError("relative");  // Other completions go on meanwhile.
+    for (int i = 0; i < 200; ++i)
+        expectTransportError("relative");  // Other completions go on meanwhile.
     EXPECT_EQ(server.requests().size(), 1u);
     released.set_value();
     EXPECT_FALSE(outcomeOf(std::move(held)).error);
