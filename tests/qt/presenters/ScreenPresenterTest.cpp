@@ -89,6 +89,8 @@ TEST_P(ScreenPresenterTest, ShowsAWhiteCrossToCloseTheAdWith) {
         return colorAt(kClose.x() + dx, kClose.y() + dy).lightness();
     };
     EXPECT_GT(lightness(0, 0) + lightness(1, 1) + lightness(-1, 1), 300);
+    for (const auto& [dx, dy] : {std::pair(-6, -4), {5, -4}, {-6, 6}, {4, 6}})
+        EXPECT_GT(lightness(dx, dy), 100) << dx << ' ' << dy;
     for (const auto& [dx, dy] : {std::pair(10, 0), {-10, 0}, {0, 10}, {0, -10}, {16, 0}, {0, 16}})
         EXPECT_LT(lightness(dx, dy), 40) << dx << ' ' << dy;
 }

@@ -136,6 +136,7 @@ TEST_F(VexmoraAdItemTest, AsksOnceForAllChangesOfATurn) {
 }
 
 TEST_F(VexmoraAdItemTest, ShowsAViewOfTheHostsUntilItIsToldOtherwise) {
+    scene_.add("Item {}");  // imports QtQuick, without which there are no accessible items
     auto* ad = new VexmoraAdItem(scene_.window().contentItem());
     EXPECT_EQ(QAccessible::queryAccessibleInterface(ad)->role(), QAccessible::Link);
     scene_.add(ad);
