@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -82,8 +83,14 @@ int showAll(const std::string& requestUrlFormat) {
     int wrong = cores == 1 ? 0 : 1;
     const auto promises = smallMachinePromises();
     if (promises.empty()) ++wrong;
-    for (const Promise& promise : promises)
+    for (const Promise& promise : promises) {
+        // What does not fit would leave an emulator itself without memory.
+        if (promise.container == "bomb-webp-animated" && std::getenv("VEXMORA_EMULATOR_KIB")) {
+            std::printf("not tried under an emulator: %s\n", promise.container.c_str());
+            continue;
+        }
         wrong += show(promise, promise.container == "anywhere" ? kAdsAtOnce : 1);
+    }
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);) {
         if (line.starts_with("VmData:") || line.starts_with("VmHWM:")) std::puts(line.c_str());
