@@ -13,8 +13,9 @@ namespace VexmoraSDK {
 /// What an SDL game calls once a frame to have the library do its work, before it makes its first
 /// slot until after its last. SDL's events are initialised already. Main thread.
 ///
-/// A game that sleeps calls `SDL_WaitEventTimeout` with what `run` returned: when something comes
-/// in the meantime an event of the type `wakeUpEvent()` ends the wait.
+/// A game that sleeps calls `SDL_WaitEventTimeout` with what `run` returned, or with what
+/// `AdSlot::wakeAll` says after it has shown or hidden ads since: when something comes in the
+/// meantime an event of the type `wakeUpEvent()` ends the wait.
 class VEXMORA_EXPORT VexmoraSdlLoop {
  public:
     VexmoraSdlLoop();

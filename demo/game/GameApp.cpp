@@ -87,7 +87,7 @@ void GameApp::advance(std::chrono::milliseconds now) {
     // After a sleep the game goes on where it was.
     stepped_ = std::max(stepped_, seconds - 0.1);
     now_ = now;
-    nextWake_ = loop_.run();
+    loop_.run();
     for (; stepped_ < seconds; stepped_ += Game::kStep)
         step();
     if (game_.phase() == Game::Phase::levelDone && !std::exchange(presented_, true))
@@ -122,5 +122,6 @@ bool GameApp::moves() const {
 
 std::chrono::milliseconds GameApp::maySleep() const {
     if (moves() || (ads_.screen().isPresenting() && !ads_.screen().coversWindow())) return 0ms;
-    return nextWake_.value_or(1h);
+    // What this frame has shown and hidden changes what the loop has said at its beginning.
+    return VexmoraSDK::AdSlot::wakeAll().value_or(1h);
 }

@@ -4,7 +4,6 @@
 #include <SDL.h>
 
 #include <chrono>
-#include <optional>
 
 #include "VexmoraSDK/sdl/VexmoraSdlLoop.h"
 #include "demo/game/Canvas.h"
@@ -46,5 +45,4 @@ class GameApp {
     double stepped_ = 0;
     /// Whether the interstitial of the level that is done was presented.
     bool presented_ = false;
-    std::optional<std::chrono::milliseconds> nextWake_;
 };
