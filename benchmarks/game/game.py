@@ -64,6 +64,7 @@ def rows(bench, quick):
     yield "processor time of a frame, at most", f"{worked[-1]:.2f} ms", "", "", "2 ms"
     yield "wall clock of a frame, at most", f"{waited[-1]:.2f} ms", "", "", "not judged"
     yield "allocations in 1,000 frames without a change", frames["allocations"], "", "", "0"
+    yield "texture uploads in 1,000 frames without a change", frames["uploads"], "", "", "0"
     start = starts(bench, 5 if quick else 40)
     for who, whose in (("loop", "without a window"), ("game", "in a window of SDL")):
         for index, (what, unit, scale) in enumerate(

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <SDL.h>
+#include <dlfcn.h>
 #include <gmock/gmock.h>
 
 #include <chrono>
@@ -26,6 +27,14 @@ constexpr std::uint32_t kWhite = 0xFFFFFFFF;
 int allocations = 0;
 /// Of the main thread only: the threads of the library may still be putting a connection away.
 thread_local bool countsAllocations = false;
+
+int uploads = 0;
+
+/// The function of SDL that one of the same name here stands before.
+template <class Function>
+Function* nextOf(Function*, const char* name) {
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
 
 /// A game in a window without a screen: 400 × 300 points, each `scale` pixels wide.
 class SdlTest : public testing::Test {
@@ -374,6 +383,7 @@ TEST_F(SdlTest, DoesNothingInAFrameInWhichNothingChanges) {
         view.draw(kPlace);
         screen.draw(std::chrono::milliseconds(16 * number));
     };
+    uploads = 0;
     frame(0);
     SDL_RenderFlush(window.renderer.get());
     frame(1);
@@ -385,6 +395,12 @@ TEST_F(SdlTest, DoesNothingInAFrameInWhichNothingChanges) {
     }
     countsAllocations = false;
     EXPECT_EQ(allocations, 0);
+    EXPECT_EQ(uploads, 1) << "in the first frame";
+    SDL_Event lost{};
+    lost.type = SDL_RENDER_DEVICE_RESET;
+    view.handle(lost);
+    frame(100);
+    EXPECT_EQ(uploads, 2);
 }
 
 class SdlScreenTest : public SdlTest {
@@ -497,6 +513,16 @@ TEST_F(SdlScreenTest, RefusesWhatIsNoInterstitial) {
 }
 
 }  // namespace
+
+int SDL_UpdateTexture(SDL_Texture* texture, const SDL_Rect* rect, const void* pixels, int pitch) {
+    ++uploads;
+    return nextOf(SDL_UpdateTexture, "SDL_UpdateTexture")(texture, rect, pixels, pitch);
+}
+
+int SDL_LockTexture(SDL_Texture* texture, const SDL_Rect* rect, void** pixels, int* pitch) {
+    ++uploads;
+    return nextOf(SDL_LockTexture, "SDL_LockTexture")(texture, rect, pixels, pitch);
+}
 
 // AddressSanitizer has operators of its own.
 #ifndef __SANITIZE_ADDRESS__
