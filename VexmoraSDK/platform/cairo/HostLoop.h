@@ -12,7 +12,8 @@ namespace VexmoraSDK::platform {
 /// from then on there is a main queue. One at a time; all of it on the main thread.
 ///
 /// The first one has the fonts of the device read on a thread of its own, so that the first text
-/// does not wait for them.
+/// does not wait for them. Fontconfig takes no change of its fonts meanwhile: an app adds its own
+/// (`FcConfigAppFontAddFile`) before it makes the loop, or after it has measured a text.
 class VEXMORA_EXPORT HostLoop {
  public:
     /// `wakeUp`, if given, says that there are blocks to run: it is called when the first one

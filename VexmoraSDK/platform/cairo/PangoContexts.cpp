@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <future>
 #include <memory>
+#include <mutex>
 #include <optional>
 
 #include "VexmoraSDK/platform/cairo/FontFinder.h"
@@ -46,11 +47,27 @@ Contexts& contexts() {
     return *contexts;
 }
 
+/// Held by the search while it uses HarfBuzz.
+struct Shaping {
+    std::mutex mutex;
+    bool mayBegin = true;
+};
+
+Shaping& shaping() {
+    static NoDestructor<Shaping> shaping;
+    return *shaping;
+}
+
 /// Finds the fonts of ads and those that stand in for them where they lack a letter.
 void findFonts() {
+    // Fontconfig alone works here, for many seconds where it has no cache of the device's fonts.
     const auto title = Font::named("Helvetica-Bold", 13);
     const auto text = Font::named("Helvetica", 12);
-    for (const auto& font : {title, text, std::optional(Font::system(12))}) {
+    const std::optional system(Font::system(12));
+
+    const std::lock_guard lock(shaping().mutex);
+    if (!shaping().mayBegin) return;
+    for (const auto& font : {title, text, system}) {
         if (!font) continue;
         const LayoutPointer layout(pango_layout_new(contexts().leftToRight));
         pango_layout_set_font_description(layout.get(), pangoFont(*font).get());
@@ -82,6 +99,9 @@ void makeHarfBuzzRegisterItsExitHandlers() {
 
 void waitForSearch() {
     search().wait_for(std::chrono::seconds(1));
+    // A search that still reads fonts is left behind, and does not come to HarfBuzz.
+    const std::lock_guard lock(shaping().mutex);
+    shaping().mayBegin = false;
 }
 
 }  // namespace
