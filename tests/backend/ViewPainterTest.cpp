@@ -111,6 +111,17 @@ TEST_F(ViewPainterTest, PaintsPicturesAsTheirModeSays) {
     EXPECT_EQ(ink(), (Box{20, 0, 60, 20}));
 }
 
+TEST_F(ViewPainterTest, PaintsPicturesOfAnyWidthAndWhatComesBehindThem) {
+    const auto view = ImageView::create(
+        picture(60'000, 1, [](int x) { return x < 30'000 ? kRedPixel : kBluePixel; }));
+    view->setFrame({{0, 0}, {100, 20}});
+    root_->addSubview(view);
+    addView({{0, 30}, {10, 10}}, kRed);
+    EXPECT_EQ(colorAt(10, 10), kRedPixel);
+    EXPECT_EQ(colorAt(90, 10), kBluePixel);
+    EXPECT_EQ(colorAt(5, 35), kRedPixel);
+}
+
 TEST_F(ViewPainterTest, AveragesThePixelsOfReducedPictures) {
     // Green with one column in eight, the first, blue.
     const auto view = ImageView::create(

@@ -31,26 +31,44 @@ Rect bounds(const View& view) {
     return {{}, view.frame().size};
 }
 
-void paintImage(cairo_t* context, const ImageView& view) {
-    const Rect rect = view.imageRect();
-    if (!view.image() || rect.size.width <= 0 || rect.size.height <= 0) return;
-    const Image& image = *view.image();
+/// Cairo takes no picture of more than 32,767 pixels on a side, and reduces none that is nearly as
+/// large.
+constexpr int kMaxSide = 16'384;
+
+// The part of the picture from there on that Cairo can take at once, in the picture's pixels.
+void paintPart(cairo_t* context, const Image& image, int left, int top) {
+    const int width = std::min(kMaxSide, image.width() - left);
+    const int height = std::min(kMaxSide, image.height() - top);
+    const auto offset = static_cast<std::ptrdiff_t>(top) * image.width() + left;
     // Cairo only reads them.
-    auto* const pixels = const_cast<std::uint32_t*>(image.pixels());
+    auto* const pixels = const_cast<std::uint32_t*>(image.pixels() + offset);
     const SurfacePointer surface(cairo_image_surface_create_for_data(
         reinterpret_cast<unsigned char*>(pixels),
-        image.isOpaque() ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32, image.width(), image.height(),
+        image.isOpaque() ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32, width, height,
         image.bytesPerRow()));
     cairo_save(context);
-    addRectangle(context, rect);
+    cairo_translate(context, left, top);
+    cairo_rectangle(context, 0, 0, width, height);
     cairo_clip(context);
-    cairo_translate(context, rect.origin.x, rect.origin.y);
-    cairo_scale(context, rect.size.width / image.width(), rect.size.height / image.height());
     cairo_set_source_surface(context, surface.get(), 0, 0);
     // Averages the pixels of a picture that is made smaller; its edge does not fade.
     cairo_pattern_set_filter(cairo_get_source(context), CAIRO_FILTER_GOOD);
     cairo_pattern_set_extend(cairo_get_source(context), CAIRO_EXTEND_PAD);
     cairo_paint(context);
+    cairo_restore(context);
+}
+
+void paintImage(cairo_t* context, const ImageView& view) {
+    const Rect rect = view.imageRect();
+    if (!view.image() || rect.size.width <= 0 || rect.size.height <= 0) return;
+    const Image& image = *view.image();
+    cairo_save(context);
+    cairo_translate(context, rect.origin.x, rect.origin.y);
+    cairo_scale(context, rect.size.width / image.width(), rect.size.height / image.height());
+    for (int top = 0; top < image.height(); top += kMaxSide) {
+        for (int left = 0; left < image.width(); left += kMaxSide)
+            paintPart(context, image, left, top);
+    }
     cairo_restore(context);
 }
 
