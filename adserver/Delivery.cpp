@@ -242,6 +242,16 @@ constexpr Delivery kBad[] = {
          sendWithoutEnd("HTTP/1.1 302 Found\r\nLocation: /landing/elsewhere\r\n\r\n",
                         std::string(64'000, ' '));
      }},
+    {"redirect-crumbs",
+     [](Exchange&) {
+         std::string headers = "Location: /landing/elsewhere\r\nTransfer-Encoding: chunked\r\n";
+         while (headers.size() < 250'000)
+             headers += "a:b\r\n";
+         std::string crumbs;
+         while (crumbs.size() < 64'000)
+             crumbs += chunk("1", "x");
+         sendWithoutEnd("HTTP/1.1 302 Found\r\n" + headers + "\r\n", crumbs);
+     }},
     {"endless-trailers",
      [](Exchange& e) {
          sendWithoutEnd(head(e, "Transfer-Encoding: chunked\r\n") + "0\r\n",

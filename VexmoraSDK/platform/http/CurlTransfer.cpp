@@ -59,8 +59,8 @@ CURLcode checkFraming(const HttpHeaders& headers) {
     return CURLE_OK;
 }
 
-/// Where the response redirects to; empty when it does not.
-std::string_view redirectionOf(const HttpResponse& response) {
+/// Where a response with this head redirects to; empty when it does not.
+std::string_view locationOf(const HttpResponse& response) {
     constexpr std::array kRedirections = {301L, 302L, 303L, 307L, 308L};
     if (std::ranges::count(kRedirections, response.status) == 0) return {};
     const auto locations = response.headers.values("Location");
@@ -136,7 +136,7 @@ bool CurlTransfer::finish(CURLcode result) {
     error_ = refusal_ != CURLE_OK ? refusal_ : result;
     // libcurl takes a connection that ends inside the headers for the end of the response.
     if (error_ == CURLE_OK && !headIsComplete_) error_ = CURLE_PARTIAL_FILE;
-    if (error_ == CURLE_OK && !redirectionOf(response_).empty()) return follow();
+    if (error_ == CURLE_OK && !location_.empty()) return follow();
     response_.isSelfDelimited = isSelfDelimited();
     response_.isRedirected = redirects_ > 0;
     return false;
@@ -147,7 +147,7 @@ const char* CurlTransfer::errorText() const {
 }
 
 bool CurlTransfer::follow() {
-    const auto next = resolved(url_, std::string(redirectionOf(response_)));
+    const auto next = resolved(url_, location_);
     const auto left = limits_.totalTimeout - (std::chrono::steady_clock::now() - start_);
     const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(left).count();
     if (next.empty()) error_ = CURLE_URL_MALFORMAT;
@@ -161,6 +161,7 @@ bool CurlTransfer::follow() {
     set(CURLOPT_HTTPHEADER, nullptr);
     headIsComplete_ = false;
     response_ = {};
+    location_.clear();
     return error_ == CURLE_OK;
 }
 
@@ -184,6 +185,7 @@ CURLcode CurlTransfer::takeHeader(std::string_view line) {
     } else if (line == "\r\n" || line == "\n") {
         headIsComplete_ = true;
         const auto known = curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &response_.status);
+        location_ = locationOf(response_);
         return known == CURLE_OK ? checkFraming(response_.headers) : known;
     } else if (!headIsComplete_) {
         response_.headers.add(line);
@@ -191,11 +193,12 @@ CURLcode CurlTransfer::takeHeader(std::string_view line) {
     return CURLE_OK;
 }
 
+// The body may come a byte at a time: nothing here looks at the headers.
 CURLcode CurlTransfer::takeBody(std::string_view bytes) {
     bodyBytes_ += bytes.size();
     if (bodyBytes_ > limits_.maxBodyBytes) return CURLE_FILESIZE_EXCEEDED;
     try {
-        if (!redirectionOf(response_).empty()) return CURLE_OK;
+        if (!location_.empty()) return CURLE_OK;
         Data& body = response_.body;
         curl_off_t announced = 0;
         if (body.empty()) curl_easy_getinfo(easy_, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);

@@ -71,6 +71,8 @@ class CurlTransfer {
     bool headIsComplete_ = false;
     bool setsCookies_ = false;
     HttpResponse response_;
+    /// Where the response redirects to; empty when it does not.
+    std::string location_;
     /// Why a header or a part of the body was refused, which libcurl reports as a write error.
     CURLcode refusal_ = CURLE_OK;
     CURLcode error_ = CURLE_OK;

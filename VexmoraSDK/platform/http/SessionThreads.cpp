@@ -36,16 +36,18 @@ void SessionThreads::complete(std::shared_ptr<Fetch> fetch) {
 }
 
 void SessionThreads::stop() {
+    const auto deadline = std::chrono::steady_clock::now() + kMaxExitDelay;
     std::unique_lock lock(mutex_);
     stopped_ = true;
     if (hasLeader_) loop_.wake();
     changed_.notify_all();
-    // The turn ends at once, and has to: TLS is taken down after this.
+    // The turn must have ended, for TLS is taken down after this. It does so without a deadline: it
+    // waits for nobody, and what it takes of each transfer is bounded.
     changed_.wait(lock, [this] { return !hasLeader_; });
     const auto isOwn = [](const Worker& worker) {
         return pthread_equal(worker.thread, pthread_self()) != 0;
     };
-    changed_.wait_for(lock, kMaxExitDelay, [&] {
+    changed_.wait_until(lock, deadline, [&] {
         return std::ranges::all_of(
             workers_, [&](const Worker& worker) { return worker.isGone || isOwn(worker); });
     });

@@ -43,9 +43,9 @@ class SessionThreads {
     /// Has a fetch completed whose outcome is known. Any thread.
     void complete(std::shared_ptr<Fetch> fetch);
 
-    /// Ends the turn of the loop, lets no further completion begin, and gives the running ones a
-    /// second to return. Threads that take longer, and the calling one if it is one of these, are
-    /// detached and left behind; what they use is never destroyed.
+    /// Ends the turn of the loop, lets no further completion begin, and returns when the running
+    /// ones have, or a second after the call. Threads that take longer, and the calling one if it
+    /// is one of these, are detached and left behind; what they use is never destroyed.
     void stop();
 
  private:

@@ -32,8 +32,10 @@ class TransferLoop {
 
     /// Begins these transfers, but for those whose response was stored while they waited, and moves
     /// bytes; where no transfer ends by that, waits for more bytes or for `wake`. Returns those
-    /// that ended, each once, with their outcomes. Where others wait for a place, idle connections
-    /// are kept for them. On one thread at a time.
+    /// that ended, each once, with their outcomes. Once woken it is soon over, whatever servers
+    /// send: libcurl takes at most 100 buffers of 16 KiB of a transfer before it looks at the next,
+    /// names are resolved in threads of their own, and the callbacks take time in proportion to the
+    /// bytes. On one thread at a time.
     Fetches turn(Fetches starting, bool othersWait);
 
     /// Whether transfers are in flight. Between turns.
