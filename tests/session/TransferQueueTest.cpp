@@ -73,5 +73,28 @@ TEST_F(TransferQueueTest, KeepsPlacesForAdsThatPicturesCannotTake) {
     EXPECT_EQ(popAll().size(), 64u);
 }
 
+TEST_F(TransferQueueTest, LetsBodiesHoldBackOnlyTheirOwnPriority) {
+    push("http://a/picture", TaskPriority::low);
+    push("http://b/picture", TaskPriority::low);
+    popAll();
+    const std::size_t half = limits.maxHeldBodyBytes / 2;
+    queue.hold(*begun[0], 3 * half);
+    push("http://a/picture", TaskPriority::low);
+    push("http://c/picture", TaskPriority::low);
+    EXPECT_EQ(popAll(), Addresses{"http://c/picture"}) << "one origin's count for half at most";
+    queue.hold(*begun[1], half - 1);
+    push("http://d/picture", TaskPriority::low);
+    EXPECT_EQ(popAll(), Addresses{"http://d/picture"});
+    queue.hold(*begun[1], half);
+    push("http://e/picture", TaskPriority::low);
+    push("http://a/");
+    EXPECT_EQ(popAll(), Addresses{"http://a/"});
+    queue.release(*begun[1]);
+    EXPECT_EQ(popAll(), Addresses{"http://e/picture"});
+    queue.hold(*begun[0], half - 1);
+    EXPECT_EQ(popAll(), Addresses{"http://a/picture"});
+    EXPECT_EQ(queue.heldBytes()[TaskPriority::low], half - 1);
+}
+
 }  // namespace
 }  // namespace VexmoraSDK::platform

@@ -11,6 +11,7 @@
 
 #include <atomic>
 #include <csignal>
+#include <latch>
 #include <map>
 #include <semaphore>
 #include <set>
@@ -303,6 +304,73 @@ TEST_F(UrlSessionTest, StartsNoTransferWhileCompletionsHoldTooManyBytes) {
     EXPECT_EQ(server.requests().size(), 1u);
     released.set_value();
     EXPECT_FALSE(outcomeOf(std::move(held)).error);
+}
+
+TEST_F(UrlSessionTest, LetsBodiesGrowTogetherOnlyWhileThereIsRoomForThem) {
+    constexpr std::size_t kSize = 100'000;
+    limits.maxHeldBodyBytes = 4 * kSize;
+    limits.maxContestedBodyBytes = 1'000;
+    std::latch all(8);
+    std::promise<void> released;
+    const auto go = released.get_future().share();
+    HttpServer host;
+    host.Get("/large", [&, go](const httplib::Request&, httplib::Response&) {
+        all.arrive_and_wait();
+        HttpServer::connection().sendAll("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n" +
+                                         std::string(kSize - 1, 'x'));
+        go.wait();
+        HttpServer::connection().sendAll("x");
+    });
+    host.Get("/small", [](const httplib::Request&, httplib::Response& response) {
+        response.set_content(std::string(1'000, 'x'), "text/plain");
+    });
+    const auto address = "http://127.0.0.1:" + std::to_string(host.bind(0));
+    host.serve();
+    std::atomic<int> whole = 0;
+    std::counting_semaphore<> ended(0);
+    for (int i = 0; i < 8; ++i) {
+        resume(address + "/large", TaskPriority::low, [&](auto body, auto, auto) {
+            if (body) ++whole;
+            ended.release();
+        });
+    }
+    for (int i = 0; i < 4; ++i)
+        EXPECT_TRUE(ended.try_acquire_for(kDeadline)) << "there is no room for five";
+    EXPECT_EQ(whole, 0);
+    EXPECT_FALSE(fetch(address + "/small").error);
+    released.set_value();
+    for (int i = 0; i < 4; ++i)
+        EXPECT_TRUE(ended.try_acquire_for(kDeadline));
+    EXPECT_EQ(whole, 4);
+}
+
+TEST_F(UrlSessionTest, LetsCompletionsOfPicturesHoldUpNoAdsAndNoOtherOrigin) {
+    std::promise<void> someReleased;
+    std::promise<void> allReleased;
+    std::counting_semaphore<> ended(0);
+    std::counting_semaphore<> otherEnded(0);
+    // Without a transfer, they all wait for their completion at once.
+    const auto complete = [&](std::promise<void>& released, int times) {
+        const auto go = released.get_future().share();
+        for (int i = 0; i < times; ++i) {
+            resume("ftp://a/picture", TaskPriority::low, [&ended, go](auto, auto, auto) {
+                go.wait();
+                ended.release();
+            });
+        }
+    };
+    complete(someReleased, 2);
+    complete(allReleased, 20);
+    resume("ftp://b/picture", TaskPriority::low,
+           [&otherEnded](auto, auto, auto) { otherEnded.release(); });
+    // The thread that completes the first is there for the second too.
+    for (int i = 0; i < 2; ++i)
+        EXPECT_THAT(fetch(ads("home-bottom")).text(), HasSubstr("adTypeId"));
+    someReleased.set_value();
+    EXPECT_TRUE(otherEnded.try_acquire_for(kDeadline)) << "one of the next two has to be this one";
+    allReleased.set_value();
+    for (int i = 0; i < 22; ++i)
+        EXPECT_TRUE(ended.try_acquire_for(kDeadline));
 }
 
 TEST_F(UrlSessionTest, LetsSlowPicturesHoldUpNoAdRequest) {

@@ -51,6 +51,14 @@ inline std::pair<UrlSessionTask, std::future<Outcome>> taskFor(const std::string
     return {std::move(task), std::move(future)};
 }
 
+/// Starts a task whose completion somebody else counts.
+inline void resume(const std::string& address, TaskPriority priority,
+                   UrlSession::Completion completion) {
+    UrlSession::shared()
+        .dataTask(Url::fromString(address).value(), std::move(completion), priority)
+        .resume();
+}
+
 inline Outcome fetch(const std::string& address) {
     auto [task, future] = taskFor(address);
     task.resume();

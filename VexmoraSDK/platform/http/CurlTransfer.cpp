@@ -85,9 +85,9 @@ std::size_t CurlTransfer::receive(const char* bytes, std::size_t, std::size_t co
 }
 
 CurlTransfer::CurlTransfer(std::string url, const std::vector<std::string>& requestHeaders,
-                           CURLSH* cookies, const UrlSessionLimits& limits,
+                           CURLSH* cookies, const UrlSessionLimits& limits, std::size_t& heldBytes,
                            std::optional<NextDescriptors>& resolving)
-    : limits_(limits), resolving_(resolving), url_(std::move(url)) {
+    : limits_(limits), heldBytes_(heldBytes), resolving_(resolving), url_(std::move(url)) {
     if (!easy_) error_ = CURLE_FAILED_INIT;
     set(CURLOPT_URL, url_.c_str());
     set(CURLOPT_PATH_AS_IS, 1L);
@@ -200,10 +200,18 @@ CURLcode CurlTransfer::takeBody(std::string_view bytes) {
     try {
         if (!location_.empty()) return CURLE_OK;
         Data& body = response_.body;
+        heldBytes_ += bytes.size();
+        const std::size_t size = body.size() + bytes.size();
+        if (heldBytes_ > limits_.maxHeldBodyBytes && size > limits_.maxContestedBodyBytes) {
+            heldBytes_ -= size;
+            body = {};
+            return CURLE_FILESIZE_EXCEEDED;
+        }
         curl_off_t announced = 0;
         if (body.empty()) curl_easy_getinfo(easy_, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
-        if (announced > 0)
-            body.reserve(std::min(static_cast<std::size_t>(announced), limits_.maxBodyBytes));
+        // Announcing costs a server nothing.
+        const std::size_t most = std::min(limits_.maxBodyBytes, limits_.maxContestedBodyBytes);
+        if (announced > 0) body.reserve(std::min(static_cast<std::size_t>(announced), most));
         const auto* begin = reinterpret_cast<const std::byte*>(bytes.data());
         body.insert(body.end(), begin, begin + bytes.size());
     } catch (const std::bad_alloc&) {

@@ -22,9 +22,11 @@ namespace VexmoraSDK::platform {
 /// nothing of what these send. On one thread.
 class CurlTransfer {
  public:
+    /// `heldBytes` is what this body and those it contests with hold, and grows with it.
     /// `resolving` gets the descriptors that libcurl will open when it resolves a name.
     CurlTransfer(std::string url, const std::vector<std::string>& requestHeaders, CURLSH* cookies,
-                 const UrlSessionLimits& limits, std::optional<NextDescriptors>& resolving);
+                 const UrlSessionLimits& limits, std::size_t& heldBytes,
+                 std::optional<NextDescriptors>& resolving);
     ~CurlTransfer();
     CurlTransfer(const CurlTransfer&) = delete;
     CurlTransfer& operator=(const CurlTransfer&) = delete;
@@ -60,6 +62,7 @@ class CurlTransfer {
     bool isSelfDelimited() const;
 
     const UrlSessionLimits limits_;
+    std::size_t& heldBytes_;
     std::optional<NextDescriptors>& resolving_;
     const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
     CURL* const easy_ = curl_easy_init();

@@ -34,8 +34,9 @@ struct Fetch {
     const TaskPriority priority;
     UrlSession::Completion completion;
     std::atomic<bool> resumed = false;
-    /// Whether it holds a place of the `TransferQueue`.
+    /// Whether it has a place of the `TransferQueue`, and how much its body is said to hold there.
     bool hasPlace = false;
+    std::size_t heldBytes = 0;
 
     // What a transfer has brought.
     HttpCache::Time requestTime{};

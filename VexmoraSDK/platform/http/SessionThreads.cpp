@@ -15,18 +15,25 @@ namespace {
 /// How long the exit of the process waits for the threads.
 constexpr std::chrono::seconds kMaxExitDelay(1);
 
+/// How many completions of low priority run at once.
+std::size_t maxLowCompletions() {
+    // Each question reads a file.
+    static const std::size_t cores = std::clamp(std::thread::hardware_concurrency(), 1u, 4u);
+    return cores;
+}
+
 }  // namespace
 
 void SessionThreads::transfer(std::shared_ptr<Fetch> fetch) {
     const std::lock_guard lock(mutex_);
     waiting_.push(std::move(fetch));
     addThreads();
-    if (mayBegin()) notifyLeader();
+    if (waiting_.isReady()) notifyLeader();
 }
 
 void SessionThreads::complete(std::shared_ptr<Fetch> fetch) {
     const std::lock_guard lock(mutex_);
-    ended_.push_back(std::move(fetch));
+    ended_[fetch->priority].push(std::move(fetch));
     addThreads();
     if (following_ > 0) {
         changed_.notify_one();
@@ -63,8 +70,8 @@ void SessionThreads::stop() {
 void SessionThreads::work(Worker& self) {
     std::unique_lock lock(mutex_);
     while (!stopped_) {
-        if (!ended_.empty() && mayComplete()) {
-            completeOne(lock);
+        if (const auto priority = nextCompletion()) {
+            completeOne(*priority, lock);
         } else if (needsLeader()) {
             leadOnce(lock);
         } else {
@@ -77,12 +84,12 @@ void SessionThreads::work(Worker& self) {
     changed_.notify_all();
 }
 
-void SessionThreads::completeOne(std::unique_lock<std::mutex>& lock) {
-    auto fetch = std::move(ended_.front());
-    ended_.pop_front();
-    const std::size_t bytes = fetch->response.body.size();
-    ++completing_;
-    const std::size_t left = ended_.size() + (needsLeader() ? 1 : 0);
+void SessionThreads::completeOne(TaskPriority priority, std::unique_lock<std::mutex>& lock) {
+    FetchLine& line = ended_[priority];
+    const auto fetch = line.pop(line.turns().begin());
+    ++completing_[priority];
+    const std::size_t left = ended_[TaskPriority::normal].size() +
+                             ended_[TaskPriority::low].size() + (needsLeader() ? 1 : 0);
     const std::size_t helpers = std::min(following_, left);
     lock.unlock();
     // A notified thread takes the lock first.
@@ -90,10 +97,9 @@ void SessionThreads::completeOne(std::unique_lock<std::mutex>& lock) {
         changed_.notify_one();
     fetch->complete();
     lock.lock();
-    --completing_;
-    endedBytes_ -= bytes;
+    --completing_[priority];
     if (fetch->hasPlace) waiting_.release(*fetch);
-    if (hasLeader_ && mayBegin()) notifyLeader();
+    if (hasLeader_ && waiting_.isReady()) notifyLeader();
 }
 
 void SessionThreads::leadOnce(std::unique_lock<std::mutex>& lock) {
@@ -101,32 +107,35 @@ void SessionThreads::leadOnce(std::unique_lock<std::mutex>& lock) {
     hasLeader_ = true;
     leaderIsNotified_ = false;
     TransferLoop::Fetches starting;
-    while (mayBegin())
+    while (waiting_.isReady())
         starting.push_back(waiting_.pop());
-    const bool othersWait = !waiting_.isEmpty();
+    const bool othersWait = waiting_.countReuses() > 0;
+    const auto heldBytes = waiting_.heldBytes();
     lock.unlock();
-    auto ended = loop_.turn(std::move(starting), othersWait);
+    auto ended = loop_.turn(std::move(starting), othersWait, heldBytes);
     lock.lock();
     hasLeader_ = false;
-    inFlightBytes_ = loop_.bodyBytes();
+    loop_.forEachBody([this](Fetch& fetch, std::size_t bytes) { waiting_.hold(fetch, bytes); });
     for (auto& fetch : ended) {
-        endedBytes_ += fetch->response.body.size();
-        ended_.push_back(std::move(fetch));
+        waiting_.hold(*fetch, fetch->response.body.size());
+        ended_[fetch->priority].push(std::move(fetch));
     }
     addThreads();
 }
 
-/// A thread has to be left to lead, unless there is only one.
-bool SessionThreads::mayComplete() const {
-    return completing_ + 1 < workers_.size() || workers_.size() == 1;
+std::optional<TaskPriority> SessionThreads::nextCompletion() const {
+    constexpr auto kNormal = TaskPriority::normal;
+    constexpr auto kLow = TaskPriority::low;
+    // A thread has to be left to lead, unless there is only one.
+    const std::size_t completing = completing_[kNormal] + completing_[kLow];
+    if (completing + 1 >= workers_.size() && workers_.size() > 1) return std::nullopt;
+    if (!ended_[kNormal].isEmpty()) return kNormal;
+    if (!ended_[kLow].isEmpty() && completing_[kLow] < maxLowCompletions()) return kLow;
+    return std::nullopt;
 }
 
 bool SessionThreads::needsLeader() const {
-    return !hasLeader_ && (loop_.hasTransfers() || mayBegin());
-}
-
-bool SessionThreads::mayBegin() const {
-    return waiting_.isReady() && inFlightBytes_ + endedBytes_ < limits_.maxHeldBodyBytes;
+    return !hasLeader_ && (loop_.hasTransfers() || waiting_.isReady());
 }
 
 void SessionThreads::notifyLeader() {
@@ -139,9 +148,12 @@ void SessionThreads::notifyLeader() {
 }
 
 void SessionThreads::addThreads() {
-    // Each question reads a file.
-    static const std::size_t cores = std::clamp(std::thread::hardware_concurrency(), 1u, 4u);
-    const std::size_t wanted = std::min(completing_ + ended_.size(), cores) + 1;
+    const auto completions = [this](TaskPriority priority) {
+        return completing_[priority] + ended_[priority].size();
+    };
+    const std::size_t low = std::min(completions(TaskPriority::low), maxLowCompletions());
+    const std::size_t wanted =
+        std::min(low + completions(TaskPriority::normal), maxLowCompletions() + 1) + 1;
     while (!stopped_ && workers_.size() < wanted) {
         Worker& worker = workers_.emplace_back();
         const auto thread = startWorkerThread("vexmora-" + std::to_string(workers_.size() - 1),

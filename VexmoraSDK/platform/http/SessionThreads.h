@@ -4,10 +4,10 @@
 #include <pthread.h>
 
 #include <condition_variable>
-#include <deque>
 #include <list>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 #include "VexmoraSDK/platform/http/TransferLoop.h"
 #include "VexmoraSDK/platform/http/TransferQueue.h"
@@ -28,14 +28,15 @@ namespace VexmoraSDK::platform {
 /// completion waits and another thread is left to lead; else it leads if there are transfers and no
 /// thread leads; else it follows. So the thread that got the last byte of a response completes it
 /// without waking another, which takes the lead only if there are further transfers, and no
-/// transfer waits for a completion that decodes a picture. As many threads complete at once as
-/// there are cores, at most four, and one more leads. A thread is started when there is work for
-/// it; where the system gives none, those that run do the work, and a process without any is
-/// stopped.
+/// transfer waits for a completion that decodes a picture.
+///
+/// Completions of low priority come after the others, and origins take turns. As many of them run
+/// at once as there are cores, at most four; one more thread is for the others, and one leads. A
+/// thread is started when there is work for it; where the system gives none, those that run do the
+/// work, and a process without any is stopped.
 class SessionThreads {
  public:
-    explicit SessionThreads(const UrlSessionLimits& limits)
-        : limits_(limits), loop_(limits), waiting_(limits) {}
+    explicit SessionThreads(const UrlSessionLimits& limits) : loop_(limits), waiting_(limits) {}
 
     /// Has a transfer made and completed. Any thread.
     void transfer(std::shared_ptr<Fetch> fetch);
@@ -56,27 +57,21 @@ class SessionThreads {
 
     void work(Worker& self);
     // The mutex is held in all of these.
-    void completeOne(std::unique_lock<std::mutex>& lock);
+    void completeOne(TaskPriority priority, std::unique_lock<std::mutex>& lock);
     void leadOnce(std::unique_lock<std::mutex>& lock);
-    bool mayComplete() const;
+    std::optional<TaskPriority> nextCompletion() const;
     bool needsLeader() const;
-    bool mayBegin() const;
     void addThreads();
     void notifyLeader();
 
-    const UrlSessionLimits& limits_;
     TransferLoop loop_;
 
     std::mutex mutex_;
     std::condition_variable changed_;
     std::list<Worker> workers_;
     TransferQueue waiting_;
-    std::deque<std::shared_ptr<Fetch>> ended_;
-    /// The size of the bodies in flight after the last turn.
-    std::size_t inFlightBytes_ = 0;
-    /// The size of the bodies that wait for their completion or are being handed to it.
-    std::size_t endedBytes_ = 0;
-    std::size_t completing_ = 0;
+    ByPriority<FetchLine> ended_;
+    ByPriority<std::size_t> completing_;
     std::size_t following_ = 0;
     bool hasLeader_ = false;
     /// Whether a thread has been notified to lead since the last turn began.

@@ -33,14 +33,9 @@ void TransferLoop::wake() {
     if (multi_) curl_multi_wakeup(multi_);
 }
 
-std::size_t TransferLoop::bodyBytes() const {
-    std::size_t bytes = 0;
-    for (const auto& [easy, transfer] : transfers_)
-        bytes += transfer->curl.response().body.size();
-    return bytes;
-}
-
-TransferLoop::Fetches TransferLoop::turn(Fetches starting, bool othersWait) {
+TransferLoop::Fetches TransferLoop::turn(Fetches starting, bool othersWait,
+                                         const HeldBytes& heldBytes) {
+    heldBytes_ = heldBytes;
     // libcurl counts connections in use too, and one that a waiting transfer will use is not idle.
     const auto connections =
         limits_.maxIdleConnections + (othersWait ? limits_.maxConcurrentTransfers : 0);
@@ -66,9 +61,10 @@ TransferLoop::Fetches TransferLoop::turn(Fetches starting, bool othersWait) {
 void TransferLoop::begin(std::shared_ptr<Fetch> fetch, Fetches& ended) {
     if (fetch->isServedFromCache()) return ended.push_back(std::move(fetch));
     fetch->requestTime = HttpCache::now();
-    auto transfer = std::unique_ptr<Transfer>(new Transfer{
-        fetch,
-        {fetch->url.text(), fetch->requestHeaders(), cookies_.share(), limits_, resolving_}});
+    auto transfer = std::unique_ptr<Transfer>(
+        new Transfer{fetch,
+                     {fetch->url.text(), fetch->requestHeaders(), cookies_.share(), limits_,
+                      heldBytes_[fetch->priority], resolving_}});
     CurlTransfer& curl = transfer->curl;
     if (curl.isReady() && curl_multi_add_handle(multi_, curl.easy()) == CURLM_OK) {
         transfers_.emplace(curl.easy(), std::move(transfer));

@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "VexmoraSDK/platform/http/ByPriority.h"
 #include "VexmoraSDK/platform/http/CookieJar.h"
 #include "VexmoraSDK/platform/http/CurlTransfer.h"
 #include "VexmoraSDK/platform/http/Fetch.h"
@@ -30,18 +31,26 @@ class TransferLoop {
     /// Ends the wait of the turn, or else of the next one. Any thread.
     void wake();
 
+    /// What the bodies of all fetches that have a place hold at the beginning of a turn.
+    using HeldBytes = ByPriority<std::size_t>;
+
     /// Begins these transfers, but for those whose response was stored while they waited, and moves
     /// bytes; where no transfer ends by that, waits for more bytes or for `wake`. Returns those
     /// that ended, each once, with their outcomes. Once woken it is soon over, whatever servers
     /// send: libcurl takes at most 100 buffers of 16 KiB of a transfer before it looks at the next,
     /// names are resolved in threads of their own, and the callbacks take time in proportion to the
     /// bytes. On one thread at a time.
-    Fetches turn(Fetches starting, bool othersWait);
+    Fetches turn(Fetches starting, bool othersWait, const HeldBytes& heldBytes);
 
     /// Whether transfers are in flight. Between turns.
     bool hasTransfers() const { return !transfers_.empty(); }
-    /// How much of their bodies they have received. Between turns.
-    std::size_t bodyBytes() const;
+    /// Calls `use` with each fetch in flight and the size of the body that it has so far. Between
+    /// turns.
+    template <class Use>
+    void forEachBody(Use use) const {
+        for (const auto& [easy, transfer] : transfers_)
+            use(*transfer->fetch, transfer->curl.response().body.size());
+    }
 
  private:
     struct Transfer {
@@ -54,6 +63,7 @@ class TransferLoop {
 
     const UrlSessionLimits& limits_;
     CookieJar cookies_;
+    HeldBytes heldBytes_;
     CURLM* multi_ = nullptr;
     /// The descriptors that libcurl opens to resolve names.
     std::optional<NextDescriptors> resolving_;

@@ -5,54 +5,82 @@
 #include <utility>
 
 namespace VexmoraSDK::platform {
+namespace {
+
+/// An origin's part of a limit.
+std::size_t shareOf(std::size_t limit) {
+    return std::max<std::size_t>(limit / 2, 1);
+}
+
+/// How many of these places a task may take.
+std::size_t placesFor(TaskPriority priority, std::size_t places) {
+    return priority == TaskPriority::low ? places - places / 8 : places;
+}
+
+}  // namespace
 
 void TransferQueue::push(std::shared_ptr<Fetch> fetch) {
-    Line& line = lines_[static_cast<std::size_t>(fetch->priority)];
-    auto& waiting = line.waiting[fetch->origin];
-    if (waiting.empty()) line.turns.push_back(fetch->origin);
-    waiting.push_back(std::move(fetch));
+    lines_[fetch->priority].push(std::move(fetch));
 }
 
 std::shared_ptr<Fetch> TransferQueue::pop() {
-    const auto [found, turn] = next();
-    Line& line = lines_[static_cast<std::size_t>(found - lines_.data())];
-    const auto origin = line.waiting.find(*turn);
-    auto fetch = std::move(origin->second.front());
-    origin->second.pop_front();
-    if (origin->second.empty()) {
-        line.waiting.erase(origin);
-        line.turns.erase(turn);
-    } else {
-        line.turns.splice(line.turns.end(), line.turns, turn);
-    }
-    ++places_[fetch->origin];
-    ++allPlaces_;
+    const auto [priority, turn] = next().value();
+    auto fetch = lines_[priority].pop(turn);
+    ++shares_[fetch->origin].places;
+    ++places_;
     fetch->hasPlace = true;
     return fetch;
 }
 
-void TransferQueue::release(const Fetch& fetch) {
-    --allPlaces_;
-    const auto places = places_.find(fetch.origin);
-    if (--places->second == 0) places_.erase(places);
+std::size_t TransferQueue::countReuses() const {
+    std::size_t count = 0;
+    for (const auto& [origin, share] : shares_)
+        for (const auto& line : lines_.values)
+            count += line.sizeOf(origin);
+    return count;
 }
 
-TransferQueue::Next TransferQueue::next() const {
-    for (const Line& line : lines_) {
-        if (line.turns.empty()) continue;
-        const bool isLow = &line != &lines_.front();
-        const auto most = [isLow](std::size_t places) {
-            return isLow ? places - places / 8 : places;
-        };
-        const std::size_t all = limits_.maxConcurrentTransfers;
-        if (allPlaces_ >= most(all)) continue;
-        for (auto turn = line.turns.begin(); turn != line.turns.end(); ++turn) {
-            const auto places = places_.find(*turn);
-            const std::size_t held = places == places_.end() ? 0 : places->second;
-            if (held < most(std::max<std::size_t>(all / 2, 1))) return {&line, turn};
-        }
+void TransferQueue::hold(Fetch& fetch, std::size_t bytes) {
+    if (bytes == fetch.heldBytes) return;  // nothing new, as mostly
+    for (std::size_t* held :
+         {&heldBytes_[fetch.priority], &shares_.at(fetch.origin).heldBytes[fetch.priority]}) {
+        *held = *held - fetch.heldBytes + bytes;
     }
-    return {};
+    fetch.heldBytes = bytes;
+}
+
+void TransferQueue::release(Fetch& fetch) {
+    hold(fetch, 0);
+    --places_;
+    const auto share = shares_.find(fetch.origin);
+    if (--share->second.places == 0) shares_.erase(share);
+}
+
+// The limits may change while nothing waits.
+std::optional<TransferQueue::Next> TransferQueue::next() const {
+    for (const auto priority : {TaskPriority::normal, TaskPriority::low}) {
+        const auto& turns = lines_[priority].turns();
+        if (turns.empty() || isFull(priority)) continue;
+        for (auto turn = turns.begin(); turn != turns.end(); ++turn)
+            if (hasShareLeft(*turn, priority)) return Next{priority, turn};
+    }
+    return std::nullopt;
+}
+
+bool TransferQueue::isFull(TaskPriority priority) const {
+    std::size_t bytes = 0;
+    for (const auto& [origin, share] : shares_)
+        bytes += std::min(share.heldBytes[priority], shareOf(limits_.maxHeldBodyBytes));
+    return bytes >= limits_.maxHeldBodyBytes ||
+           places_ >= placesFor(priority, limits_.maxConcurrentTransfers);
+}
+
+bool TransferQueue::hasShareLeft(const std::string& origin, TaskPriority priority) const {
+    const auto found = shares_.find(origin);
+    if (found == shares_.end()) return true;
+    const Share& share = found->second;
+    return share.places < placesFor(priority, shareOf(limits_.maxConcurrentTransfers)) &&
+           share.heldBytes[priority] < shareOf(limits_.maxHeldBodyBytes);
 }
 
 }  // namespace VexmoraSDK::platform

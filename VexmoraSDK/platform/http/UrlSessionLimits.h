@@ -22,8 +22,12 @@ struct UrlSessionLimits {
     /// The transfers at once, with those whose completion has not yet run; one origin has at most
     /// half of them. Further ones wait, and their time begins when they start.
     std::size_t maxConcurrentTransfers = 64;
-    /// The bodies of all these: where they hold as much, no transfer starts.
+    /// The bodies of all these, apart for each priority: while they hold as much, none starts.
+    /// Those of one origin count for at most half of it, and none of that origin starts while they
+    /// do.
     std::size_t maxHeldBodyBytes = std::size_t{64} << 20;
+    /// A body that grows beyond this while they hold more is too large.
+    std::size_t maxContestedBodyBytes = std::size_t{4} << 20;
     std::size_t maxIdleConnections = 16;
     /// The cookies of all hosts; those that were set first are dropped.
     std::size_t maxCookies = 1000;
