@@ -409,15 +409,37 @@ TEST_F(UrlSessionTest, UsesAResponseThatWasStoredWhileARequestWaited) {
 }
 
 TEST_F(UrlSessionTest, KeepsAtMostSixteenIdleConnections) {
-    std::vector<std::future<Outcome>> outcomes;
-    for (int i = 0; i < 32; ++i) {
-        auto [task, future] = taskFor(ads("fault-slow"));
-        task.resume();
-        outcomes.push_back(std::move(future));
+    constexpr int kAtOnce = 28;
+    constexpr int kAll = kAtOnce + 5;
+    std::latch allAreThere(kAtOnce);
+    std::atomic<int> requests = 0;
+    std::counting_semaphore<> answers(0);
+    std::counting_semaphore<> completions(0);
+    std::promise<void> released;
+    const auto go = released.get_future().share();
+    HttpServer host;
+    host.Get("/", [&](const httplib::Request&, httplib::Response& response) {
+        if (++requests <= kAtOnce) allAreThere.arrive_and_wait();
+        response.set_content("x", "text/plain");
+    });
+    host.set_logger([&](const auto&, const auto&) { answers.release(); });
+    const int port = host.bind(0);
+    host.serve();
+    for (int i = 0; i < kAll; ++i) {
+        resume("http://127.0.0.1:" + std::to_string(port) + "/", TaskPriority::low,
+               [&completions, go](auto, auto, auto) {
+                   go.wait();
+                   completions.release();
+               });
     }
-    for (auto& outcome : outcomes)
-        EXPECT_FALSE(outcomeOf(std::move(outcome)).error);
-    EXPECT_LE(connectionsTo(server.port()).size(), 16u);
+    for (int i = 0; i < kAtOnce; ++i)
+        EXPECT_TRUE(answers.try_acquire_for(kDeadline));
+    fetch(ads("home-bottom"));  // The loop has received all answers that were sent before.
+    released.set_value();
+    for (int i = 0; i < kAll; ++i)
+        EXPECT_TRUE(completions.try_acquire_for(kDeadline));
+    EXPECT_LE(connectionsTo(port).size() + connectionsTo(server.port()).size(), 16u);
+    EXPECT_EQ(requests, kAll);
 }
 
 TEST_F(UrlSessionTest, LeavesNoDescriptorOpenInProgramsThatTheHostStarts) {

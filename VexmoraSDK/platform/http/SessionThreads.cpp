@@ -109,10 +109,10 @@ void SessionThreads::leadOnce(std::unique_lock<std::mutex>& lock) {
     TransferLoop::Fetches starting;
     while (waiting_.isReady())
         starting.push_back(waiting_.pop());
-    const bool othersWait = waiting_.countReuses() > 0;
+    const std::size_t reuses = waiting_.countReuses();
     const auto heldBytes = waiting_.heldBytes();
     lock.unlock();
-    auto ended = loop_.turn(std::move(starting), othersWait, heldBytes);
+    auto ended = loop_.turn(std::move(starting), reuses, heldBytes);
     lock.lock();
     hasLeader_ = false;
     loop_.forEachBody([this](Fetch& fetch, std::size_t bytes) { waiting_.hold(fetch, bytes); });

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/http/TransferLoop.h"
 
+#include <algorithm>
 #include <chrono>
 #include <thread>
 #include <utility>
@@ -33,12 +34,14 @@ void TransferLoop::wake() {
     if (multi_) curl_multi_wakeup(multi_);
 }
 
-TransferLoop::Fetches TransferLoop::turn(Fetches starting, bool othersWait,
+TransferLoop::Fetches TransferLoop::turn(Fetches starting, std::size_t reuses,
                                          const HeldBytes& heldBytes) {
     heldBytes_ = heldBytes;
-    // libcurl counts connections in use too, and one that a waiting transfer will use is not idle.
+    // A connection that another transfer will use is not idle. While there are more than this,
+    // those in use included, libcurl closes one for each transfer that ends. It closes none later,
+    // so there must never be more than will be used.
     const auto connections =
-        limits_.maxIdleConnections + (othersWait ? limits_.maxConcurrentTransfers : 0);
+        limits_.maxIdleConnections + std::min(reuses, limits_.maxConcurrentTransfers);
     curl_multi_setopt(multi_, CURLMOPT_MAXCONNECTS, static_cast<long>(connections));
     Fetches ended;
     for (auto& fetch : starting)

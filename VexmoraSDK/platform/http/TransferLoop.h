@@ -36,11 +36,13 @@ class TransferLoop {
 
     /// Begins these transfers, but for those whose response was stored while they waited, and moves
     /// bytes; where no transfer ends by that, waits for more bytes or for `wake`. Returns those
-    /// that ended, each once, with their outcomes. Once woken it is soon over, whatever servers
-    /// send: libcurl takes at most 100 buffers of 16 KiB of a transfer before it looks at the next,
-    /// names are resolved in threads of their own, and the callbacks take time in proportion to the
-    /// bytes. On one thread at a time.
-    Fetches turn(Fetches starting, bool othersWait, const HeldBytes& heldBytes);
+    /// that ended, each once, with their outcomes. `reuses` is how many transfers will yet begin
+    /// that can use a connection which is there.
+    ///
+    /// Once woken a turn is soon over, whatever servers send: libcurl takes at most 100 buffers of
+    /// 16 KiB of a transfer before it looks at the next, names are resolved in threads of their
+    /// own, and the callbacks take time in proportion to the bytes. On one thread at a time.
+    Fetches turn(Fetches starting, std::size_t reuses, const HeldBytes& heldBytes);
 
     /// Whether transfers are in flight. Between turns.
     bool hasTransfers() const { return !transfers_.empty(); }

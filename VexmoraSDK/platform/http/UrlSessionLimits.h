@@ -28,6 +28,7 @@ struct UrlSessionLimits {
     std::size_t maxHeldBodyBytes = std::size_t{64} << 20;
     /// A body that grows beyond this while they hold more is too large.
     std::size_t maxContestedBodyBytes = std::size_t{4} << 20;
+    /// Those that nobody waits for.
     std::size_t maxIdleConnections = 16;
     /// The cookies of all hosts; those that were set first are dropped.
     std::size_t maxCookies = 1000;
