@@ -47,8 +47,8 @@ TEST_F(TransferQueueTest, LetsOriginsTakeTurnsAndPicturesWait) {
 }
 
 TEST_F(TransferQueueTest, GivesAnOriginHalfOfThePlacesHoweverItsUrlsAreWritten) {
-    push("http://a/", TaskPriority::normal, 20);
-    push("HTTP://A:80/x?y", TaskPriority::normal, 20);
+    for (const auto* same : {"http://a/", "HTTP://A:80/x?y", "http://a:080/", "http://user@a:#x"})
+        push(same, TaskPriority::normal, 10);
     EXPECT_EQ(popAll().size(), 32u);
     for (const auto* other : {"https://a/", "http://a:81/", "http://user@a:443#x"})
         push(other);

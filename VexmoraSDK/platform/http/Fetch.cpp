@@ -23,10 +23,10 @@ std::string originOf(const Url& url) {
     auto authority = url.text().substr(begin, end == std::string::npos ? end : end - begin);
     for (char& c : authority)
         c = lowerCase(c);
-    const std::string_view port = std::string_view(authority).substr(host.size());
-    if (port == ":" || (scheme == "http" && port == ":80") || (scheme == "https" && port == ":443"))
-        authority.resize(host.size());
-    return scheme + "://" + authority;
+    std::string port = authority.substr(host.size());
+    port.erase(0, port.find_first_not_of(":0"));
+    if (port.empty()) port = scheme == "https" ? "443" : "80";
+    return scheme + "://" + authority.substr(0, host.size()) + ':' + port;
 }
 
 /// Decompresses a gzip file of one or more members into `decoded`, which takes at most `maxBytes`.
