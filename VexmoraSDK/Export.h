@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// Marks what hosts and presenters may use of the library; all else is hidden in it.
+/// Exports a symbol to hosts and presenters. All other symbols are hidden.
 #define VEXMORA_EXPORT __attribute__((visibility("default")))

@@ -17,7 +17,7 @@ const std::string& member(const AdRecord& record, std::string_view name) {
     return unwrap(found == record.end() ? nullptr : &found->second, "member", name);
 }
 
-/// The integer that a text of an optional sign and decimal digits, and nothing else, stands for.
+/// Reads an optional sign and decimal digits; absent for any other text.
 std::optional<std::intptr_t> integer(std::string_view text) {
     if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
     std::intptr_t value = 0;

@@ -12,12 +12,12 @@
 
 namespace VexmoraSDK {
 
-/// Turns a request address into an ad model. The ad server is trusted: a record that makes no model
-/// is a fatal stop, not an error.
+/// Fetches ads and builds their models. The ad server is trusted: a record that makes no model is a
+/// fatal stop, not an error.
 class AdFactory {
  public:
-    /// The model of one record, its picture being loaded. A missing member, an unknown "adTypeId",
-    /// a text that is no address or a model that is no `T` is a fatal stop.
+    /// Builds the model of one record and starts to load its picture. A missing member, an unknown
+    /// "adTypeId", an invalid URL or a model that is no `T` is a fatal stop.
     template <class T>
     static std::shared_ptr<T> createAd(const AdRecord& record) {
         return platform::forcedConversion<T>(modelFrom(record));

@@ -16,7 +16,7 @@ class Url;
 class AdHandler;
 class InternalAdView;
 
-/// What every ad model is.
+/// The interface of every ad model.
 class VEXMORA_EXPORT AdProtocol {
  public:
     virtual ~AdProtocol() = default;
@@ -24,20 +24,20 @@ class VEXMORA_EXPORT AdProtocol {
     /// The model's own image loader; never absent.
     virtual const std::shared_ptr<AdHandler>& delegate() const = 0;
     virtual VexmoraAdType adType() const = 0;
-    /// Draws the ad into the view, in front of what is there. Main thread.
+    /// Draws the ad into the view, in front of its subviews. Main thread.
     virtual void render(InternalAdView& view) = 0;
 };
 
-/// What an ad model with a picture is.
+/// The interface of an ad model with a picture.
 class VEXMORA_EXPORT AdImageProtocol {
  public:
     virtual ~AdImageProtocol() = default;
 
-    /// Absent until the picture is loaded, and for good when its bytes are no picture. Set on a
+    /// The picture; absent until it is loaded, and forever if its bytes are no picture. Set on a
     /// delivery thread, read on any.
     virtual std::shared_ptr<const platform::Image> image() const = 0;
     virtual void setImage(std::shared_ptr<const platform::Image> image) = 0;
-    /// Where a tap on the ad leads.
+    /// The URL that a tap on the ad opens.
     virtual const platform::Url& clickUrl() const = 0;
 };
 

@@ -28,8 +28,8 @@ void Banner::render(InternalAdView& view) {
     const auto imageView = handler.addImageView(view, std::move(picture));
     if (view.viewType() == VexmoraViewType::interstitial) {
         imageView->setContentMode(platform::ContentMode::center);
-        // As it stands, in the coordinates of the view's superview: the picture is in the middle of
-        // a view whose origin is (0, 0).
+        // The centre is in the superview's coordinates, so the picture is centred only in a view
+        // whose origin is (0, 0).
         imageView->setCenter(view.center());
     }
 }

@@ -11,7 +11,7 @@ class VEXMORA_EXPORT Banner : public ImageAd {
  public:
     static constexpr std::string_view kClassName = "VexmoraSDK.Banner";
 
-    /// A model whose picture is being loaded from `bannerUrl`.
+    /// Makes a model and starts to load its picture from `bannerUrl`.
     static std::shared_ptr<Banner> create(platform::Url clickUrl, platform::Url bannerUrl,
                                           VexmoraAdType adType);
     /// Not supported: a fatal stop.

@@ -23,7 +23,7 @@ class VEXMORA_EXPORT ImageAd : public platform::Object, public AdProtocol, publi
 
  protected:
     explicit ImageAd(platform::Url clickUrl);
-    /// The stop of a model's initialiser without arguments, which is not supported.
+    /// Stops the process: a model's initialiser without arguments is not supported.
     [[noreturn]] static platform::Url unavailable(std::string_view className);
 
     void storeClickUrl(platform::Url clickUrl) { clickUrl_ = std::move(clickUrl); }

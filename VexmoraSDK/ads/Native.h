@@ -13,7 +13,7 @@ class VEXMORA_EXPORT Native : public ImageAd {
  public:
     static constexpr std::string_view kClassName = "VexmoraSDK.Native";
 
-    /// A model whose picture is being loaded from `imageUrl`.
+    /// Makes a model and starts to load its picture from `imageUrl`.
     static std::shared_ptr<Native> create(platform::Url clickUrl, std::string title,
                                           std::string description, std::string displayName,
                                           const platform::Url& imageUrl);

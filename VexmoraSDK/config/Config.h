@@ -9,8 +9,8 @@
 
 namespace VexmoraSDK {
 
-/// The library's settings: the property list in the library's bundle that the "ConfigurationPlist"
-/// entry of its information dictionary names. Read once per process; any thread.
+/// The library's settings: the property list that "ConfigurationPlist" in the bundle's Info.plist
+/// names. Read once per process; any thread.
 class Config {
  public:
     static constexpr std::string_view configurationPlistKey = "ConfigurationPlist";
@@ -18,8 +18,8 @@ class Config {
     /// The one instance, made on first use. A missing or unreadable settings file is a fatal stop.
     static const Config& instance();
 
-    /// The setting when it is there and a `T` (`bool`, `std::int64_t`, `double`, `std::string`, …),
-    /// else absent.
+    /// The setting; absent if it is missing or no `T` (`bool`, `std::int64_t`, `double`,
+    /// `std::string`, …).
     template <class T>
     std::optional<T> settingForKey(std::string_view key) const {
         const auto found = store_.find(key);

@@ -12,18 +12,17 @@
 
 namespace VexmoraSDK {
 
-/// Every failure that a host hears of. The domain is `kDomain`, the code one of
-/// `VexmoraErrorCodes`.
+/// An error reported to the host. The domain is `kDomain`, the code one of `VexmoraErrorCodes`.
 class VEXMORA_EXPORT VexmoraError : public platform::Error {
  public:
     static constexpr std::string_view kDomain = "Vexmora";
 
     VexmoraError(VexmoraErrorCodes code, std::optional<platform::Dictionary> userInfo);
 
-    /// Restores an archived error, of whatever domain and code.
+    /// Restores an archived error of any domain and code.
     explicit VexmoraError(const platform::Coder& coder) noexcept : Error(coder) {}
 
-    /// Not supported: a fatal stop. An error is made from a code, never from a free domain.
+    /// Not supported: a fatal stop. An error is made from a code, never with another domain.
     [[noreturn]] VexmoraError(std::string domain, std::intptr_t code,
                               std::optional<platform::Dictionary> userInfo);
 };

@@ -6,10 +6,10 @@
 
 namespace VexmoraSDK {
 
-/// What an error that the host hears of can be. The library retries nothing: to ask again, make
-/// another view, later.
+/// The codes of the errors reported to the host. A view asks once. An `AdSlot` with a refresh
+/// interval asks again.
 enum class VexmoraErrorCodes : std::intptr_t {
-    /// A native view had no ad when it was to be drawn. Ask again, once.
+    /// A native view had no ad when it was drawn. Ask again at most once.
     UnknownError = 1,
     /// The response was not JSON or was an empty list; followed by `NoFill`. Ask again later.
     ParsingError = 2,
@@ -32,7 +32,7 @@ constexpr std::intptr_t rawValue(VexmoraErrorCodes code) {
     return static_cast<std::intptr_t>(code);
 }
 
-/// The code of that raw value; absent when there is none.
+/// The code of a raw value; absent if no code has it.
 constexpr std::optional<VexmoraErrorCodes> errorCodeWithRawValue(std::intptr_t rawValue) {
     if (rawValue < 1 || rawValue > 7) return std::nullopt;
     return static_cast<VexmoraErrorCodes>(rawValue);

@@ -7,9 +7,9 @@
 
 namespace VexmoraSDK::platform::Application {
 
-/// Opens an address in the application that the device has for it, byte for byte; whether that
-/// succeeds is not told. An address whose scheme is not allowed (`isAllowed`) is not opened.
-/// Does not wait for what it starts. Main thread.
+/// Opens `url`, byte for byte, in the device's application for it. Success is not reported, and the
+/// application's end is not waited for. A URL whose scheme is not allowed (`isAllowed`) is not
+/// opened. Main thread.
 VEXMORA_EXPORT void openUrl(const Url& url);
 
 }  // namespace VexmoraSDK::platform::Application

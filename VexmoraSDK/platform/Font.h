@@ -9,19 +9,19 @@
 
 namespace VexmoraSDK::platform {
 
-/// A font that the device has.
+/// A font installed on the device.
 class VEXMORA_EXPORT Font {
  public:
-    /// The font of that name, a family alone ("Helvetica") or with a style ("Helvetica-Bold").
-    /// `size` in points. Absent when neither the family nor one that stands in for it is installed,
-    /// or when it does not have the style. Any thread.
+    /// Finds a font by family ("Helvetica") or by family and style ("Helvetica-Bold"); `size` is in
+    /// points. Absent if neither the family nor a substitute for it is installed, or if it lacks
+    /// the style. Any thread.
     static std::optional<Font> named(std::string_view name, double size);
-    /// The device's own font for text.
+    /// The device's default text font.
     static Font system(double size);
 
     /// The installed family.
     const std::string& family() const { return family_; }
-    /// The family's own name for the style; empty for the plain one.
+    /// The family's own name for the style; empty for the regular one.
     const std::string& style() const { return style_; }
     double size() const { return size_; }
 

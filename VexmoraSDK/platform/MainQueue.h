@@ -9,24 +9,22 @@
 
 namespace VexmoraSDK::platform {
 
-/// The serial queue of the thread that runs the user interface.
+/// The serial queue of the main thread, which runs the user interface.
 class VEXMORA_EXPORT MainQueue {
  public:
-    /// The queue, or absent as long as no toolkit with a user interface was ever started. Any
-    /// thread.
+    /// The queue; null until a toolkit with a user interface has been started. Any thread.
     static MainQueue* main();
 
     /// Runs `block` later, once, on the main thread, in the order of the calls, in nested event
-    /// loops too. Once the toolkit has ended blocks never run. Any thread.
+    /// loops too. Blocks never run after the toolkit has ended. Any thread.
     void async(std::function<void()> block);
 
-    /// Has the toolkit build for good what blocks will use, so that its exit handlers are
-    /// registered before the one that calls `end`, and run after it. Once, with or without an
-    /// application.
+    /// Makes the toolkit initialise its statics that blocks use. Their exit handlers are thus
+    /// registered before the handler that calls `end`, and run after it. Called once, with or
+    /// without an application.
     void prepareForEnd();
-    /// The process exits, in whatever thread: from now on no block begins, and one that the main
-    /// thread is in the midst of is waited for, though no longer than a second, for it may be
-    /// waiting itself. Any thread, once.
+    /// Called when the process exits, once, on any thread. No block starts afterwards. A running
+    /// one is waited for, for at most a second because it may be waiting itself.
     void end();
 
     /// Whether the caller runs on the main thread.
@@ -34,8 +32,8 @@ class VEXMORA_EXPORT MainQueue {
     /// Whether the caller runs inside a block of this queue.
     bool isRunningBlock() const;
 
-    /// Gives up a reference on the main thread, so that what is destroyed with it is destroyed
-    /// there: at once when the caller runs on that thread or there is no queue, else in a block.
+    /// Releases a reference on the main thread, so that its object is destroyed there: at once if
+    /// the caller is on the main thread or there is no queue, otherwise in a block.
     static void release(std::shared_ptr<void> reference) {
         if (auto* queue = main(); queue && !queue->isMainThread()) {
             queue->async([reference = std::move(reference)] {});
@@ -43,7 +41,8 @@ class VEXMORA_EXPORT MainQueue {
     }
 };
 
-/// A shared object that is destroyed on the main thread, wherever its last reference goes.
+/// Makes a shared object that is destroyed on the main thread, whichever thread drops the last
+/// reference.
 template <class T, class... Arguments>
 std::shared_ptr<T> makeSharedOnMain(Arguments&&... arguments) {
     return std::shared_ptr<T>(new T(std::forward<Arguments>(arguments)...), [](T* object) noexcept {

@@ -10,28 +10,27 @@
 
 namespace VexmoraSDK::platform {
 
-/// A text laid out in lines. What is measured is what is painted.
+/// A text laid out in lines. Painting uses the measured lines.
 class VEXMORA_EXPORT TextLayout {
  public:
     struct Impl;
 
-    /// No ad says more; what comes after that many lines is left out.
+    /// More lines than any ad needs. Further ones are left out.
     static constexpr int kMaxLines = 100;
 
-    /// Lays `text` (UTF-8) out in lines of at most `width` points: wraps at words, breaks words
-    /// that are too long. A letter that is wider than that reaches beyond its line. Of a text too
-    /// long for any ad, a beginning of some thousand letters is laid out, so that it takes bounded
-    /// time. Main thread.
+    /// Lays out `text` (UTF-8) in lines of at most `width` points. Wraps at words and breaks words
+    /// that are too long; a single letter wider than `width` overflows. To bound the time, only the
+    /// first 2,048 UTF-16 units are laid out. Main thread.
     TextLayout(const std::string& text, const Font& font, double width);
     ~TextLayout();
 
-    /// What the lines take, the width rounded up so that the text, laid out in just that width,
-    /// wraps no further, and never more than the width that was given. An empty text takes no
-    /// width and the height of one line.
+    /// The size of the lines. The width is rounded up, but not beyond the given width, so that the
+    /// text has the same lines when laid out in it. An empty text has no width and the height of
+    /// one line.
     Size size() const;
     /// Whether the same text, laid out in `width`, has the same lines in the same places.
     bool holdsIn(double width) const;
-    /// The backend's own lines, for presenters.
+    /// The backend's lines, for presenters.
     const Impl& impl() const { return *impl_; }
 
  private:

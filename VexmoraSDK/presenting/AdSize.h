@@ -6,7 +6,7 @@
 
 namespace VexmoraSDK {
 
-/// The size of the ads of a type, in points; empty for types without one.
+/// The size of the ads of a type, in points; empty for types without a fixed size.
 platform::Size sizeOf(VexmoraAdType adType);
 
 }  // namespace VexmoraSDK

@@ -68,7 +68,7 @@ std::string descriptionOf(const VexmoraError& error) {
     return kNames[isKnown ? static_cast<std::size_t>(error.code() - 1) : 0];
 }
 
-/// The ad that was drawn into `view`; absent when the host has taken it away meanwhile.
+/// The ad that was drawn into `view`; absent if the host has removed it since.
 std::shared_ptr<ImageAd> modelOf(VexmoraView& view) {
     if (auto* banner = dynamic_cast<VexmoraBannerView*>(&view)) return banner->ad();
     if (auto* native = dynamic_cast<VexmoraNativeView*>(&view)) return native->ad();
@@ -113,9 +113,9 @@ platform::Size AdSlot::Placement::reservedSize() const {
     return sizeOf(*type);
 }
 
-/// The slot without its handle. Whoever calls it holds it, because its delegate may destroy the
-/// handle; from then on it is `closed`. Views know it weakly, and only the main thread asks whether
-/// it is still there, so that it is destroyed on that thread.
+/// The slot behind its handle. Callers hold it, because the delegate may destroy the handle, which
+/// makes it `closed`. Views hold it weakly, and lock it on the main thread only, so that it is
+/// destroyed there.
 struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
     explicit Impl(Delegate host) : delegate(std::move(host)) {}
 
@@ -145,9 +145,9 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
 
     // What depends on the clock.
 
-    /// How long an ad, or the lack of one, is exposed before the next is asked for.
+    /// The exposure after which the ad on show, or a missing one, is replaced.
     Duration wait() const {
-        // Nothing tells of a picture that does not arrive.
+        // A picture that never arrives causes no event, so a request in flight may take this long.
         if (request) return std::max(refreshInterval, kMaxRetryWait);
         auto wait = refreshInterval;
         for (int i = 0; i < failures && wait < kMaxRetryWait; ++i)
@@ -160,14 +160,14 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
         exposedSince = isExposed() ? std::optional(clock()) : std::nullopt;
     }
 
-    /// What can be seen, or whether the app is active, is another.
+    /// Called after `visibleFraction` or `active` has changed.
     void visibilityChanged() {
         const auto now = clock();
         if (exposedSince && !isExposed()) exposure += now - *std::exchange(exposedSince, {});
         if (!exposedSince && isExposed()) exposedSince = now;
 
         if (!isInView()) {
-            // A second that is over is told of, although nobody came to do so in time.
+            // A full second counts even if `wake` is called late.
             if (viewableAt && *viewableAt > now) viewableAt.reset();
         } else if (!viewable && !viewableAt) {
             viewableAt = now + kViewableAfter;
@@ -222,7 +222,7 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
         if (number == givenUp) tell(delegate.failed, reason);
     }
 
-    // What becomes of a request.
+    // Requests and their outcomes.
 
     void ask() {
         askAt.reset();
@@ -306,7 +306,7 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
     }
 
     void hearError(int asked, VexmoraView& about, const VexmoraError& error) {
-        // The second error of a request is handed on as well.
+        // A request may have a second error, which is passed on too.
         if (closed || asked != number) return;
         const bool isFirst = isCurrent(asked);
         const auto reason = Failure::of(error);
@@ -370,13 +370,13 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
 
     State state = State::empty;
     std::optional<Time> askAt;
-    /// Of the request that was made last; errors of former ones are not heard.
+    /// The number of the latest request. Errors of earlier requests are ignored.
     int number = 0;
     std::optional<Request> request;
-    /// What the last request asked for.
+    /// The kind of view of the latest request.
     std::optional<VexmoraViewType> kind;
     std::optional<Failure> failure;
-    /// How many requests have failed since one brought an ad.
+    /// The number of failed requests since the last ad.
     int failures = 0;
     bool mayRetry = true;
 
@@ -386,10 +386,9 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
     std::optional<Time> drawnAt;
     bool presented = false;
     bool viewable = false;
-    /// When the ad will have been in view for long enough, unless it goes out of view before.
+    /// The time at which the ad becomes viewable, unless it goes out of view before.
     std::optional<Time> viewableAt;
-    /// How long the placement was exposed since the last request began or ended, but for the time
-    /// since `exposedSince`.
+    /// The time of exposure since the latest request began or ended, up to `exposedSince`.
     Time::duration exposure{};
     std::optional<Time> exposedSince;
 
@@ -554,7 +553,7 @@ void AdSlot::wake() noexcept {
 std::optional<AdSlot::Duration> AdSlot::wakeAll() noexcept {
     auto next = untilNextWakeOfAll();
     if (next != Duration::zero()) return next;
-    // What a slot tells its host may make and destroy others.
+    // A slot's callbacks may create and destroy other slots.
     std::vector<std::shared_ptr<Impl>> held;
     for (const auto* slot : allSlots())
         held.push_back(slot->impl_);

@@ -18,8 +18,8 @@
 
 namespace VexmoraSDK {
 
-/// A placement in an app, without a screen. It asks for ads, keeps the one on show and tells its
-/// host what becomes of them. Presenters wrap it; an app that draws by itself uses it directly.
+/// A placement in an app, without a screen. It requests ads, keeps the one on show and tells its
+/// host of each change. Presenters wrap it; an app that draws by itself uses it directly.
 ///
 /// It has no timer: its host calls `wake` when `untilNextWake` says so. It is used on the main
 /// thread and calls its delegate there. It may be destroyed at any time, from inside the operations
@@ -29,31 +29,32 @@ class VEXMORA_EXPORT AdSlot {
     using Time = std::chrono::steady_clock::time_point;
     using Duration = std::chrono::milliseconds;
 
-    /// What a slot asks for. Of `adSize`, `adType` and `viewType` the first that is given counts.
+    /// The ad that a slot requests. The first of `adSize`, `adType` and `viewType` that is set
+    /// counts.
     struct Placement {
-        /// The placement's name at the ad server. It goes into the request address as it is: a name
-        /// that makes no valid address, with a space in it for instance, stops the program.
+        /// The placement's name at the ad server. It goes into the request URL unescaped. A name
+        /// that makes the URL invalid, such as one with a space, stops the program.
         std::string containerId{};
         /// "320x60", "320x100" or "468x60" for a banner, "300x250" or "728x90" for an interstitial.
         std::string adSize{};
-        /// A type that no view shows brings an `InvalidAdTypeError`.
+        /// A type that no view shows causes an `InvalidAdTypeError`.
         std::optional<VexmoraAdType> adType{};
         std::optional<VexmoraViewType> viewType{};
 
-        /// Whether an ad can be asked for: there is a container, and a type, a kind or a size that
-        /// is one of the five.
+        /// Whether an ad can be requested: there is a container, and an ad type, a view type or one
+        /// of the five sizes.
         bool isComplete() const;
-        /// The size of the banners that are asked for by size or by type, in points; else empty.
+        /// The size in points of a banner requested by size or ad type; empty otherwise.
         platform::Size reservedSize() const;
 
         friend bool operator==(const Placement&, const Placement&) = default;
     };
 
     enum class State {
-        empty,    ///< nothing is asked for
-        loading,  ///< the first ad has not come yet
-        ready,    ///< an ad is drawn; so it stays while the next one loads, and when that fails
-        failed,   ///< there was no ad to show
+        empty,    ///< nothing is requested
+        loading,  ///< the first ad has not arrived yet
+        ready,    ///< an ad is drawn; unchanged while the next one loads, and if that fails
+        failed,   ///< no ad arrived
     };
 
     /// Why a request brought no ad.
@@ -63,13 +64,13 @@ class VEXMORA_EXPORT AdSlot {
         /// For developers.
         std::string description;
 
-        /// What an error of an ad view's says.
+        /// Takes code and description from `error`.
         static Failure of(const VexmoraError& error);
     };
     static constexpr std::intptr_t kTimedOut = 0;
 
-    /// What an ad says, for hosts that lay it out themselves. Texts are UTF-8; only native ads have
-    /// a title, a description and a display name.
+    /// The contents of an ad, for hosts that lay it out themselves. Texts are UTF-8; only native
+    /// ads have a title, a description and a display name.
     struct Ad {
         VexmoraAdType adType = VexmoraAdType::native;
         std::string title;
@@ -79,18 +80,18 @@ class VEXMORA_EXPORT AdSlot {
         std::shared_ptr<const platform::Image> picture;
     };
 
-    /// What a host wants to hear. The six operations of an ad view's delegate, all of them on the
-    /// main thread, and these; each may be empty.
+    /// The host's callbacks: the six operations of an ad view's delegate and these four, all on the
+    /// main thread. Each may be empty.
     struct Delegate : VexmoraDelegate {
-        /// `state()` is another.
+        /// `state()` has changed.
         std::function<void()> stateChanged;
-        /// A request brought no ad. Called once for each such request, with its first error.
+        /// A request brought no ad. Called once per failed request, with its first error.
         std::function<void(const Failure& failure)> failed;
         /// At least half of the ad on show was visible for one second without a break, in an active
         /// app. Called once for each ad.
         std::function<void()> becameViewable;
-        /// The time of the next `wake` is another, or there is still one after a call of `wake`:
-        /// set the timer to `untilNextWake()`, or stop it.
+        /// The time of the next `wake` has changed, or another follows the `wake` that just ran.
+        /// Set the timer to `untilNextWake()`, or stop it.
         std::function<void()> nextWakeChanged;
     };
 
@@ -100,19 +101,19 @@ class VEXMORA_EXPORT AdSlot {
     AdSlot& operator=(const AdSlot&) = delete;
 
     const Placement& placement() const;
-    /// Another placement: shows nothing and asks anew at the next `wake`; what the former one still
-    /// brings is not heard.
+    /// Removes the ad on show and requests one for `placement` at the next `wake`. Results of
+    /// earlier requests are ignored.
     void setPlacement(Placement placement) noexcept;
-    /// Asks anew at the next `wake`, with a fresh view. The ad on show stays until the next is
-    /// drawn; a request under way is given up. Does nothing while the placement is incomplete.
+    /// Requests another ad at the next `wake`, with a new view. The ad on show stays until the next
+    /// is drawn; a request in flight is given up. Does nothing while the placement is incomplete.
     void reload() noexcept;
 
     State state() const;
-    /// The view of the ad on show; absent when none is drawn. Give it no other container.
+    /// The view of the ad on show; absent when none is drawn. Do not set its container.
     const std::shared_ptr<VexmoraView>& view() const;
     /// The ad on show.
     const std::optional<Ad>& ad() const;
-    /// Taps the ad on show, which opens its address. Does nothing unless a banner or native ad is
+    /// Taps the ad on show, which opens its URL. Does nothing unless a banner or native ad is
     /// ready.
     void open() noexcept;
     /// Whether the ad on show became viewable.
@@ -120,9 +121,9 @@ class VEXMORA_EXPORT AdSlot {
     /// Why the last request brought no ad; absent once one did and while the first ad is loading.
     const std::optional<Failure>& failure() const;
 
-    /// How long ago the ad on show was drawn; absent when there is none.
+    /// The time since the ad on show was drawn; absent when there is none.
     std::optional<Duration> age() const;
-    /// The age from which an ad should not be presented any more; 0 for never. An hour at first.
+    /// The age from which an ad is not presented; 0 means no limit. Default: an hour.
     Duration expiresAfter() const;
     void setExpiresAfter(Duration age);
     /// Whether a screen may present the ad on show: an interstitial that is drawn, not too old, in
@@ -131,37 +132,38 @@ class VEXMORA_EXPORT AdSlot {
     /// Called by a screen when it presents the ad on show.
     void setPresented();
 
-    /// For how long an ad is shown before the next is asked for; 0, as at first, for ever, less
-    /// than 10 seconds for 10. Only time in which the placement is visible and active counts. After
-    /// failures the wait doubles, up to 5 minutes; as long is waited for what a request brings.
-    /// Interstitials are never asked for anew so, nor is a type that no view shows.
+    /// The time after which an ad is replaced, at least 10 seconds; 0, the default, means never.
+    /// Only time counts in which the placement is visible and the app active. After each failure
+    /// the interval doubles, up to 5 minutes. A request in flight delays the next by at most 5
+    /// minutes or the interval, whichever is longer. Interstitials and types that no view shows are
+    /// not refreshed.
     Duration refreshInterval() const;
     void setRefreshInterval(Duration interval) noexcept;
-    /// An ad that is not drawn by then has failed, and is dropped if it still comes; 0 for no
-    /// limit. A minute at first: of a picture that does not arrive nothing else tells.
+    /// The time after which a request fails and a later ad is dropped; 0 means no limit. Default: a
+    /// minute. Nothing else reports a picture that never arrives.
     Duration timeout() const;
     void setTimeout(Duration timeout) noexcept;
 
-    /// How much of the placement can be seen, from 0, as at first, to 1. An interstitial is seen
-    /// while a screen presents it; each new one begins with 0.
+    /// The visible part of the placement, from 0 (the default) to 1. An interstitial is visible
+    /// while a screen presents it; each new one starts at 0.
     double visibleFraction() const;
     void setVisibleFraction(double fraction) noexcept;
-    /// Whether the app runs before the user's eyes, and is not suspended or hidden; true at first.
-    /// An unfocused window on a desktop is active.
+    /// Whether the app is visible, not suspended or hidden. Default: true. An unfocused desktop
+    /// window is active.
     bool isActive() const;
     void setActive(bool active) noexcept;
-    /// The size in points of the screen that is to present interstitials; they get it when they are
-    /// asked for, because their pictures are centred in it.
+    /// The size in points of the screen that presents interstitials. They get it when they are
+    /// requested, because their pictures are centred in it.
     platform::Size screenSize() const;
     void setScreenSize(platform::Size size);
 
     /// In what time `wake` should be called next, 0 for at once and at most 24 hours; absent when
     /// nothing is waited for.
     std::optional<Duration> untilNextWake() const;
-    /// Does what is due. May be called at any time and as often as one likes.
+    /// Does the work that is due. May be called at any time, as often as you like.
     void wake() noexcept;
-    /// Wakes every slot that is due, for a host whose loop does not keep a timer for each. Returns
-    /// in what time it should be called next; absent when no slot waits for anything.
+    /// Wakes every slot that is due, for a host without a timer per slot. Returns the time until
+    /// the next call; absent when no slot waits for anything.
     static std::optional<Duration> wakeAll() noexcept;
 
     /// Has the slot use another clock, which never goes back, before it asks for anything. Its own

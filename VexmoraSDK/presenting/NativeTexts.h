@@ -11,20 +11,20 @@
 
 namespace VexmoraSDK {
 
-/// The colours of the texts of native ads; an absent one is that of the library: black and grey.
+/// The text colours of native ads. An absent colour is the library's own: black, and grey for the
+/// display name.
 struct NativeTextColors {
-    /// Of the title and the description.
+    /// The colour of the title and the description.
     std::optional<platform::Color> text;
-    /// Of the display name.
+    /// The colour of the display name.
     std::optional<platform::Color> secondary;
 };
 
-/// Gives the texts of a native ad, once it is drawn, their colours. Does nothing to other views.
-/// Main thread.
+/// Sets the text colours of a drawn native ad. Does nothing to other views. Main thread.
 VEXMORA_EXPORT void setTextColors(const VexmoraView& view, const NativeTextColors& colors);
 
-/// What screen readers say of the ad that is drawn in `view`: the word for an advertisement, then
-/// the texts of the ad. UTF-8. Main thread.
+/// The text that screen readers read for the ad drawn in `view`: `advertisement`, the word for an
+/// ad, then the ad's texts. UTF-8. Main thread.
 VEXMORA_EXPORT std::string accessibleName(std::string_view advertisement, const VexmoraView& view);
 
 }  // namespace VexmoraSDK

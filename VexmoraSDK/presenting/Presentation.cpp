@@ -7,7 +7,7 @@
 
 namespace VexmoraSDK {
 
-/// May outlive its presentation: a view holds its window while it has itself dismissed.
+/// It may outlive its presentation, because a view holds its window during a dismissal.
 class Presentation::Controller : public platform::ViewController {
  public:
     explicit Controller(Presentation* presentation) : presentation_(presentation) {}

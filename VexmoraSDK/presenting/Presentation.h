@@ -11,29 +11,28 @@
 
 namespace VexmoraSDK {
 
-/// What a host's screen presents, one view at a time. From `begin` to `end` the view is in a
-/// window, through which it can be dismissed. The completion of each dismissal runs once, in a
-/// main-queue block of its own, so that a host may destroy the screen from inside: when the view
-/// has left, when the presentation is destroyed meanwhile, or next when nothing is presented. Main
-/// thread.
+/// Presents views on a host's screen, one at a time. From `begin` to `end` the view is in a window,
+/// through which it can be dismissed. The completion of each dismissal runs once, in a main-queue
+/// block of its own, so that the host may destroy the screen inside it: after the view has left or
+/// the presentation was destroyed, or at once if nothing is presented. Main thread.
 class VEXMORA_EXPORT Presentation {
  public:
-    /// `leave` starts to take the view away, moving when `animated`, and has `end` called when that
-    /// is done. Called once for each view that is dismissed.
+    /// `leave` starts to remove the view, with a movement if `animated`, and calls `end` when the
+    /// view has left. It is called once per dismissed view.
     explicit Presentation(std::function<void(bool animated)> leave);
-    /// Ends what is presented.
+    /// Ends the presentation under way.
     ~Presentation();
     Presentation(const Presentation&) = delete;
     Presentation& operator=(const Presentation&) = delete;
 
-    /// Presents `view`; nothing else is presented.
+    /// Presents `view`. Nothing else may be presented.
     void begin(std::shared_ptr<platform::View> view);
-    /// The view has left.
+    /// Call it when the view has left.
     void end();
 
-    /// Absent when nothing is presented.
+    /// The presented view; absent when there is none.
     const std::shared_ptr<platform::View>& view() const { return view_; }
-    /// Whether a dismissal is under way. Hand in no taps or keys then.
+    /// Whether a dismissal is under way. The view gets no taps or keys then.
     bool isLeaving() const { return leaving_; }
 
  private:

@@ -6,9 +6,9 @@
 
 namespace VexmoraSDK {
 
-/// Whether a tap at `point`, in the coordinates of `root`, does anything that an ad view supports.
-/// Presenters hand in no other. An interstitial supports taps on its close button alone: one that
-/// is on its picture stops the program. Main thread.
+/// Whether the ad view supports a tap at `point`, in the coordinates of `root`. Presenters pass on
+/// no other tap: an interstitial supports taps on its close button only, and one on its picture
+/// stops the program. Main thread.
 VEXMORA_EXPORT bool takesTap(platform::View& root, platform::Point point);
 
 }  // namespace VexmoraSDK

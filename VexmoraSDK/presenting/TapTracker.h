@@ -9,13 +9,13 @@
 
 namespace VexmoraSDK {
 
-/// Tells taps from drags. Positions are those of a finger or a mouse in its scene or on its screen,
-/// which stay the same when what is touched moves away under it.
+/// Tells taps from drags. Positions are in coordinates of the scene or the screen, because the item
+/// may move under the finger.
 class TapTracker {
  public:
     void press(platform::Point position) { pressedAt_ = position; }
 
-    /// A press that has moved as far as `dragDistance` is a drag.
+    /// A press that moves `dragDistance` or more is a drag.
     void move(platform::Point position, double dragDistance) {
         if (!pressedAt_) return;
         const double moved =
@@ -23,7 +23,7 @@ class TapTracker {
         if (moved >= dragDistance) cancel();
     }
 
-    /// Whether that was a tap.
+    /// Returns whether the release ended a tap.
     bool release() { return std::exchange(pressedAt_, std::nullopt).has_value(); }
 
     void cancel() { pressedAt_.reset(); }

@@ -15,13 +15,13 @@ struct PressSlot {
     const char* slot = nullptr;
 };
 
-/// Makes an item known to screen readers, as QML's `Accessible` does, and returns what that type
-/// attaches to the item. Called again, it changes the role and the name. Works for items made in
-/// C++ too; absent, and nothing done, unless a QML engine of the process has imported QtQuick.
+/// Makes an item known to screen readers, as QML's `Accessible` does, and returns the object that
+/// `Accessible` attaches to it. Another call changes role and name. Works for items made in C++
+/// too. Returns null and does nothing unless a QML engine of the process has imported QtQuick.
 QObject* makeAccessible(QQuickItem* item, QAccessible::Role role, const QString& name,
                         PressSlot press = {});
 
-/// A word of the library in the language of the translators that the app has installed.
+/// Translates a text of the library with the translators that the app has installed.
 QString translated(const std::string& word);
 
 }  // namespace VexmoraSDK

@@ -11,7 +11,7 @@
 #include "VexmoraSDK/types/VexmoraAdType.h"
 #include "VexmoraSDK/types/VexmoraViewType.h"
 
-/// The library's vocabulary in QML: `Vexmora.AdType.Banner`, `Vexmora.ErrorCode.NoFill`.
+/// The library's enumerations in QML: `Vexmora.AdType.Banner`, `Vexmora.ErrorCode.NoFill`.
 namespace VexmoraSDK::Vexmora {
 
 Q_NAMESPACE_EXPORT(VEXMORA_EXPORT)
@@ -36,16 +36,16 @@ enum class ViewType : int {
 };
 Q_ENUM_NS(ViewType)
 
-/// What became of an ad that was asked for.
+/// The state of a placement's ad.
 enum class Status : int {
-    Null,     ///< none is asked for
-    Loading,  ///< the first has not come yet
-    Ready,    ///< one is drawn; so it stays while the next one loads, and when that fails
-    Error,    ///< none came
+    Null,     ///< no ad is requested
+    Loading,  ///< the first ad has not arrived yet
+    Ready,    ///< an ad is drawn; unchanged while the next one loads, and if that fails
+    Error,    ///< no ad arrived
 };
 Q_ENUM_NS(Status)
 
-/// How an ad lies in its item.
+/// How an ad fills its item.
 enum class FillMode : int {
     AsIs = static_cast<int>(VexmoraSDK::FillMode::asIs),  ///< in its own size, at the top left;
                                                           ///< where mirrored, at the top right
@@ -53,7 +53,7 @@ enum class FillMode : int {
 };
 Q_ENUM_NS(FillMode)
 
-/// What each means, `VexmoraErrorCodes` tells.
+/// `VexmoraErrorCodes` explains each code.
 enum class ErrorCode : int {
     UnknownError = static_cast<int>(VexmoraErrorCodes::UnknownError),
     ParsingError = static_cast<int>(VexmoraErrorCodes::ParsingError),

@@ -21,7 +21,7 @@ VexmoraAd::VexmoraAd(QObject* parent)
 
 VexmoraAd::~VexmoraAd() = default;
 
-// The host may destroy the ad while it hears any of this.
+// The host may destroy the ad inside any of these callbacks.
 AdSlot::Delegate VexmoraAd::slotDelegate() {
     auto delegate = QtSlot::delegateOf(
         this, [this](std::initializer_list<void (VexmoraAd::*)()> all) { announce(all); });
@@ -197,7 +197,7 @@ void VexmoraAd::setStage(QQuickItem* stage) {
 
 void VexmoraAd::chooseWatched() {
     if (!QtSlot::isInterstitial(slot_.view().get())) return watcher_->setItem(item_);
-    // The screen may still present the interstitial before this one.
+    // The screen may still present the previous interstitial.
     watcher_->setItem(slot_.view() == presentedView_ ? stage_ : nullptr);
 }
 

@@ -21,61 +21,60 @@ namespace VexmoraSDK {
 class VexmoraAdItem;
 class VisibilityWatcher;
 
-/// An ad without a picture on screen, for pages that lay it out themselves: its texts are
-/// properties, `VexmoraAdPicture` shows its picture, `open` follows it. It asks for an ad once
-/// `containerId` and one of `adSize`, `adType` and `viewType` are set; where several are, the first
-/// of them in this order counts. Whenever one of the four changes, it has no ad and asks anew, once
-/// for all changes made in one turn of the event loop; what the former request still brings is not
-/// heard. It may be destroyed at any time, from inside its signals too. Main thread.
+/// An ad without an item of its own, for pages that lay it out themselves: its texts are
+/// properties, `VexmoraAdPicture` shows its picture, `open` opens its URL. It requests an ad once
+/// `containerId` and one of `adSize`, `adType` and `viewType` are set; the first set one, in this
+/// order, counts. When one of the four changes, it drops its ad and requests another, once for all
+/// changes of one turn of the event loop, and ignores the earlier request. It may be destroyed at
+/// any time, from inside its signals too. Main thread.
 class VEXMORA_EXPORT VexmoraAd : public QObject, public QQmlParserStatus {
     Q_OBJECT
     Q_INTERFACES(QQmlParserStatus)
     QML_ELEMENT
 
-    /// The placement's name at the ad server. It goes into the request address as it is: a name
-    /// that makes no valid address, with a space in it for instance, stops the program.
+    /// The placement's name at the ad server. It goes into the request URL unescaped. A name that
+    /// makes the URL invalid, such as one with a space, stops the program.
     Q_PROPERTY(
         QString containerId READ containerId WRITE setContainerId NOTIFY containerIdChanged FINAL)
     /// "320x60", "320x100" or "468x60" for a banner, "300x250" or "728x90" for an interstitial ad.
-    /// For any other text no ad is asked for, and a warning says so.
+    /// Any other text requests no ad and logs a warning.
     Q_PROPERTY(QString adSize READ adSize WRITE setAdSize NOTIFY adSizeChanged FINAL)
-    /// A `Vexmora.AdType`; 0 for none. A type that no view shows brings an `InvalidAdTypeError`.
+    /// A `Vexmora.AdType`; 0 for none. A type that no view shows causes an `InvalidAdTypeError`.
     Q_PROPERTY(int adType READ adType WRITE setAdType NOTIFY adTypeChanged FINAL)
     /// A `Vexmora.ViewType`, for every ad type that this kind of view can show; 0 for none.
     Q_PROPERTY(int viewType READ viewType WRITE setViewType NOTIFY viewTypeChanged FINAL)
 
-    /// What became of the first ad that was asked for. It stays `Ready` while the next ad loads,
-    /// and when that fails.
+    /// The state of the ad. It stays `Ready` while the next ad loads, and if that fails.
     Q_PROPERTY(VexmoraSDK::Vexmora::Status status READ status NOTIFY statusChanged FINAL)
-    /// Why the last request brought no ad: a `Vexmora.ErrorCode`, or 0 when its time was over or
-    /// nothing failed.
+    /// Why the last request brought no ad: a `Vexmora.ErrorCode`, or 0 after a timeout or without
+    /// an error.
     Q_PROPERTY(int errorCode READ errorCode NOTIFY errorChanged FINAL)
-    /// The same for developers; empty when nothing failed.
+    /// The error for developers; empty without one. It covers timeouts.
     Q_PROPERTY(QString errorString READ errorString NOTIFY errorChanged FINAL)
     /// Whether at least half of the ad was visible for a second without a break.
     Q_PROPERTY(bool viewable READ isViewable NOTIFY viewableChanged FINAL)
 
-    /// For how many seconds an ad is shown before the next is asked for, at least 10; 0, as at
-    /// first, for ever. Only time counts in which the ad is visible in an active app. After
-    /// failures the wait doubles, up to 5 minutes. Interstitials are not asked for anew.
+    /// The seconds after which an ad is replaced, at least 10; 0, the default, means never. Only
+    /// time counts in which the ad is visible in an active app. After each failure the interval
+    /// doubles, up to 5 minutes. Interstitials are not refreshed.
     Q_PROPERTY(int refreshInterval READ refreshInterval WRITE setRefreshInterval NOTIFY
                    refreshIntervalChanged FINAL)
-    /// After how many seconds an ad that is not drawn has failed; 0 for no limit. 60 at first.
+    /// The seconds after which a request fails; 0 means no limit. Default: 60.
     Q_PROPERTY(int timeout READ timeout WRITE setTimeout NOTIFY timeoutChanged FINAL)
-    /// The age in seconds from which a screen presents an interstitial no more; 0 for never. 3600
-    /// at first.
+    /// The age in seconds from which a screen refuses an interstitial; 0 means no limit. Default:
+    /// 3600.
     Q_PROPERTY(
         int expiresAfter READ expiresAfter WRITE setExpiresAfter NOTIFY expiresAfterChanged FINAL)
 
-    /// What the ad says; empty while there is none. Only native ads have a title, a description and
-    /// a display name.
+    /// The contents of the ad; empty while there is none. Only native ads have a title, a
+    /// description and a display name.
     Q_PROPERTY(QString title READ title NOTIFY adChanged FINAL)
     Q_PROPERTY(QString description READ description NOTIFY adChanged FINAL)
     Q_PROPERTY(QString displayName READ displayName NOTIFY adChanged FINAL)
     Q_PROPERTY(QString clickUrl READ clickUrl NOTIFY adChanged FINAL)
 
-    /// What must be seen for the ad to become viewable. At first the `VexmoraAdPicture` of the ad;
-    /// set it to the item around all that the page shows of the ad.
+    /// The item whose visibility counts for `viewable`. Default: the ad's `VexmoraAdPicture`. Set
+    /// it to the item that contains everything the page shows of the ad.
     Q_PROPERTY(QQuickItem* item READ item WRITE setItem NOTIFY itemChanged FINAL)
 
  public:
@@ -111,14 +110,14 @@ class VEXMORA_EXPORT VexmoraAd : public QObject, public QQmlParserStatus {
     QQuickItem* item() const { return item_; }
     void setItem(QQuickItem* item);
 
-    /// The slot behind the properties. Its placement is that of the properties.
+    /// The slot behind the properties. The properties set its placement.
     AdSlot& slot() { return slot_; }
     const AdSlot& slot() const { return slot_; }
 
  public Q_SLOTS:
-    /// Asks for another ad. The one on show stays until the next is drawn.
+    /// Requests another ad. The one on show stays until the next is drawn.
     void reload();
-    /// Taps the ad, which opens its address. Does nothing unless a banner or native ad is ready.
+    /// Taps the ad, which opens its URL. Does nothing unless a banner or native ad is ready.
     void open();
 
  Q_SIGNALS:
@@ -134,22 +133,23 @@ class VEXMORA_EXPORT VexmoraAd : public QObject, public QQmlParserStatus {
     void expiresAfterChanged();
     void adChanged();
     void itemChanged();
-    /// Another ad is asked for.
+    /// One of the four properties that choose the ad has changed.
     void placementChanged();
 
     /// An ad was fetched and drawn.
     void didReceiveAd();
-    /// Something failed. `code` is a `Vexmora.ErrorCode`; `description` is for developers.
+    /// A request or an ad failed. `code` is a `Vexmora.ErrorCode`; `description` is for developers.
+    /// A timeout changes `errorString` only.
     void didHaveError(int code, const QString& description);
-    /// Never sent by the library: the host, which shows the screen, knows when.
+    /// Never emitted: the host itself presents the screen.
     void willShowScreen();
     /// The close button of an interstitial ad was tapped.
     void willDismissScreen();
-    /// The screen of an interstitial ad has gone.
+    /// The interstitial ad has left its screen.
     void didDismissScreen();
-    /// The ad was tapped and its address `url` is about to be opened.
+    /// The ad was tapped and `url` is about to be opened.
     void willLeaveApplication(const QString& url);
-    /// At least half of the ad was visible for a second without a break. Sent once for each ad.
+    /// At least half of the ad was visible for a second without a break. Emitted once for each ad.
     void becameViewable();
 
  protected:
@@ -167,11 +167,11 @@ class VEXMORA_EXPORT VexmoraAd : public QObject, public QQmlParserStatus {
     template <class Value>
     void changePlacement(Value AdSlot::Placement::*member, Value value,
                          void (VexmoraAd::*changed)());
-    /// Has no ad until the placement changes.
+    /// Drops the ad until the placement changes.
     void withdraw();
     void wake();
     platform::Size screenSize() const;
-    /// Where an interstitial ad is presented; absent when it is not.
+    /// Sets the item in which a screen presents the interstitial ad; null when none does.
     void setStage(QQuickItem* stage);
     void chooseWatched();
     void updateVisibility();

@@ -34,12 +34,12 @@ VexmoraAdItem::VexmoraAdItem(QQuickItem* parent) : ViewItem(parent), ad_(new Vex
     connect(ad_, &VexmoraAd::didHaveError, this, &VexmoraAdItem::didHaveError);
     connect(ad_, &VexmoraAd::willLeaveApplication, this, &VexmoraAdItem::willLeaveApplication);
     ad_->shownBy_ = this;
-    // Its parent may have brought it into a scene before it was an ad item.
+    // The parent may have brought the item into a scene during the base constructor.
     if (window()) updateAccessibility();
 }
 
 VexmoraAdItem::~VexmoraAdItem() {
-    // While the base class is destroyed nothing may come of the ad any more.
+    // The ad must emit nothing while the base class is destroyed.
     delete ad_;
 }
 
@@ -78,7 +78,7 @@ void VexmoraAdItem::componentComplete() {
     ad_->componentComplete();
 }
 
-// A view of the host's is taken away as an ad of the item's own is.
+// A view set by the host is removed like an ad of the item's own.
 void VexmoraAdItem::placementChanges() {
     if (std::exchange(hostView_, nullptr)) place(nullptr);
     const auto [width, height] = ad_->placement_.reservedSize();

@@ -14,16 +14,16 @@
 
 namespace VexmoraSDK {
 
-/// An ad in a Qt Quick scene; `VexmoraAd` tells what the properties that both have mean. It shows
-/// nothing from a change of what is asked for until the next ad is drawn.
+/// An ad in a Qt Quick scene. `VexmoraAd` documents the properties that both have. After a change
+/// of `containerId`, `adSize`, `adType` or `viewType` it shows nothing until the next ad is drawn.
 ///
-/// The implicit size is that of `adSize`, or of the ad type, until an ad is drawn, then that of the
-/// ad; with `fillMode: Vexmora.FillMode.Fit` it stays as it was. A tap on the ad, or Return or
-/// Space, opens its address. Screen readers know it as a link, items made in C++ too as soon as a
-/// QML engine of the process has imported QtQuick. The item may be destroyed at any time, from
-/// inside its signals too. Main thread.
+/// The implicit size is that of `adSize` or of the ad type until an ad is drawn, then that of the
+/// ad; with `fillMode: Vexmora.FillMode.Fit` it does not change. A tap on the ad, or Return or
+/// Space, opens its URL. Screen readers know it as a link, items made in C++ too once a QML engine
+/// of the process has imported QtQuick. The item may be destroyed at any time, from inside its
+/// signals too. Main thread.
 ///
-/// An interstitial ad is not shown in place and takes none: a `VexmoraScreenItem` presents it.
+/// An interstitial ad takes no space and is not shown in place: a `VexmoraScreenItem` presents it.
 class VEXMORA_EXPORT VexmoraAdItem : public VexmoraSDK::ViewItem {  // The QML tools need all of it.
     Q_OBJECT
     QML_NAMED_ELEMENT(VexmoraAdView)
@@ -42,12 +42,13 @@ class VEXMORA_EXPORT VexmoraAdItem : public VexmoraSDK::ViewItem {  // The QML t
                    refreshIntervalChanged FINAL)
     Q_PROPERTY(int timeout READ timeout WRITE setTimeout NOTIFY timeoutChanged FINAL)
 
-    /// Of the title and the description of native ads; an invalid colour, as at first, for black.
+    /// The colour of native ads' title and description. An invalid colour, the default, means
+    /// black.
     Q_PROPERTY(QColor textColor READ textColor WRITE setTextColor NOTIFY textColorChanged FINAL)
-    /// Of the display name of native ads; an invalid colour, as at first, for grey.
+    /// The colour of native ads' display name. An invalid colour, the default, means grey.
     Q_PROPERTY(QColor secondaryTextColor READ secondaryTextColor WRITE setSecondaryTextColor NOTIFY
                    secondaryTextColorChanged FINAL)
-    /// What is asked for and what the ad says; always the same object.
+    /// The ad behind the properties; always the same object.
     Q_PROPERTY(VexmoraSDK::VexmoraAd* ad READ ad CONSTANT FINAL)
 
  public:
@@ -79,9 +80,10 @@ class VEXMORA_EXPORT VexmoraAdItem : public VexmoraSDK::ViewItem {  // The QML t
 
     /// The view of the ad that is drawn, or the view that the host has set; may be absent.
     const std::shared_ptr<VexmoraView>& view() const;
-    /// Shows a view that the host has made with the factory, in place of an ad that the properties
-    /// ask for; a later change of these replaces it. Its own delegate hears of it, the item's
-    /// signals and `status` tell nothing. One item at a time shows a view. Absent to show nothing.
+    /// Shows a view that the host has made with the factory, or nothing if it is null, instead of
+    /// the ad of the properties; a later change of these replaces it. Its own delegate is called;
+    /// the item's signals and `status` do not report on it. Only one item may show a view at a
+    /// time.
     void setView(std::shared_ptr<VexmoraView> view);
 
  public Q_SLOTS:
@@ -124,7 +126,7 @@ class VEXMORA_EXPORT VexmoraAdItem : public VexmoraSDK::ViewItem {  // The QML t
     void applyTextColors();
 
     VexmoraAd* const ad_;
-    /// Absent while an ad that the properties ask for is shown.
+    /// The host's view; absent while the ad of the properties is shown.
     std::shared_ptr<VexmoraView> hostView_;
     QColor textColor_;
     QColor secondaryTextColor_;

@@ -17,7 +17,7 @@ class VEXMORA_EXPORT VexmoraAdPicture : public VexmoraSDK::ViewItem {
     Q_OBJECT
     QML_ELEMENT
 
-    /// The ad; may be absent. It takes this for its `item` unless it has one.
+    /// The ad; may be null. An ad without an `item` takes this picture as its item.
     Q_PROPERTY(VexmoraSDK::VexmoraAd* ad READ ad WRITE setAd NOTIFY adChanged FINAL)
 
  public:

@@ -40,7 +40,7 @@ class VexmoraScreenItem::Stage : public ViewItem {
     using ViewItem::show;
 };
 
-/// Shows nothing but that it has the keyboard.
+/// Draws only the focus frame.
 class VexmoraScreenItem::CloseKey : public QQuickPaintedItem {
  public:
     explicit CloseKey(QQuickItem* parent) : QQuickPaintedItem(parent) { setVisible(false); }
@@ -64,7 +64,7 @@ VexmoraScreenItem::VexmoraScreenItem(QQuickItem* parent)
       stage_(new Stage(this)),
       closeKey_(new CloseKey(stage_)),
       movement_(stage_, "y") {
-    // An item that is in a window and has children cannot become a focus scope any more.
+    // An item cannot become a focus scope once it is in a window and has children.
     setFlag(ItemIsFocusScope);
     setParent(parent);
     setParentItem(parent);
@@ -78,7 +78,7 @@ VexmoraScreenItem::VexmoraScreenItem(QQuickItem* parent)
     connect(&movement_, &QPropertyAnimation::finished, this, [this] {
         if (presentation_->isLeaving()) leftScreen();
     });
-    // The signal comes later, so that a host may destroy the screen from inside it.
+    // The signal is queued, so that the host may destroy the screen inside it.
     connect(&movement_, &QPropertyAnimation::stateChanged, this, &VexmoraScreenItem::movingChanged,
             Qt::QueuedConnection);
 }
@@ -114,7 +114,7 @@ bool VexmoraScreenItem::present(std::shared_ptr<VexmoraView> view, VexmoraAd* ad
     setAcceptTouchEvents(true);
     moveStage(0);
     focusedBefore_ = window() ? window()->activeFocusItem() : nullptr;
-    // The host acts on what follows, and may destroy this screen.
+    // The host may destroy this screen inside the following signals.
     const QPointer guard(this);
     if (ad_) ad_->setStage(stage_);
     if (guard) forceActiveFocus();
@@ -136,7 +136,7 @@ bool VexmoraScreenItem::isPresenting() const {
     return presentation_->view() != nullptr;
 }
 
-// The button is pressed later, so that a host may destroy the screen while it hears of it.
+// The press is queued, so that the host may destroy the screen inside its delegate.
 void VexmoraScreenItem::close() {
     platform::MainQueue::main()->async([screen = QPointer(this)] {
         if (!screen || screen->presentation_->isLeaving()) return;
@@ -162,7 +162,7 @@ void VexmoraScreenItem::leftScreen() {
     const QPointer guard(this);
     if (ad_) ad_->setStage(nullptr);
     if (!guard) return;
-    // The keyboard goes back, unless the host has given it to another item meanwhile.
+    // Focus returns, unless the host has moved it elsewhere since.
     if (hasActiveFocus() && focusedBefore_) focusedBefore_->forceActiveFocus();
     if (guard) setFocus(false);
     if (guard) Q_EMIT closeRectChanged();
@@ -252,7 +252,7 @@ void VexmoraScreenItem::updateAccessibility() {
 }
 
 bool VexmoraScreenItem::event(QEvent* event) {
-    // Otherwise a shortcut of the host's would get the key.
+    // Otherwise a shortcut of the host would get the key.
     if (event->type() == QEvent::ShortcutOverride && isPresenting() &&
         isCloseKey(static_cast<QKeyEvent*>(event))) {
         event->accept();
@@ -269,7 +269,7 @@ bool VexmoraScreenItem::event(QEvent* event) {
 void VexmoraScreenItem::keyPressEvent(QKeyEvent* event) {
     event->setAccepted(isPresenting());
     if (!isPresenting() || presentation_->isLeaving()) return;
-    // The keyboard stays with the ad as long as it is there: Tab leads to the close button alone.
+    // Focus stays in the presented ad: Tab leads to the close button only.
     if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)
         closeKey_->forceActiveFocus(Qt::TabFocusReason);
     else if (isCloseKey(event) || (closeKey_->hasActiveFocus() && isPressKey(event)))
@@ -280,7 +280,7 @@ void VexmoraScreenItem::keyReleaseEvent(QKeyEvent* event) {
     event->setAccepted(isPresenting());
 }
 
-// While an ad is presented these events do not reach what is behind it.
+// Swallows the events, so that they do not reach the items behind a presented ad.
 void VexmoraScreenItem::mousePressEvent(QMouseEvent*) {}
 void VexmoraScreenItem::wheelEvent(QWheelEvent* event) {
     event->setAccepted(isPresenting());

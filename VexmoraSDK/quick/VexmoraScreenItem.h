@@ -22,28 +22,28 @@ namespace platform {
 class Button;
 }  // namespace platform
 
-/// Where interstitial ads are presented, one at a time, over the rest of the scene: an ad moves in
-/// from below and out again when it is closed, by its close button, Escape or Back. While it is
-/// there, nothing behind it is touched and it has the keyboard. Fill the window with it, in front
-/// of the rest. The ad fills the screen, its picture in the middle; a tap on it anywhere but on the
-/// close button does nothing. With `LayoutMirroring` the close button is on the other side. The
-/// screen may be destroyed at any time, from inside its own signals and those of its ad too. Main
-/// thread.
+/// Presents interstitial ads over the rest of the scene, one at a time. An ad moves in from below,
+/// and out again when it is closed by its close button, Escape or Back. While it is presented, it
+/// has the focus and the items behind it get no touches or keys; the host's shortcuts still work.
+/// The screen should fill the window, in front of all else. The ad fills the screen, its picture in
+/// the middle; a tap on it anywhere but on the close button does nothing. With `LayoutMirroring`
+/// the close button is on the other side. The screen may be destroyed at any time, from inside its
+/// own signals and those of its ad too. Main thread.
 class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     Q_OBJECT
     QML_NAMED_ELEMENT(VexmoraScreen)
 
-    /// From the call of `present` until the ad has moved out.
+    /// True from the call of `present` until the ad has moved out.
     Q_PROPERTY(bool presenting READ isPresenting NOTIFY presentingChanged FINAL)
-    /// While the ad moves in or out.
+    /// True while the ad moves in or out.
     Q_PROPERTY(bool moving READ isMoving NOTIFY movingChanged FINAL)
-    /// How far a notch or a rounded corner reaches into the screen from the top, in points; close
-    /// buttons stay clear of it. The same for the other edges.
+    /// The depth in points of a notch or a rounded corner at each edge. Close buttons stay clear of
+    /// it.
     Q_PROPERTY(double topInset READ topInset WRITE setTopInset NOTIFY insetsChanged FINAL)
     Q_PROPERTY(double leftInset READ leftInset WRITE setLeftInset NOTIFY insetsChanged FINAL)
     Q_PROPERTY(double bottomInset READ bottomInset WRITE setBottomInset NOTIFY insetsChanged FINAL)
     Q_PROPERTY(double rightInset READ rightInset WRITE setRightInset NOTIFY insetsChanged FINAL)
-    /// What screen readers say of the close button, and where it is; empty when there is none.
+    /// The close button's label for screen readers, and its rectangle; empty without a button.
     Q_PROPERTY(QString closeLabel READ closeLabel NOTIFY closeLabelChanged FINAL)
     Q_PROPERTY(QRectF closeRect READ closeRect NOTIFY closeRectChanged FINAL)
 
@@ -109,13 +109,13 @@ class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     const std::unique_ptr<Presentation> presentation_;
     /// The item that moves.
     Stage* const stage_;
-    /// The close button for the keyboard and for screen readers; fingers touch that of the ad.
+    /// The close button for keyboard and screen readers. Taps reach the ad's own button.
     CloseKey* const closeKey_;
     QPropertyAnimation movement_;
-    /// Whose ad is presented; absent for a view of the host's.
+    /// The presented ad; absent for a view set by the host.
     QPointer<VexmoraAd> ad_;
     FillMode fillMode_ = FillMode::asIs;
-    /// What had the keyboard before, to have it again.
+    /// The item that had focus before; it gets it back.
     QPointer<QQuickItem> focusedBefore_;
     platform::EdgeInsets insets_;
 };

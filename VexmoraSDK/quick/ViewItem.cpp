@@ -21,7 +21,7 @@
 namespace VexmoraSDK {
 namespace {
 
-// Every graphics card takes that many in one texture. A larger view is painted with fewer pixels.
+// Every graphics card supports textures of this size. A larger view is painted with fewer pixels.
 constexpr double kMaxPixelsPerSide = 4096;
 
 constexpr double kFocusFrameWidth = 2;
@@ -44,7 +44,7 @@ void paintFocusFrame(QPainter& painter, QSizeF size) {
 
 ViewItem::ViewItem(QQuickItem* parent) : QQuickItem(parent) {
     setAcceptedMouseButtons(Qt::LeftButton);
-    // Its parent may have brought it into a scene already.
+    // The parent may have brought the item into a scene already.
     if (window()) followMirroring();
 }
 
@@ -61,7 +61,7 @@ void ViewItem::setFillMode(Vexmora::FillMode mode) {
 
 void ViewItem::show(std::shared_ptr<platform::View> view) {
     if (view_) view_->setDisplayCallback({});
-    // A press on the former view shall not end as a tap on this one.
+    // A press on the previous view must not become a tap on this one.
     taps_.cancel();
     unsetCursor();
     view_ = std::move(view);
@@ -101,7 +101,7 @@ QRectF ViewItem::boundingRect() const {
     return {origin.x, origin.y, width * scale, height * scale};
 }
 
-// The view belongs to this thread; the thread that renders gets a picture of it.
+// The view belongs to the main thread; the render thread gets a picture of it.
 void ViewItem::updatePolish() {
     paintPicture();
     pictureIsNew_ = true;
@@ -125,7 +125,7 @@ void ViewItem::paintPicture() {
     };
     picture_ = QImage(pixels(width), pixels(height), QImage::Format_ARGB32_Premultiplied);
     picture_.fill(Qt::transparent);
-    // The picture begins at a whole pixel of the screen, so that it stays sharp.
+    // The picture starts at a whole pixel of the screen, so that it stays sharp.
     const auto aligned = [screenScale](double point) {
         return std::round(point * screenScale) / screenScale;
     };
@@ -211,7 +211,7 @@ void ViewItem::keyPressEvent(QKeyEvent* event) {
     if (presses) press();
 }
 
-// Presses that the view has no use for go to what is behind the item.
+// Presses that the view does not use go to the item behind.
 void ViewItem::mousePressEvent(QMouseEvent* event) {
     if (takesTapAt(event->position()))
         taps_.press({event->scenePosition().x(), event->scenePosition().y()});
@@ -236,8 +236,8 @@ void ViewItem::press() {
     if (view_) tap(boundingRect().center());
 }
 
-// The tap is handed in later, so that a host may destroy the item while it hears of it. Until then
-// an earlier tap may have disabled the item or taken the view away.
+// The tap is queued, so that the host may destroy the item inside its delegate. Until it runs, an
+// earlier tap may have disabled the item or removed the view.
 void ViewItem::tap(QPointF position) {
     platform::MainQueue::main()->async([item = QPointer(this), view = view_, position] {
         if (!item || !item->isEnabled() || !view || item->view_ != view) return;

@@ -16,16 +16,15 @@
 
 namespace VexmoraSDK {
 
-/// Shows a view tree in a scene: paints it when it has changed and hands taps in, of a finger, a
-/// mouse, the keyboard or a screen reader. The implicit size is that of the view. Main thread.
+/// Shows a view tree in a scene: paints it when it has changed, and passes on taps by touch, mouse,
+/// keyboard or screen reader. The implicit size is that of the view. Main thread.
 class VEXMORA_EXPORT ViewItem : public QQuickItem {
     Q_OBJECT
     QML_ANONYMOUS
 
-    /// `Vexmora.FillMode.AsIs`, as at first: in its own size, its top left at the item's; with
-    /// `LayoutMirroring` its top right. `Fit`: as large as fits into the item with its proportions
-    /// kept, in the middle; so a picture of twice the size is sharp on a screen of two pixels a
-    /// point.
+    /// `Vexmora.FillMode.AsIs`, the default: in its own size at the item's top left, with
+    /// `LayoutMirroring` at its top right. `Fit`: scaled to fit the item, centred, proportions
+    /// kept; a picture of twice the size is then sharp on a screen of two pixels a point.
     Q_PROPERTY(VexmoraSDK::Vexmora::FillMode fillMode READ fillMode WRITE setFillMode NOTIFY
                    fillModeChanged FINAL)
 
@@ -35,14 +34,14 @@ class VEXMORA_EXPORT ViewItem : public QQuickItem {
     Vexmora::FillMode fillMode() const { return fillMode_; }
     void setFillMode(Vexmora::FillMode mode);
 
-    /// Where the view is, or the item itself when there is none.
+    /// The rectangle of the view, or of the item if there is no view.
     QRectF boundingRect() const override;
 
-    /// No item asks for more points a side, however large a picture or a text is.
+    /// The largest implicit size per side in points, however large a picture or a text is.
     static constexpr int kMaxImplicitSize = 4096;
 
  public Q_SLOTS:
-    /// A tap in the middle of the view, for those who cannot point. An interstitial ad takes none.
+    /// Taps the middle of the view, for keyboard and screen readers. An interstitial ad ignores it.
     void press();
 
  Q_SIGNALS:
@@ -51,13 +50,13 @@ class VEXMORA_EXPORT ViewItem : public QQuickItem {
  protected:
     explicit ViewItem(QQuickItem* parent);
 
-    /// Called when the item has come into a scene, and when the app speaks another language: tells
-    /// screen readers of it.
+    /// Updates role and name for screen readers. Called when the item enters a scene and when the
+    /// app's language changes.
     virtual void updateAccessibility() {}
 
-    /// Shows `view` from now on, which is shown nowhere else; absent for none.
+    /// Shows `view`, or nothing if it is null. No other item may show it.
     void show(std::shared_ptr<platform::View> view);
-    /// The implicit size as long as there is no view or the view has no size, and with `Fit`.
+    /// Sets the implicit size for `Fit`, and for `AsIs` while there is no view or it has no size.
     void setReservedSize(QSizeF size);
 
     bool event(QEvent* event) override;
@@ -87,7 +86,7 @@ class VEXMORA_EXPORT ViewItem : public QQuickItem {
     QSizeF reservedSize_{0, 0};
     bool mirrored_ = false;
     Vexmora::FillMode fillMode_ = Vexmora::FillMode::AsIs;
-    /// The view as it was last painted, and where it is shown.
+    /// The view as last painted, and its rectangle.
     QImage picture_;
     QRectF pictureRect_;
     bool pictureIsNew_ = false;

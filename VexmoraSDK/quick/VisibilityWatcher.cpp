@@ -10,7 +10,7 @@
 namespace VexmoraSDK {
 namespace {
 
-/// A delay that no user notices.
+/// Too short a delay to notice.
 constexpr int kDelayMilliseconds = 50;
 
 QRect rectInScene(const QQuickItem& item, const QRectF& rect) {
@@ -30,7 +30,7 @@ bool isSeenThrough(const QQuickItem& item) {
     return color.isValid() && color.value<QColor>().alpha() == 0;
 }
 
-/// The parts of the scene that an item and what is in it cover.
+/// The region of the scene that an item and its descendants cover.
 QRegion coveredBy(const QQuickItem& item, QRegion within) {
     if (!item.isVisible() || item.opacity() <= 0 || within.isEmpty()) return {};
     const QRegion own = within & rectInScene(item, item.boundingRect());
@@ -41,7 +41,7 @@ QRegion coveredBy(const QQuickItem& item, QRegion within) {
     return covered;
 }
 
-/// Those children of `parent` that are painted above `child`.
+/// The children of `parent` that are painted above `child`.
 std::vector<QQuickItem*> siblingsAbove(const QQuickItem& parent, const QQuickItem& child) {
     const auto siblings = parent.childItems();
     const auto isAbove = [&, seen = false](const QQuickItem* sibling) mutable {
@@ -68,7 +68,7 @@ void VisibilityWatcher::setItem(QQuickItem* item) {
     watchWindow(item ? item->window() : nullptr);
     if (item) {
         connect(item, &QQuickItem::windowChanged, this, &VisibilityWatcher::watchWindow);
-        // Nothing is painted for an item that is hidden with all that is around it.
+        // A hidden item paints no frame, so the watcher also listens to `visibleChanged`.
         connect(item, &QQuickItem::visibleChanged, this, &VisibilityWatcher::lookSoon);
         connect(item, &QObject::destroyed, this, &VisibilityWatcher::lookSoon);
     }
@@ -109,7 +109,7 @@ double VisibilityWatcher::visibleFraction() const {
     if (!window->isExposed() || window->visibility() == QWindow::Minimized) return 0;
 
     QRect whole = rectInScene(*item_, item_->boundingRect());
-    // An item without a size as yet counts as seen when its place is.
+    // An item without a size counts as visible if its position is.
     if (whole.isEmpty()) whole.setSize(QSize(1, 1));
     QRegion seen = QRegion(whole) & QRect(QPoint(), window->size());
     for (const auto* child = item_.data(); child && !seen.isEmpty(); child = child->parentItem()) {

@@ -8,24 +8,24 @@
 
 namespace VexmoraSDK {
 
-/// Follows how much of an item can be seen: it may be hidden, scrolled out of sight, clipped, or
-/// covered by visible items that are painted above it. Looks a moment after its scene has painted a
-/// frame, so that a scene in which nothing changes costs nothing. Main thread.
+/// Follows the visible fraction of an item, which may be hidden, scrolled out of sight, clipped, or
+/// covered by visible items painted above it. It checks shortly after its scene has painted a
+/// frame, so a scene without changes costs nothing. Main thread.
 class VisibilityWatcher : public QObject {
     Q_OBJECT
 
  public:
     VisibilityWatcher();
 
-    /// The item that is watched from now on; absent for none.
+    /// Watches `item`, or nothing if it is null.
     void setItem(QQuickItem* item);
     QQuickItem* item() const { return item_; }
 
-    /// The share of the item's bounding rectangle that can be seen now, from 0 to 1.
+    /// The visible fraction of the item's bounding rectangle, from 0 to 1.
     double visibleFraction() const;
 
  Q_SIGNALS:
-    /// The fraction may be another.
+    /// The fraction may have changed.
     void changed();
 
  protected:

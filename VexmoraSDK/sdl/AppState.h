@@ -9,8 +9,8 @@
 
 namespace VexmoraSDK {
 
-/// Whether the app runs before the user's eyes from `event` on; absent for an event that says
-/// nothing of that. On a desktop a window does that is not minimised or hidden.
+/// Whether the app is visible after `event`; absent if the event does not change that. A desktop
+/// window is visible unless it is minimised or hidden.
 inline std::optional<bool> appState(const SDL_Event& event, const RendererSpace& space) {
     switch (event.type) {
         case SDL_APP_WILLENTERBACKGROUND: return false;

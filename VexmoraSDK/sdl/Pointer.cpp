@@ -6,10 +6,10 @@
 namespace VexmoraSDK {
 namespace {
 
-/// A press that has moved so many points is a drag.
+/// A press that moves this many points is a drag.
 constexpr double kDragDistance = 10;
 
-// No finger has that number.
+// The pointer number of the mouse. SDL never gives it to a finger.
 constexpr std::int64_t kMouse = std::numeric_limits<std::int64_t>::min();
 
 bool hasLogicalSize(SDL_Renderer* renderer) {
@@ -26,7 +26,7 @@ struct Output {
     float scaleY = 1;
 };
 
-/// In pixels, and how many of them a unit of the renderer takes.
+/// The size of the renderer's output in pixels, and the pixels in one unit of the renderer.
 Output outputOf(SDL_Renderer* renderer) {
     int width = 0;
     int height = 0;
@@ -38,7 +38,7 @@ Output outputOf(SDL_Renderer* renderer) {
     return output;
 }
 
-/// In points; that of the output for a renderer without a window.
+/// The window's size in points. Without a window, the size of the output.
 platform::Size windowSize(SDL_Renderer* renderer) {
     const Output output = outputOf(renderer);
     SDL_Window* const window = SDL_RenderGetWindow(renderer);
@@ -84,7 +84,7 @@ bool RendererSpace::isOwn(std::uint32_t windowId) const {
     return !window || SDL_GetWindowID(window) == windowId;
 }
 
-// SDL has already turned the positions of the mouse into those of a logical size.
+// SDL has already converted mouse positions to the logical size.
 platform::Point RendererSpace::fromWindow(double x, double y) const {
     const double units = unitsPerPoint();
     return {x * units, y * units};
@@ -98,7 +98,7 @@ platform::Point RendererSpace::position(const SDL_MouseMotionEvent& event) const
     return fromWindow(event.x, event.y);
 }
 
-// From 0 to 1.
+// Touch positions run from 0 to 1.
 platform::Point RendererSpace::position(const SDL_TouchFingerEvent& event) const {
     const auto [width, height] = size();
     return fromWindow(event.x * width, event.y * height);

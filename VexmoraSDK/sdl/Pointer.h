@@ -15,13 +15,14 @@ class RendererSpace {
  public:
     explicit RendererSpace(SDL_Renderer* renderer) : renderer_(renderer) {}
 
-    /// How many units of the renderer one point of its window takes: 1 with a logical size.
+    /// The number of the renderer's units in one point of its window: 1 with a logical size.
     double unitsPerPoint() const;
-    /// In points of the window, or of the logical size.
+    /// The size of the viewport, in points of the window or of the logical size.
     platform::Size size() const;
-    /// Whether an event of that window is one of this renderer; of any, for one without a window.
+    /// Whether events of this window belong to this renderer. A renderer without a window takes the
+    /// events of every window.
     bool isOwn(std::uint32_t windowId) const;
-    /// Where a mouse or a finger is that an event tells of.
+    /// The position of the mouse or finger in an event.
     platform::Point position(const SDL_MouseButtonEvent& event) const;
     platform::Point position(const SDL_MouseMotionEvent& event) const;
     platform::Point position(const SDL_TouchFingerEvent& event) const;
@@ -32,28 +33,28 @@ class RendererSpace {
     SDL_Renderer* const renderer_;
 };
 
-/// What a mouse or a finger does, whichever it is.
+/// A mouse or touch event in one form.
 struct PointerEvent {
     enum class Kind { press, move, release };
     Kind kind;
     /// In the renderer's coordinates.
     platform::Point position;
-    /// Of the mouse or of one finger.
+    /// Identifies the mouse or the finger.
     std::int64_t pointer;
 };
 
-/// Absent for an event of another kind, of another window, of another button than the left one, or
-/// that SDL made up after one of the other kind.
+/// Absent if the event is no pointer event, belongs to another window, is of a button other than
+/// the left one, or was synthesised by SDL from touch or mouse.
 std::optional<PointerEvent> pointerEvent(const SDL_Event& event, const RendererSpace& space);
 
 /// Tells taps from drags, one pointer at a time.
 class PointerTaps {
  public:
-    /// Follows the pointer from a press on.
+    /// Starts to follow the pointer that was pressed.
     void press(const PointerEvent& event);
     /// Whether the event belongs to the press that is followed.
     bool follows(const PointerEvent& event) const { return pointer_ == event.pointer; }
-    /// What follows a press; whether that was the end of a tap.
+    /// Handles a move or a release after a press. Returns whether a release ended a tap.
     bool isTap(const PointerEvent& event, const RendererSpace& space);
     void cancel();
 

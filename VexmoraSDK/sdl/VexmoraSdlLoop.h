@@ -10,8 +10,9 @@
 
 namespace VexmoraSDK {
 
-/// What an SDL game calls once a frame to have the library do its work, before it makes its first
-/// slot until after its last. SDL's events are initialised already. Main thread.
+/// Runs the library's work in the loop of an SDL game. Make it after SDL's events are initialised
+/// and before the first slot, destroy it after the last slot, and call `run` once a frame. Main
+/// thread.
 ///
 /// A game that sleeps calls `SDL_WaitEventTimeout` with what `run` returned, or with what
 /// `AdSlot::wakeAll` says after it has shown or hidden ads since: when something comes in the
@@ -20,13 +21,13 @@ class VEXMORA_EXPORT VexmoraSdlLoop {
  public:
     VexmoraSdlLoop();
 
-    /// Runs what waits for the main thread until `budget` is spent, then wakes the slots that are
-    /// due. Returns in what time it wants to be called next, 0 for at once; absent when nothing is
-    /// waited for but an event.
+    /// Runs the work that waits for the main thread until `budget` is spent, then wakes the slots
+    /// that are due. Returns the time until the next call, 0 for at once; absent if only an event
+    /// can bring work.
     std::optional<std::chrono::milliseconds> run(
         std::chrono::microseconds budget = std::chrono::milliseconds(1)) noexcept;
 
-    /// Says nothing to the game but that `run` should be called.
+    /// The type of the event that wakes a sleeping game so that it calls `run`.
     static std::uint32_t wakeUpEvent();
 
  private:

@@ -22,7 +22,7 @@ using std::chrono::milliseconds;
 
 constexpr milliseconds kDuration(250);
 
-// Fast at first.
+// An easing curve that starts fast.
 double eased(double progress) {
     const double left = 1 - progress;
     return 1 - left * left * left;
@@ -54,7 +54,7 @@ struct VexmoraSdlScreen::Impl {
 
     ~Impl() { stop(); }
 
-    /// From 0, outside, to 1.
+    /// The part of the ad that has moved in, from 0 to 1.
     double shown() const {
         const double progress =
             movesSince ? std::min(1.0, double((now - *movesSince).count()) / kDuration.count())
@@ -99,7 +99,7 @@ struct VexmoraSdlScreen::Impl {
         if (slot.visibleFraction() != fraction) slot.setVisibleFraction(fraction);
     }
 
-    /// Of the ad, in points.
+    /// The y coordinate of the ad's top edge, in points.
     double top() const { return (1 - shown()) * view->frame().size.height; }
 
     void press() {
@@ -115,7 +115,7 @@ struct VexmoraSdlScreen::Impl {
         if (event.kind == PointerEvent::Kind::press) {
             if (onControl) taps.press(event);
         } else if (taps.isTap(event, space) && onControl) {
-            // The host may destroy this screen meanwhile.
+            // The host may destroy this screen during the tap.
             const auto tapped = view;
             tapped->tap(point);
         }
@@ -127,10 +127,10 @@ struct VexmoraSdlScreen::Impl {
     Presentation presentation{[this](bool animated) { leave(animated); }};
     std::shared_ptr<VexmoraView> view;
     platform::EdgeInsets insets;
-    /// With which the view is laid out, if it is.
+    /// The insets of the last layout; absent before the first.
     std::optional<platform::EdgeInsets> appliedInsets;
     milliseconds now{0};
-    /// When the movement in or out was first drawn.
+    /// The time of the first frame of the movement in or out.
     std::optional<milliseconds> movesSince;
     PointerTaps taps;
 };

@@ -15,11 +15,11 @@ namespace VexmoraSDK {
 
 /// Presents the interstitials of a slot over a game that draws with SDL: an ad moves in from below,
 /// and out again when it is closed, by its close button, Escape, Back or the button B of a game
-/// controller. It goes before its slot and its renderer do, at any time else, from inside the
+/// controller. Destroy it before its slot and its renderer, otherwise at any time, from inside the
 /// operations of the slot's delegate too. Main thread.
 class VEXMORA_EXPORT VexmoraSdlScreen {
  public:
-    /// Tells the slot the size of the screen: before the slot's first `wake`.
+    /// Tells the slot the size of the screen. Make it before the slot's first `wake`.
     VexmoraSdlScreen(SDL_Renderer* renderer, AdSlot& slot);
     ~VexmoraSdlScreen();
     VexmoraSdlScreen(const VexmoraSdlScreen&) = delete;
@@ -28,17 +28,17 @@ class VEXMORA_EXPORT VexmoraSdlScreen {
     /// Presents the ad on show. False, and nothing done, when there is none, when it is no
     /// interstitial, too old or was presented before, or when another is still presented.
     bool present();
-    /// From the call of `present` until the ad has moved out.
+    /// True from the call of `present` until the ad has moved out.
     bool isPresenting() const;
     /// Whether the ad covers the whole window and does not move: the game has nothing to draw.
     bool coversWindow() const;
 
-    /// Draws over the game what is presented, once a frame, where it is at `now`, which never goes
-    /// back. Follows the size of the window.
+    /// Draws the presented ad over the game. Call it once a frame with a time that never goes back;
+    /// the ad moves by that time and follows the size of the window.
     void draw(std::chrono::milliseconds now);
 
-    /// Give it every event, before the game has it. Whether the game should not take it: while an
-    /// ad is presented, every event of mouse, touch, keyboard and controllers.
+    /// Give it every event before the game handles it. Returns whether the game should ignore the
+    /// event: while an ad is presented, every event of mouse, touch, keyboard and controllers.
     bool handle(const SDL_Event& event);
 
     /// How much of each edge of the window is behind a notch or a rounded corner, in points; the

@@ -21,7 +21,7 @@ struct VexmoraSdlView::Impl {
         if (slot.view()) VexmoraSDK::setTextColors(*slot.view(), colors);
     }
 
-    /// The ad lies in `place` as `fillMode` says, in points of the place.
+    /// The position of the ad in `place`, in points of the place.
     AdPosition position() const {
         const double units = space.unitsPerPoint();
         return AdPosition::of(fillMode, texture.view()->frame().size,
@@ -48,7 +48,7 @@ struct VexmoraSdlView::Impl {
     FillMode fillMode = FillMode::fit;
     NativeTextColors colors;
     double visibleFraction = 1;
-    /// Where the ad was drawn last.
+    /// The place where the ad was last drawn.
     SDL_FRect place{};
     PointerTaps taps;
     /// Whether the mouse was on the ad when it moved last.
@@ -97,7 +97,7 @@ bool VexmoraSdlView::handle(const SDL_Event& event) {
     if (event.type == SDL_MOUSEMOTION) self.hovered = onAd;
     if (!self.taps.follows(*pointer)) return false;
     if (self.taps.isTap(*pointer, self.space) && onAd) {
-        // The host may destroy this view meanwhile.
+        // The host may destroy this view during the tap.
         const auto view = self.texture.view();
         view->tap(self.toAd(pointer->position));
     }

@@ -15,12 +15,12 @@ union SDL_Event;
 namespace VexmoraSDK {
 
 /// Shows the banners or native ads of a slot in a game that draws with SDL: as a texture, which is
-/// uploaded only when the ad has changed. It goes before its slot and its renderer do, at any time
-/// else, from inside the operations of the slot's delegate too. Main thread.
+/// uploaded only when the ad has changed. Destroy it before its slot and its renderer, otherwise at
+/// any time, from inside the operations of the slot's delegate too. Main thread.
 ///
-/// Coordinates are those of the renderer, with the whole window as its viewport: of its logical
-/// size, if it has one, else pixels divided by its scale. Without a logical size a point of an ad
-/// is one of the window, so that ads are sharp and no smaller on outputs with more pixels.
+/// Coordinates are those of the renderer, whose viewport is the whole window: units of its logical
+/// size, or without one pixels divided by its scale. Without a logical size a point of an ad is a
+/// point of the window, so that an output with more pixels shows it sharper and no smaller.
 class VEXMORA_EXPORT VexmoraSdlView {
  public:
     VexmoraSdlView(SDL_Renderer* renderer, AdSlot& slot);
@@ -28,18 +28,18 @@ class VEXMORA_EXPORT VexmoraSdlView {
     VexmoraSdlView(const VexmoraSdlView&) = delete;
     VexmoraSdlView& operator=(const VexmoraSdlView&) = delete;
 
-    /// Draws the ad on show in `place`, once a frame; nothing while there is none.
+    /// Draws the ad on show in `place`, or nothing while there is none. Call it once a frame.
     void draw(const SDL_FRect& place);
 
-    /// Takes taps on the ad, by mouse or touch, and hears of what happens to the window, the app
-    /// and the textures: give it every event. Whether the event was a press on the ad, or belongs
-    /// to one: the game should not take it too.
+    /// Handles taps on the ad and events of the window, the app and the textures. Give it every
+    /// event. Returns whether the game should ignore the event, because it is a press on the ad or
+    /// belongs to one.
     bool handle(const SDL_Event& event);
 
-    /// `fit` at first.
+    /// Default: `fit`.
     FillMode fillMode() const;
     void setFillMode(FillMode mode);
-    /// Of the texts of native ads.
+    /// The text colours of native ads.
     void setTextColors(const NativeTextColors& colors);
 
     /// How much of the ad is seen when it is drawn, 1 at first. Say 0 where it is no longer drawn,
@@ -47,7 +47,7 @@ class VEXMORA_EXPORT VexmoraSdlView {
     double visibleFraction() const;
     void setVisibleFraction(double fraction);
 
-    /// Whether the mouse is on an ad that a click opens: show a hand then.
+    /// Whether the mouse is on an ad that a click opens. The game may show a hand cursor.
     bool isHovered() const;
 
  private:

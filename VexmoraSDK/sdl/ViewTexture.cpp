@@ -11,7 +11,7 @@
 namespace VexmoraSDK {
 namespace {
 
-// Not every renderer blends colours that are premultiplied.
+// Some renderers do not blend premultiplied colours.
 std::uint32_t straight(std::uint32_t pixel) {
     const std::uint32_t alpha = pixel >> 24;
     if (alpha == 0 || alpha == 255) return pixel;
@@ -48,7 +48,7 @@ void ViewTexture::draw(SDL_FPoint origin, double scale) {
     if (isOutdated_ || !texture_ || paintedScale_ != paintScale) paint(width, height, paintScale);
     if (!texture_) return;
 
-    // Pixels of the texture lie on pixels of the output.
+    // The texture's pixels are aligned with the output's.
     const auto factor = static_cast<float>(scale / paintScale);
     const SDL_FRect target = {
         std::round(origin.x * pixelsX) / pixelsX, std::round(origin.y * pixelsY) / pixelsY,
@@ -76,7 +76,7 @@ void ViewTexture::paint(int width, int height, double scale) {
     isOutdated_ = false;
 }
 
-/// Whether the view's own background fills so many pixels, and nothing is seen through it.
+/// Whether the view's own background is opaque and fills a picture of this size.
 bool ViewTexture::coversItself(int width, int height, double scale) const {
     const auto color = view_->backgroundColor();
     const platform::Size size = view_->frame().size;

@@ -19,14 +19,13 @@ class ViewTexture {
     ViewTexture& operator=(const ViewTexture&) = delete;
 
     const std::shared_ptr<platform::View>& view() const { return view_; }
-    /// May be absent. While it is shown here its display callback is this texture's.
+    /// Shows `view`, which may be absent. The texture takes its display callback meanwhile.
     void setView(std::shared_ptr<platform::View> view);
 
-    /// Copies the view to `origin`, in the renderer's coordinates, of which one point of the view
-    /// takes `scale`.
+    /// Copies the view to `origin`. One point of the view takes `scale` units of the renderer.
     void draw(SDL_FPoint origin, double scale);
 
-    /// Gives the texture up when `event` says that the device has lost it.
+    /// Releases the texture when `event` says that the device has lost it.
     void handle(const SDL_Event& event);
 
  private:

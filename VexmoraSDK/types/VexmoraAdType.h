@@ -13,7 +13,7 @@
 
 namespace VexmoraSDK {
 
-/// The ad formats that the ad server knows, under its own numbers.
+/// The ad formats, with the ad server's numbers.
 enum class VexmoraAdType : std::intptr_t {
     native = 1,
     mediumRectangle = 14,
@@ -31,10 +31,10 @@ constexpr std::intptr_t rawValue(VexmoraAdType adType) {
 /// The raw values of ad types, in their order.
 VEXMORA_EXPORT std::vector<std::intptr_t> rawValues(const std::vector<VexmoraAdType>& adTypes);
 
-/// The ad type of that raw value; absent when there is none.
+/// The ad type of a raw value; absent if no type has it.
 VEXMORA_EXPORT std::optional<VexmoraAdType> adTypeWithRawValue(std::intptr_t rawValue);
 
-/// The ad types that a size string such as "320x60" stands for.
+/// The ad types of each size string, such as "320x60".
 VEXMORA_EXPORT const std::map<std::string, std::vector<VexmoraAdType>, std::less<>>&
 adTypesBySize();
 

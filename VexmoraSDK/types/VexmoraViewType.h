@@ -22,10 +22,10 @@ constexpr std::intptr_t rawValue(VexmoraViewType viewType) {
     return static_cast<std::intptr_t>(viewType);
 }
 
-/// The view type of that raw value; absent when there is none.
+/// The view type of a raw value; absent if no type has it.
 VEXMORA_EXPORT std::optional<VexmoraViewType> viewTypeWithRawValue(std::intptr_t rawValue);
 
-/// The kind of view that shows ads of a size string such as "320x60".
+/// The kind of view for each size string, such as "320x60".
 VEXMORA_EXPORT const std::map<std::string, VexmoraViewType, std::less<>>& adViewBySize();
 
 }  // namespace VexmoraSDK

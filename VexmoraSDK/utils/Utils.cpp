@@ -24,7 +24,7 @@ AdRecord recordFrom(const platform::Dictionary& ad) {
     return record;
 }
 
-/// `value` as a `T`; a fatal stop when it is of another type.
+/// Returns `value` as a `T`. Another type is a fatal stop.
 template <class T>
 const T& forced(const platform::Value& value, std::string_view typeName) {
     const T* converted = value.as<T>();

@@ -20,10 +20,10 @@ namespace VexmoraSDK {
 /// One ad of the server's response: its numbers and strings, all as text, under their member names.
 using AdRecord = std::map<std::string, std::string, std::less<>>;
 
-/// Fetching and reading ads, and the constants of the views.
+/// Fetches and parses ads, and holds the views' constants.
 class Utils {
  public:
-    /// A font by name, with the colour that goes with it.
+    /// A font by name, and its text colour.
     struct Font {
         std::string_view family;
         double size;  ///< in points
@@ -54,7 +54,7 @@ class Utils {
     static constexpr std::string_view adReadyCallbackSelector = "adReadyCallback:";
     static constexpr std::string_view handleTapCallbackSelector = "handleTap:";
 
-    /// Where the first text of a native ad begins, and what is added below each, in points.
+    /// The y coordinate of a native ad's first text, and the spacing below each text, in points.
     static constexpr double nativeStartY = 0.0;
     static constexpr double nativeYElementPadding = -15.0;
 

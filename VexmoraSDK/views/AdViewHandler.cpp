@@ -17,8 +17,8 @@ using platform::unwrap;
 
 namespace {
 
-/// `format` with its two placeholders filled in; see `AdViewHandler::requestUrlFormat`. Whatever
-/// else it holds, a further placeholder too, stays as it is.
+/// Fills in the two placeholders of `format`, see `AdViewHandler::requestUrlFormat`. Anything else,
+/// further placeholders too, stays as it is.
 std::string filled(std::string_view format, const std::string& first, const std::string& second) {
     const std::array<std::string_view, 2> arguments = {first, second};
     std::size_t next = 0;

@@ -17,39 +17,39 @@ namespace VexmoraSDK {
 class InternalAdView;
 class VexmoraView;
 
-/// The helper that every ad view owns.
+/// The helper of each ad view: request URLs, subviews, taps.
 class AdViewHandler {
  public:
-    /// Takes the template of the request address from the settings; without one, a fatal stop.
+    /// Reads the request template from the settings. A missing one is a fatal stop.
     AdViewHandler();
 
-    /// The template of the request address: "%@" (also "%1$@" and "%2$@") stands for the container
-    /// identifier and for the ad types, in this order, "%%" for a percent sign.
+    /// The request template: "%@" (also "%1$@" and "%2$@") stands for the container identifier and
+    /// for the ad types, in this order; "%%" for a percent sign.
     const std::string& requestUrlFormat() const { return requestUrlFormat_; }
-    /// For the requests from now on.
+    /// Applies to later requests.
     void setRequestUrlFormat(std::string format) { requestUrlFormat_ = std::move(format); }
 
-    /// The request address of the view. Nothing is escaped. An absent container identifier, or one
-    /// that makes no valid address, is a fatal stop.
+    /// The request URL of the view. Nothing is escaped. An absent container identifier, or one that
+    /// makes the URL invalid, is a fatal stop.
     platform::Url getUrl(const VexmoraView& view) const;
 
     /// Adds the image, at its natural size at the view's origin, as the frontmost subview.
     std::shared_ptr<platform::ImageView> addImageView(
         VexmoraView& view, std::shared_ptr<const platform::Image> image) const;
 
-    /// Adds a text as the frontmost subview. A font that the device does not know leaves the
-    /// default one; the font's colour is left to the caller.
+    /// Adds a text as the frontmost subview. A font that the device lacks leaves the default font.
+    /// The caller sets the colour.
     std::shared_ptr<platform::TextView> addTextView(VexmoraView& view, platform::Rect frame,
                                                     const Utils::Font& font,
                                                     std::optional<std::string> text) const;
 
-    /// From now on the view is sent `adReadyCallback:` when the ad's picture has arrived.
+    /// Has `adReadyCallback:` sent to the view when the ad's picture has arrived.
     void addObserver(VexmoraView& view, const std::shared_ptr<AdProtocol>& ad) const;
 
-    /// From now on a tap on the view sends it `handleTap:`.
+    /// Has `handleTap:` sent to the view for each tap on it.
     void addTapHandler(InternalAdView& view) const;
 
-    /// Tells the host that the user leaves, then opens the address.
+    /// Tells the host that the user leaves the app, then opens `url`.
     void handleTap(InternalAdView& view, const platform::Url& url) const;
 
  private:

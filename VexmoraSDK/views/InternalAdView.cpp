@@ -30,7 +30,7 @@ void InternalAdView::receive(const std::shared_ptr<AdProtocol>& ad) {
 }
 
 void InternalAdView::draw() {
-    // A reference of its own: the host may give the view another ad meanwhile.
+    // Holds the ad: during the calls the host may give the view another one.
     const auto drawn = ad_;
     render(drawn);
     tell(&VexmoraDelegate::didReceiveAd);
@@ -42,7 +42,7 @@ void InternalAdView::render(const std::shared_ptr<AdProtocol>& ad) {
 }
 
 void InternalAdView::open(const std::shared_ptr<ImageAd>& ad) {
-    // A copy: the host may give the view another ad while it hears of the tap.
+    // Copies the URL: during the call the host may give the view another ad.
     const platform::Url clickUrl = unwrap(ad, "ad of container", containerName()).clickUrl();
     vexmoraDelegate_->handleTap(*this, clickUrl);
 }

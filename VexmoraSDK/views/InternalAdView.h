@@ -17,8 +17,8 @@ class AdProtocol;
 class AdViewHandler;
 class ImageAd;
 
-/// The life that every ad view shares: assigning the container identifier starts a request, the ad
-/// that it brings is stored, and when the ad's picture has arrived it is drawn.
+/// What all ad views have in common: setting the container identifier starts a request, the view
+/// keeps its ad, and draws it when the ad's picture has arrived.
 class VEXMORA_EXPORT InternalAdView : public VexmoraView {
  public:
     std::string fatalDetail() const override {
@@ -37,20 +37,20 @@ class VEXMORA_EXPORT InternalAdView : public VexmoraView {
         delegate_.set(std::move(delegate));
     }
 
-    /// Absent until a request has brought one.
+    /// The ad; absent until a request has brought one.
     const std::shared_ptr<AdProtocol>& ad() const { return ad_; }
     /// The ad types that this kind of view can show.
     const std::vector<VexmoraAdType>& allowedAdTypes() const { return allowedAdTypes_; }
     /// The view's helper, not the host's delegate; never absent.
     const std::shared_ptr<AdViewHandler>& vexmoraDelegate() const { return vexmoraDelegate_; }
 
-    /// Starts a request with the container identifier and the ad types as they are.
+    /// Starts a request with the current container identifier and ad types.
     virtual void containerSetCallback() = 0;
-    /// The ad's picture has arrived: draws on the main queue. Any thread.
+    /// Called when the ad's picture has arrived; draws on the main queue. Any thread.
     void adReadyCallback();
 
-    /// Calls an operation of the host's delegate, when there is a delegate that implements it, with
-    /// this view and `arguments`. The delegate is held meanwhile, so that the host may replace it.
+    /// Calls an operation of the host's delegate, if there is one that implements it, with this
+    /// view and `arguments`. The delegate is held during the call, so that the host may replace it.
     template <class Operation, class... Arguments>
     void tell(Operation VexmoraDelegate::*operation, const Arguments&... arguments) {
         auto delegate = this->delegate();
@@ -72,7 +72,7 @@ class VEXMORA_EXPORT InternalAdView : public VexmoraView {
           allowedAdTypes_(allowedAdTypes),
           adTypes_(rawValues(adTypes)) {}
 
-    /// Takes the ad that a request has brought, and waits for its picture and for taps.
+    /// Keeps the ad of a request, and listens for its picture and for taps.
     void receive(const std::shared_ptr<AdProtocol>& ad);
     void store(std::shared_ptr<AdProtocol> ad) { ad_ = std::move(ad); }
 

@@ -11,24 +11,24 @@ namespace VexmoraSDK {
 class VEXMORA_EXPORT VexmoraBannerView : public InternalAdView {
  public:
     static constexpr std::string_view kClassName = "VexmoraSDK.VexmoraBannerView";
-    /// `banner`, `mediumBanner`, `fullBanner`; what `adTypes` is at first.
+    /// `banner`, `mediumBanner` and `fullBanner`, the initial `adTypes`.
     static const std::vector<VexmoraAdType>& allowedAdTypes();
 
     static std::shared_ptr<VexmoraBannerView> create(platform::Rect frame = {}) {
         return platform::makeSharedOnMain<VexmoraBannerView>(frame);
     }
     explicit VexmoraBannerView(platform::Rect frame);
-    /// As an interface file describes it.
+    /// Makes the view that an interface file describes.
     explicit VexmoraBannerView(const platform::Coder& coder);
 
     std::string_view className() const override { return kClassName; }
 
-    /// Absent until a request has brought one.
+    /// The ad; absent until a request has brought one.
     std::shared_ptr<Banner> ad() const;
     void setAd(std::shared_ptr<Banner> ad) { store(std::move(ad)); }
 
     void containerSetCallback() override;
-    /// The ad was tapped: tells the host and opens the ad's address. No ad is a fatal stop.
+    /// Handles a tap on the ad: tells the host and opens the ad's URL. No ad is a fatal stop.
     void handleTap() { open(ad()); }
 
  protected:

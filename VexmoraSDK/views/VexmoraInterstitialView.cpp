@@ -56,7 +56,7 @@ void VexmoraInterstitialView::handleResponse(const platform::Data& body) {
 }
 
 void VexmoraInterstitialView::handleCloseTap() {
-    // The host may release the view while it hears of this.
+    // The host may release the view inside its delegate.
     const auto self = shared<VexmoraInterstitialView>();
     tell(&VexmoraDelegate::willDismissScreen);
     const auto shownIn = window();

@@ -11,8 +11,8 @@ class Button;
 }  // namespace platform
 
 /// Shows a full-screen ad on a screen that the host presents, with a button that closes it. The
-/// picture is centred when it is drawn: give the view its frame, at (0, 0), before. Once
-/// there is an ad, a tap anywhere but on the button is a fatal stop.
+/// picture is centred when it is drawn, so set the frame, at (0, 0), before. Once there is an ad, a
+/// tap anywhere but on the button is a fatal stop.
 class VEXMORA_EXPORT VexmoraInterstitialView : public InternalAdView {
  public:
     static constexpr std::string_view kClassName = "VexmoraSDK.VexmoraInterstitialView";
@@ -24,14 +24,14 @@ class VEXMORA_EXPORT VexmoraInterstitialView : public InternalAdView {
         return platform::makeSharedOnMain<VexmoraInterstitialView>(frame);
     }
     explicit VexmoraInterstitialView(platform::Rect frame);
-    /// As an interface file describes it.
+    /// Makes the view that an interface file describes.
     explicit VexmoraInterstitialView(const platform::Coder& coder);
 
     std::string_view className() const override { return kClassName; }
 
     void setAd(std::shared_ptr<AdProtocol> ad) { store(std::move(ad)); }
 
-    /// The outlet that the interface file fills; absent in a view made without it.
+    /// The outlet that the interface file sets; absent in a view made without one.
     const std::shared_ptr<platform::Button>& closeButton() const { return closeButton_; }
     void setCloseButton(std::shared_ptr<platform::Button> button) {
         closeButton_ = std::move(button);

@@ -63,7 +63,7 @@ void VexmoraNativeView::didAddSubview(platform::View& subview) {
 
     const auto [origin, size] = text->frame();
     const Size fitted = text->sizeThatFits({size.width, std::numeric_limits<double>::max()});
-    // The inset goes after the measuring: the text keeps the height that it has with it.
+    // The inset is removed after measuring, so the text keeps the height measured with it.
     text->setTextContainerInset({});
     text->setFrame({{origin.x, lastTextViewYPos_}, fitted});
     lastTextViewYPos_ += fitted.height + Utils::nativeYElementPadding;

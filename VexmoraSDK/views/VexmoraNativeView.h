@@ -7,33 +7,33 @@
 
 namespace VexmoraSDK {
 
-/// Shows a native ad: its picture at the left and three texts stacked to its right. Takes the size
-/// of what it shows.
+/// Shows a native ad: its picture at the left and three texts stacked to its right. The view takes
+/// the size of its content.
 class VEXMORA_EXPORT VexmoraNativeView : public InternalAdView {
  public:
     static constexpr std::string_view kClassName = "VexmoraSDK.VexmoraNativeView";
-    /// `native`; what `adTypes` is at first.
+    /// `native`, the initial `adTypes`.
     static const std::vector<VexmoraAdType>& allowedAdTypes();
 
     static std::shared_ptr<VexmoraNativeView> create(platform::Rect frame = {}) {
         return platform::makeSharedOnMain<VexmoraNativeView>(frame);
     }
     explicit VexmoraNativeView(platform::Rect frame);
-    /// As an interface file describes it.
+    /// Makes the view that an interface file describes.
     explicit VexmoraNativeView(const platform::Coder& coder);
 
     std::string_view className() const override { return kClassName; }
 
-    /// Absent until a request has brought one.
+    /// The ad; absent until a request has brought one.
     std::shared_ptr<Native> ad() const;
     void setAd(std::shared_ptr<Native> ad) { store(std::move(ad)); }
 
     void containerSetCallback() override;
-    /// The ad was tapped: tells the host and opens the ad's address. No ad is a fatal stop.
+    /// Handles a tap on the ad: tells the host and opens the ad's URL. No ad is a fatal stop.
     void handleTap() { open(ad()); }
 
-    /// The size of the content, whatever is proposed: texts one above the other beside pictures.
-    /// How far the texts overlap, and the gap beside the picture, do not count.
+    /// The size of the content, whatever is proposed: the texts stacked beside the picture. The
+    /// texts' overlap and the gap beside the picture are not subtracted or added.
     platform::Size sizeThatFits(platform::Size proposed) override;
 
  protected:

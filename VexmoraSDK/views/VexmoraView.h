@@ -13,7 +13,7 @@
 
 namespace VexmoraSDK {
 
-/// An ad view, as its host sees it. Main thread only.
+/// The host's interface to an ad view. Main thread only.
 class VEXMORA_EXPORT VexmoraView : public platform::View {
  public:
     using View::View;
@@ -26,15 +26,15 @@ class VEXMORA_EXPORT VexmoraView : public platform::View {
 
     /// The placement's name at the ad server; absent until it is set.
     virtual const std::optional<std::string>& containerId() const = 0;
-    /// Every assignment starts a request, whether or not the value is another; a request under way
-    /// goes on. The ad that arrives last is drawn in front of what is there, also when the picture
-    /// of an earlier one arrives: where its own picture is not there by then, a banner or
-    /// interstitial view is a fatal stop and a native one reports an `ImageRequestError`. To ask
-    /// again, make another view. An absent value, or one that makes no valid address, is a fatal
-    /// stop.
+    /// Every assignment starts a request, even of the same value; a request in flight goes on. The
+    /// latest ad is drawn when any picture arrives, in front of earlier ads. If its own picture is
+    /// still missing then, a banner or interstitial view stops the process and a native one reports
+    /// an `ImageRequestError`. To ask again, make another view. An absent value, or one that makes
+    /// the URL invalid, is a fatal stop.
     virtual void setContainerId(std::optional<std::string> containerId) noexcept = 0;
 
-    /// Held by the view; may be absent. It may be replaced from inside any of its operations.
+    /// The delegate, which the view owns; may be absent. It may be replaced from inside its own
+    /// operations.
     virtual std::shared_ptr<VexmoraDelegate> delegate() const = 0;
     virtual void setDelegate(std::shared_ptr<VexmoraDelegate> delegate) noexcept = 0;
 };

@@ -19,7 +19,7 @@ std::shared_ptr<platform::View> fromCoder(const platform::Coder& coder) {
     return platform::makeSharedOnMain<View>(coder);
 }
 
-/// The name of the interface file of a class: the class's own, without its module.
+/// The name of a class's interface file: the class name without its module.
 std::string interfaceFileFor(std::string_view className) {
     const auto dot = className.rfind('.');
     const auto name = dot == className.npos ? className : className.substr(dot + 1);
@@ -48,7 +48,7 @@ std::shared_ptr<VexmoraView> makeView(const std::string& containerId,
     const auto view = loadView<View>();
     if (delegate) view->setDelegate(std::move(delegate));
     view->setAdTypes(rawValues(adTypes));
-    // Last: this starts the request, which needs all of the above.
+    // This starts the request, which needs all of the above.
     view->setContainerId(containerId);
     return view;
 }

@@ -12,24 +12,24 @@
 
 namespace VexmoraSDK {
 
-/// Makes ad views. A view that is returned has its request under way; what becomes of it, the
-/// delegate hears. The host places the view on the screen. Main thread.
+/// Makes ad views. A returned view has sent its request and reports the outcome to its delegate.
+/// The host places the view on the screen. Main thread.
 class VEXMORA_EXPORT VexmoraViewFactory {
  public:
-    /// A view for ads of one size, such as "320x60"; absent, and nothing reported, for a size that
-    /// is none of "300x250", "728x90", "320x60", "320x100" and "468x60".
+    /// Makes a view for ads of one size: "300x250", "728x90", "320x60", "320x100" or "468x60".
+    /// Returns null for any other size and reports nothing.
     static std::shared_ptr<VexmoraView> createView(
         const std::string& containerId, std::string_view adSize,
         std::shared_ptr<VexmoraDelegate> delegate) noexcept;
 
-    /// A view of one kind, for every ad type that it can show; a banner view for a value that is no
-    /// view type.
+    /// Makes a view of one kind for all ad types that it can show. A value that is no view type
+    /// makes a banner view.
     static std::shared_ptr<VexmoraView> createView(
         const std::string& containerId, VexmoraViewType viewType,
         std::shared_ptr<VexmoraDelegate> delegate) noexcept;
 
-    /// A view for ads of one type. Absent for `slideshow` and for a value that is no ad type, after
-    /// `didHaveError` was called with an `InvalidAdTypeError` and a view made for that call.
+    /// Makes a view for ads of one type. For `slideshow`, and for a value that is no ad type, calls
+    /// `didHaveError` with an `InvalidAdTypeError` and a view made for that call, and returns null.
     static std::shared_ptr<VexmoraView> createView(
         const std::string& containerId, VexmoraAdType adType,
         std::shared_ptr<VexmoraDelegate> delegate) noexcept;

@@ -23,7 +23,7 @@ namespace {
 using platform::Size;
 using QtSlot::isInterstitial;
 
-/// An ad is a link to screen readers, and an interstitial a picture.
+/// Screen readers know an ad as a link, and an interstitial as a picture.
 class AccessibleAd : public QAccessibleWidget {
  public:
     explicit AccessibleAd(VexmoraWidget* ad) : QAccessibleWidget(ad) {}
@@ -73,7 +73,7 @@ double area(const QRect& rect) {
 VexmoraWidget::VexmoraWidget(QWidget* parent) : QWidget(parent), slot_(slotDelegate()) {
     [[maybe_unused]] static const bool accessible =
         (QAccessible::installFactory(makeAccessible), true);
-    // No larger than the ad, and smaller where there is no room: a server cannot size the window.
+    // The widget may be smaller than the ad, so that a server cannot size the window.
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
     setMouseTracking(true);
     wakeTimer_.setSingleShot(true);
@@ -95,7 +95,7 @@ VexmoraWidget::~VexmoraWidget() {
     if (view_) view_->setDisplayCallback({});
 }
 
-// What the slot tells. The host may destroy the widget from inside of each signal.
+// The slot's callbacks. The host may destroy the widget inside each signal.
 
 AdSlot::Delegate VexmoraWidget::slotDelegate() {
     auto delegate = QtSlot::delegateOf(
@@ -117,14 +117,14 @@ void VexmoraWidget::announce(std::initializer_list<void (VexmoraWidget::*)()> si
         if (guard) Q_EMIT(this->*signal)();
 }
 
-// What is asked for.
+// The placement.
 
 template <class Value>
 void VexmoraWidget::changePlacement(Value AdSlot::Placement::*member, Value value,
                                     void (VexmoraWidget::*changed)()) {
     if (placement_.*member == value) return;
     placement_.*member = std::move(value);
-    // A view of the host's is taken away as the slot's own is.
+    // A view set by the host is removed like the slot's own.
     if (!adView_) showView(nullptr);
     const QPointer guard(this);
     slot_.setPlacement(placement_);
@@ -221,7 +221,7 @@ void VexmoraWidget::setExpiresAfter(int seconds) {
         Q_EMIT expiresAfterChanged();
 }
 
-// What is shown.
+// The view on show.
 
 const std::shared_ptr<VexmoraView>& VexmoraWidget::view() const {
     return view_ ? view_ : adView_;
@@ -229,7 +229,7 @@ const std::shared_ptr<VexmoraView>& VexmoraWidget::view() const {
 
 void VexmoraWidget::showView(std::shared_ptr<VexmoraView> view) {
     if (view_) view_->setDisplayCallback({});
-    // A press on the former view shall not end as a tap on this one.
+    // A press on the previous view must not become a tap on this one.
     taps_.cancel();
     view_ = std::move(view);
     if (view_) view_->setDisplayCallback([this] { viewChanged(); });
@@ -323,7 +323,7 @@ QRect VexmoraWidget::adRect() const {
     return QRectF(origin.x, origin.y, width * scale, height * scale).toAlignedRect();
 }
 
-// How much of it is seen.
+// Visibility.
 
 void VexmoraWidget::setPresentedOn(VexmoraWidget* stage) {
     if (stage) slot_.setPresented();
@@ -332,7 +332,7 @@ void VexmoraWidget::setPresentedOn(VexmoraWidget* stage) {
     updateVisibility();
 }
 
-// Whatever covers or uncovers a widget has its window painted anew.
+// Covering or uncovering a widget repaints its window.
 void VexmoraWidget::watchWindow() {
     auto* const next = stage_ ? stage_->window() : window();
     for (QObject* former :
@@ -375,7 +375,7 @@ void VexmoraWidget::updateVisibility() {
 
 double VexmoraWidget::visibleFraction() const {
     const bool onScreen = isInterstitial(adView_.get());
-    // The screen may still present the interstitial before this one.
+    // The screen may still present the previous interstitial.
     if (onScreen && (!stage_ || stage_->view_ != adView_)) return 0;
     const QWidget& shownOn = onScreen ? *stage_ : *this;
     const auto* const handle = shownOn.window()->windowHandle();
@@ -383,7 +383,7 @@ double VexmoraWidget::visibleFraction() const {
     if (handle && !handle->isExposed()) return 0;
 
     const QRect ad = onScreen ? stage_->rect() : adRect();
-    // A widget without a size as yet counts as seen when its place is.
+    // A widget without a size counts as visible if its position is.
     if (ad.isEmpty()) return !parentWidget() || parentWidget()->visibleRegion().contains(pos());
     double visible = 0;
     for (const QRect& part : shownOn.visibleRegion().intersected(ad))
@@ -391,13 +391,13 @@ double VexmoraWidget::visibleFraction() const {
     return visible / area(ad);
 }
 
-// How it is tapped.
+// Taps.
 
 bool VexmoraWidget::takesTapAt(QPointF point) const {
     return view_ && takesTap(*view_, position().toAd({point.x(), point.y()}));
 }
 
-// Presses that the view has no use for go to what is behind the widget.
+// Presses that the view does not use go to the widget behind.
 void VexmoraWidget::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton && takesTapAt(event->position()))
         taps_.press({event->globalPosition().x(), event->globalPosition().y()});
@@ -434,8 +434,8 @@ void VexmoraWidget::press() {
     tap(QRectF(adRect()).center());
 }
 
-// The tap is handed in later, so that a host may destroy the widget while it hears of it. Until
-// then an earlier tap may have disabled the widget or taken the view away.
+// The tap is queued, so that the host may destroy the widget inside its delegate. Until it runs, an
+// earlier tap may have disabled the widget or removed the view.
 void VexmoraWidget::tap(QPointF position) {
     platform::MainQueue::main()->async([widget = QPointer(this), view = view_, position] {
         if (!widget || !widget->isEnabled() || widget->view_ != view) return;

@@ -19,67 +19,66 @@
 
 namespace VexmoraSDK {
 
-/// An ad among widgets. It asks for an ad once `containerId` and one of `adSize`, `adType` and
-/// `viewType` are set; where several are, the first of them in this order counts. Whenever one of
-/// the four changes, it shows nothing and asks anew, once for all changes made in one turn of the
-/// event loop; what the former ad still brings is not heard.
+/// An ad among widgets. It requests an ad once `containerId` and one of `adSize`, `adType` and
+/// `viewType` are set; the first set one, in this order, counts. When one of the four changes, it
+/// drops its ad and requests another, once for all changes of one turn of the event loop, and
+/// ignores the earlier request.
 ///
-/// In a layout the widget is as large as the banner that is asked for by size or type until an ad
-/// is drawn, then as `fillMode` says, and smaller where there is less room. A tap, Return or Space
-/// opens the ad's address. The widget may be destroyed at any time, from inside its signals too.
-/// Main thread.
+/// In a layout the widget has the size of the requested banner until an ad is drawn, then the size
+/// that `fillMode` says, or less where there is less room. A tap, Return or Space opens the ad's
+/// URL. The widget may be destroyed at any time, from inside its signals too. Main thread.
 ///
-/// An interstitial ad is not shown in place and takes none: `VexmoraWidgetScreen` presents it.
+/// An interstitial ad takes no space and is not shown in place: a `VexmoraWidgetScreen` presents
+/// it.
 class VEXMORA_EXPORT VexmoraWidget : public QWidget {
     Q_OBJECT
 
-    /// The placement's name at the ad server. It goes into the request address as it is: a name
-    /// that makes no valid address, with a space in it for instance, stops the program.
+    /// The placement's name at the ad server. It goes into the request URL unescaped. A name that
+    /// makes the URL invalid, such as one with a space, stops the program.
     Q_PROPERTY(
         QString containerId READ containerId WRITE setContainerId NOTIFY containerIdChanged FINAL)
     /// "320x60", "320x100" or "468x60" for a banner, "300x250" or "728x90" for an interstitial ad.
-    /// For any other text no ad is asked for, and a warning says so.
+    /// Any other text requests no ad and logs a warning.
     Q_PROPERTY(QString adSize READ adSize WRITE setAdSize NOTIFY adSizeChanged FINAL)
-    /// The raw value of a `VexmoraAdType`; 0 for none. A type that no view shows brings an
+    /// The raw value of a `VexmoraAdType`; 0 for none. A type that no view shows causes an
     /// `InvalidAdTypeError`.
     Q_PROPERTY(int adType READ adType WRITE setAdType NOTIFY adTypeChanged FINAL)
     /// The raw value of a `VexmoraViewType`, for every ad type that this kind of view can show; 0
     /// for none.
     Q_PROPERTY(int viewType READ viewType WRITE setViewType NOTIFY viewTypeChanged FINAL)
 
-    /// How far the widget is with the first ad that it asked for. It stays `Ready` while the next
-    /// ad loads, and when that fails.
+    /// The state of the ad. It stays `Ready` while the next ad loads, and if that fails.
     Q_PROPERTY(Status status READ status NOTIFY statusChanged FINAL)
-    /// Why the last request brought no ad: one of `VexmoraErrorCodes`, or 0 when time ran out or
-    /// there was no error.
+    /// Why the last request brought no ad: one of `VexmoraErrorCodes`, or 0 after a timeout or
+    /// without an error.
     Q_PROPERTY(int errorCode READ errorCode NOTIFY errorChanged FINAL)
-    /// The same for developers; empty when there was no error.
+    /// The error for developers; empty without one. It covers timeouts.
     Q_PROPERTY(QString errorString READ errorString NOTIFY errorChanged FINAL)
     /// Whether at least half of the ad was visible for a second without a break.
     Q_PROPERTY(bool viewable READ isViewable NOTIFY viewableChanged FINAL)
-    /// What the ad says; absent when none is drawn.
+    /// The contents of the ad; absent when none is drawn.
     Q_PROPERTY(std::optional<VexmoraSDK::AdSlot::Ad> ad READ ad NOTIFY adChanged FINAL)
 
-    /// In seconds, at least 10, for how long an ad is shown before the next is asked for; 0, as at
-    /// first, for ever. Only time counts in which the widget is visible in an active app. After
-    /// failures the wait doubles, up to 5 minutes. Interstitials are not asked for anew.
+    /// The seconds after which an ad is replaced, at least 10; 0, the default, means never. Only
+    /// time counts in which the widget is visible in an active app. After each failure the interval
+    /// doubles, up to 5 minutes. Interstitials are not refreshed.
     Q_PROPERTY(int refreshInterval READ refreshInterval WRITE setRefreshInterval NOTIFY
                    refreshIntervalChanged FINAL)
-    /// In seconds: an ad that is not drawn by then has failed; 0 for no limit. 60 at first.
+    /// The seconds after which a request fails; 0 means no limit. Default: 60.
     Q_PROPERTY(int timeout READ timeout WRITE setTimeout NOTIFY timeoutChanged FINAL)
-    /// The age in seconds from which a screen presents an interstitial no more; 0 for never. 3600
-    /// at first.
+    /// The age in seconds from which a screen refuses an interstitial; 0 means no limit. Default:
+    /// 3600.
     Q_PROPERTY(
         int expiresAfter READ expiresAfter WRITE setExpiresAfter NOTIFY expiresAfterChanged FINAL)
-    /// How the ad lies in the widget; `AsIs` at its right when it is laid out from right to left.
-    /// With `Fit` the widget has the size of the banner that is asked for, or of the ad where that
-    /// is not known, and may be as wide as its layout likes.
+    /// How the ad fills the widget. `AsIs`: in its own size at the left, or at the right in
+    /// right-to-left layouts. `Fit`: the widget has the size of the requested banner, or of the ad
+    /// if that is unknown, may be as wide as its layout likes, and scales the ad.
     Q_PROPERTY(FillMode fillMode READ fillMode WRITE setFillMode NOTIFY fillModeChanged FINAL)
-    /// Of the title and the description of native ads; an invalid colour, as at first, is that of
-    /// the palette's texts.
+    /// The colour of native ads' title and description. An invalid colour, the default, means the
+    /// palette's text colour.
     Q_PROPERTY(QColor textColor READ textColor WRITE setTextColor NOTIFY textColorChanged FINAL)
-    /// Of the display name of native ads; an invalid colour, as at first, is that of the palette's
-    /// placeholder texts.
+    /// The colour of native ads' display name. An invalid colour, the default, means the palette's
+    /// placeholder text colour.
     Q_PROPERTY(QColor secondaryTextColor READ secondaryTextColor WRITE setSecondaryTextColor NOTIFY
                    secondaryTextColorChanged FINAL)
 
@@ -90,7 +89,7 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
     Q_ENUM(FillMode)
 
     explicit VexmoraWidget(QWidget* parent = nullptr);
-    /// Shows `view`, as the factory has made it: it may be absent.
+    /// Shows `view`, which may be null, as `setView` does.
     explicit VexmoraWidget(std::shared_ptr<VexmoraView> view, QWidget* parent = nullptr);
     ~VexmoraWidget() override;
 
@@ -124,24 +123,26 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
 
     /// The view of the ad that is drawn, or the view that the host has set; may be absent.
     const std::shared_ptr<VexmoraView>& view() const;
-    /// Shows a view that the host has made with the factory, in place of an ad that the properties
-    /// ask for; a later change of these replaces it. Its own delegate hears of it, the widget's
-    /// signals and `status` tell nothing. One widget at a time shows a view. Absent for none.
+    /// Shows a view that the host has made with the factory, or nothing if it is null, instead of
+    /// the ad of the properties; a later change of these replaces it. Its own delegate is called;
+    /// the widget's signals and `status` do not report on it. Only one widget may show a view at a
+    /// time.
     void setView(std::shared_ptr<VexmoraView> view);
 
-    /// What is behind the properties, for what has none. Its placement is that of the widget.
+    /// The slot behind the properties, for settings that have no property. The widget sets its
+    /// placement.
     AdSlot& slot() { return slot_; }
     const AdSlot& slot() const { return slot_; }
 
-    /// No widget asks for more points a side, however large a picture or a text is.
+    /// The largest size hint per side in points, however large a picture or a text is.
     static constexpr int kMaxSizeHint = 4096;
     QSize sizeHint() const override;
     int heightForWidth(int width) const override;
 
  public Q_SLOTS:
-    /// Asks for another ad. The one that is shown stays until the next is drawn.
+    /// Requests another ad. The one on show stays until the next is drawn.
     void reload();
-    /// A tap in the middle of the ad, for those who cannot point. An interstitial ad takes none.
+    /// Taps the middle of the ad, for keyboard and screen readers. An interstitial ad ignores it.
     void press();
 
  Q_SIGNALS:
@@ -151,7 +152,7 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
     void viewTypeChanged();
     void statusChanged();
     void errorChanged();
-    /// `ad()` and `view()` are others.
+    /// `ad()` and `view()` have changed.
     void adChanged();
     void viewableChanged();
     void refreshIntervalChanged();
@@ -163,17 +164,18 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
 
     /// An ad was fetched and drawn.
     void didReceiveAd();
-    /// Something failed. `code` is one of `VexmoraErrorCodes`; `description` is for developers.
+    /// A request or an ad failed. `code` is one of `VexmoraErrorCodes`; `description` is for
+    /// developers. A timeout changes `errorString` only.
     void didHaveError(int code, const QString& description);
-    /// Never sent by the library: the host, which shows the screen, knows when.
+    /// Never emitted: the host itself presents the screen.
     void willShowScreen();
     /// The close button of an interstitial ad was tapped.
     void willDismissScreen();
-    /// The screen of an interstitial ad has gone.
+    /// The interstitial ad has left its screen.
     void didDismissScreen();
-    /// The ad was tapped and its address `url` is about to be opened.
+    /// The ad was tapped and `url` is about to be opened.
     void willLeaveApplication(const QString& url);
-    /// At least half of the ad was visible for a second without a break. Sent once for each ad.
+    /// At least half of the ad was visible for a second without a break. Emitted once for each ad.
     void becameViewable();
 
  protected:
@@ -212,14 +214,14 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
     QColor secondaryTextColor_;
     QTimer wakeTimer_;
     AdSlot slot_;
-    /// The view that is painted.
+    /// The view on show.
     std::shared_ptr<VexmoraView> view_;
-    /// The slot's view when it was last looked at.
+    /// The slot's view of the last `adChanged`.
     std::shared_ptr<VexmoraView> adView_;
     bool tappable_ = false;
-    /// Where an interstitial ad of this widget is shown; absent as long as none is.
+    /// The widget in which a screen presents this widget's interstitial ad; absent while none does.
     QPointer<VexmoraWidget> stage_;
-    /// The window whose changes may cover or uncover the ad.
+    /// The window whose repaints may cover or uncover the ad.
     QPointer<QWidget> watchedWindow_;
     QPointer<QWindow> watchedHandle_;
     TapTracker taps_;

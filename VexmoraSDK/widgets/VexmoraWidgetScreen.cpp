@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kMoveMilliseconds = 250;
 
-/// Shows nothing but that it has the keyboard, and lets fingers through.
+/// Draws only the focus frame and lets mouse and touch through.
 class CloseKey : public QPushButton {
  public:
     explicit CloseKey(QWidget* parent) : QPushButton(parent) {
@@ -43,7 +43,7 @@ bool isCloseKey(QEvent* event) {
     return key == Qt::Key_Escape || key == Qt::Key_Back;
 }
 
-/// A dialog to screen readers.
+/// Screen readers know the screen as a dialog.
 class AccessibleScreen : public QAccessibleWidget {
  public:
     explicit AccessibleScreen(VexmoraWidgetScreen* screen)
@@ -125,7 +125,7 @@ bool VexmoraWidgetScreen::present(std::shared_ptr<VexmoraView> view, VexmoraWidg
 }
 
 void VexmoraWidgetScreen::leave(bool animated) {
-    // The screen keeps the keyboard, which does nothing any more.
+    // The screen keeps the focus and ignores keys while the ad leaves.
     if (closeKey_->hasFocus()) setFocus();
     stage_.setEnabled(false);
     if (animated)
@@ -181,7 +181,7 @@ std::shared_ptr<platform::Button> VexmoraWidgetScreen::closeButton() const {
     return view ? view->closeButton() : nullptr;
 }
 
-// The button is pressed later, so that a host may destroy the screen while it hears of it.
+// The press is queued, so that the host may destroy the screen inside its delegate.
 void VexmoraWidgetScreen::closeEvent(QCloseEvent* event) {
     event->ignore();
     platform::MainQueue::main()->async([screen = QPointer(this)] {
@@ -191,7 +191,7 @@ void VexmoraWidgetScreen::closeEvent(QCloseEvent* event) {
 }
 
 bool VexmoraWidgetScreen::event(QEvent* event) {
-    // Otherwise a shortcut of the host's would get the key.
+    // Otherwise a shortcut of the host would get the key.
     if (event->type() == QEvent::ShortcutOverride && isCloseKey(event)) {
         event->accept();
         return true;
@@ -212,14 +212,14 @@ bool VexmoraWidgetScreen::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
-// No key reaches what is behind the screen.
+// Keys that the ad does not use are swallowed. The host's shortcuts still work.
 void VexmoraWidgetScreen::keyPressEvent(QKeyEvent* event) {
     if (isCloseKey(event)) close();
 }
 
 void VexmoraWidgetScreen::keyReleaseEvent(QKeyEvent*) {}
 
-// The keyboard stays with the ad as long as it is there.
+// Focus stays in the presented ad.
 bool VexmoraWidgetScreen::focusNextPrevChild(bool next) {
     if (!isPresenting()) return QWidget::focusNextPrevChild(next);
     if (!presentation_->isLeaving() && closeKey_->isVisible())

@@ -19,21 +19,21 @@ namespace platform {
 class Button;
 }  // namespace platform
 
-/// Where interstitial ads are presented, one at a time, over a window: an ad moves in from below
-/// and out again when it is closed, by its close button, Escape or Back. While it is there nothing
-/// behind it is touched and it has the keyboard. Close buttons stay clear of the screen's contents
-/// margins, on the left when the screen is laid out from right to left. A tap anywhere else on the
-/// ad does nothing. The screen may be destroyed at any time, from inside the operations of the
-/// view's delegate too. Main thread.
+/// Presents interstitial ads over a window, one at a time. An ad moves in from below, and out again
+/// when it is closed by its close button, Escape or Back. While it is presented, it has the focus
+/// and the widgets behind it get no touches or keys; the host's shortcuts still work. Close buttons
+/// stay clear of the screen's contents margins, and are on the left in right-to-left layouts. A tap
+/// anywhere else on the ad does nothing. The screen may be destroyed at any time, from inside the
+/// operations of the view's delegate too. Main thread.
 class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
     Q_OBJECT
 
-    /// From the call of `present` until the ad has moved out.
+    /// True from the call of `present` until the ad has moved out.
     Q_PROPERTY(bool presenting READ isPresenting NOTIFY presentingChanged FINAL)
 
  public:
-    /// A child of `window`, which owns it. Covers all of `window` while it presents and is hidden
-    /// otherwise.
+    /// Makes a child of `window`, which owns it. The screen covers all of `window` while it
+    /// presents and is hidden otherwise.
     explicit VexmoraWidgetScreen(QWidget* window);
     ~VexmoraWidgetScreen() override;
 
@@ -41,8 +41,8 @@ class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
     /// done, when the ad is not drawn, older than the slot's `expiresAfter` or was presented
     /// before, or the screen still presents another.
     bool present(VexmoraWidget* ad);
-    /// The same for a view that the host has made with the factory. It may be of any age and is in
-    /// no window yet.
+    /// Presents a view that the host has made with the factory. It may be of any age and is in no
+    /// window yet.
     bool present(std::shared_ptr<VexmoraView> view);
 
     bool isPresenting() const;
@@ -51,7 +51,7 @@ class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
     void presentingChanged();
 
  protected:
-    /// `close()` taps the close button.
+    /// Makes `close()` tap the close button.
     void closeEvent(QCloseEvent* event) override;
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -72,11 +72,11 @@ class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
     /// The widget that moves.
     VexmoraWidget stage_{this};
     QPropertyAnimation movement_{&stage_, "pos"};
-    /// Whose ad is presented; absent for a view of the host's.
+    /// The widget whose ad is presented; absent for a view set by the host.
     QPointer<VexmoraWidget> ad_;
-    /// The close button for the keyboard and for screen readers; fingers touch that of the view.
+    /// The close button for keyboard and screen readers. Taps reach the view's own button.
     QPushButton* const closeKey_;
-    /// What had the keyboard before, to have it again.
+    /// The widget that had focus before; it gets it back.
     QPointer<QWidget> focusedBefore_;
 };
 

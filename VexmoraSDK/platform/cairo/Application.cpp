@@ -7,7 +7,7 @@
 
 namespace VexmoraSDK::platform {
 
-// The opener is started as a grandchild, which the app has not to wait for.
+// The opener is a grandchild process, so the app need not wait for it.
 void Application::openUrl(const Url& url) {
     if (!isAllowed(url)) return;
     char opener[] = "xdg-open";

@@ -8,7 +8,7 @@
 
 namespace VexmoraSDK::platform {
 
-/// Gives up what a C library has handed out, with that library's own function.
+/// Releases an object of a C library with the library's own function.
 template <auto release>
 struct Releaser {
     template <class T>

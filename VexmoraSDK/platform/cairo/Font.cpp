@@ -22,7 +22,7 @@ std::string stringOf(FcPattern* font, const char* object, int index = 0) {
     return reinterpret_cast<const char*>(value);
 }
 
-// HarfBuzz, and with it Pango, reads no others.
+// HarfBuzz, which Pango uses, reads no other formats.
 bool isUsable(FcPattern* font) {
     const auto format = stringOf(font, FC_FONTFORMAT);
     return format == "TrueType" || format == "CFF";
@@ -30,7 +30,7 @@ bool isUsable(FcPattern* font) {
 
 using FontSet = std::vector<PatternPointer>;
 
-// Fontconfig's matching is not asked: it answers any name with some family.
+// Fontconfig's matching is no use here: it finds some family for any name.
 FontSet installedFonts(const std::string& family) {
     const PatternPointer pattern(FcPatternCreate());
     FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
@@ -51,7 +51,7 @@ struct Family {
     FontSet fonts;
 };
 
-// The installed family of that name or one that stands in for it.
+// The installed family of this name, or an installed substitute.
 std::optional<Family> installedFamily(const std::string& name) {
     if (name.empty()) return std::nullopt;
     if (auto fonts = installedFonts(name); !fonts.empty()) return Family{name, std::move(fonts)};
@@ -63,7 +63,7 @@ std::optional<Family> installedFamily(const std::string& name) {
     return std::nullopt;
 }
 
-// "Bold Oblique" and "BoldItalic" are the same style.
+// Makes "Bold Oblique" and "BoldItalic" the same style.
 std::string comparable(std::string style) {
     std::erase(style, ' ');
     std::ranges::transform(style, style.begin(), g_ascii_tolower);
@@ -130,8 +130,8 @@ FontDescriptionPointer describe(const Font& font) {
     return description;
 }
 
-/// What fontconfig answered, until the host's fonts change: asking it takes longer than drawing an
-/// ad does.
+/// Caches fontconfig's results until the host's fonts change: a query takes longer than drawing an
+/// ad.
 class Answers {
  public:
     std::optional<FamilyAndStyle> named(const std::string& name) {
@@ -161,7 +161,7 @@ class Answers {
     }
 
  private:
-    /// More than an app has fonts in use.
+    /// More fonts than an app uses.
     static constexpr std::size_t kMaxNames = 256;
 
     void forgetOutdated() {
@@ -176,7 +176,7 @@ class Answers {
     std::mutex mutex_;
     FontsVersion version_;
     std::map<std::string, std::optional<FamilyAndStyle>> named_;
-    /// By family and style, without a size.
+    /// Keyed by family and style, without a size.
     std::map<std::pair<std::string, std::string>, FontDescriptionPointer> descriptions_;
     std::string system_;
 };
@@ -200,7 +200,7 @@ Font Font::system(double size) {
 
 FontDescriptionPointer pangoFont(const Font& font) {
     auto description = answers().described(font);
-    // Points are device independent pixels here, and whole ones, as every backend has them.
+    // Points are device independent pixels here, rounded to whole ones on every backend.
     const double pixels = std::max(1.0, std::round(font.size()));
     pango_font_description_set_absolute_size(description.get(), pixels * PANGO_SCALE);
     return description;

@@ -3,8 +3,8 @@
 
 namespace VexmoraSDK::platform {
 
-/// Has the device's fonts found on a thread of its own, once, so that the first text does not wait
-/// for them. Main thread.
+/// Starts the search for the device's fonts on a thread of its own, once, so that the first text
+/// need not wait for it. Main thread.
 void findFontsInBackground();
 
 }  // namespace VexmoraSDK::platform

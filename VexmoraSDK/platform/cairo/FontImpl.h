@@ -8,10 +8,10 @@
 
 namespace VexmoraSDK::platform {
 
-/// The font as Pango lays texts out in it. Any thread.
+/// The font as a Pango font description. Any thread.
 FontDescriptionPointer pangoFont(const Font& font);
 
-/// Another one once the host has added fonts of its own or taken them away.
+/// A value that changes when the host adds or removes fonts.
 using FontsVersion = std::pair<const void*, int>;
 FontsVersion fontsVersion();
 

@@ -15,12 +15,12 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-// What is handed in after the loop has ended stays here, so that nothing of the main thread is
-// destroyed elsewhere.
+// Blocks that arrive after the loop has ended stay here, so that no other thread destroys objects
+// of the main thread.
 struct State : BlockQueue {
-    /// Whether there is a loop that runs them.
+    /// Whether a loop exists that runs the blocks.
     bool hasLoop = false;
-    /// Of the latest loop; absent before the first one.
+    /// The thread of the latest loop; absent before the first.
     std::optional<std::thread::id> mainThread;
 
     /// Held while `wakeUp` is called, so that it is not called after the loop's end.
@@ -54,7 +54,7 @@ HostLoop::HostLoop(std::function<void()> wakeUp) {
     }
     state().hasLoop = true;
     state().mainThread = std::this_thread::get_id();
-    // What an earlier loop has left is let go on the main thread.
+    // Blocks left by an earlier loop are destroyed on the main thread.
     auto left = std::exchange(state().blocks, {});
     lock.unlock();
     if (!left.empty()) MainQueue::main()->async([left = std::move(left)] {});

@@ -24,7 +24,7 @@ namespace {
 PangoContext* makeContext(PangoFontMap* fonts, PangoDirection direction) {
     PangoContext* context = pango_font_map_create_context(fonts);
     pango_context_set_base_dir(context, direction);
-    // A text has the same width whatever the scale of the screen, and with it the same lines.
+    // A text then has the same width, and so the same lines, at every scale of the screen.
     pango_context_set_round_glyph_positions(context, FALSE);
     cairo_font_options_t* options = cairo_font_options_create();
     cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
@@ -76,14 +76,14 @@ void findFonts() {
     }
 }
 
-/// Ends when the fonts are found.
+/// Becomes ready when the fonts are found.
 std::shared_future<void>& search() {
     static NoDestructor<std::shared_future<void>> search;
     return *search;
 }
 
-// Exit handlers run in the reverse order of their registration. HarfBuzz registers its own when it
-// is first used, and they take down what the search uses.
+// Exit handlers run in reverse order of registration. HarfBuzz registers its own on first use, and
+// they destroy objects that the search uses.
 void makeHarfBuzzRegisterItsExitHandlers() {
     hb_language_get_default();
     hb_buffer_t* const buffer = hb_buffer_create();

@@ -5,8 +5,8 @@
 
 namespace VexmoraSDK::platform::PangoContexts {
 
-/// What lays out texts that are read in that direction, with the fonts that there are now. Waits
-/// for the thread of `findFontsInBackground`. Never destroyed. Main thread.
+/// The context for texts of this direction, with the current fonts. Waits for the thread of
+/// `findFontsInBackground`. Never destroyed. Main thread.
 PangoContext* forDirection(PangoDirection direction);
 
 }  // namespace VexmoraSDK::platform::PangoContexts

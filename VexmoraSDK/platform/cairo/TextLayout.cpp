@@ -16,20 +16,20 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-// More than any line takes, and within what Pango can count.
+// Wider than any line, and within Pango's range.
 constexpr double kMaxLineWidth = 1'000'000;
 
-// In UTF-16 units, so that every backend lays the same beginning out: more than any ad says, and
-// some hundredths of a second at worst for the main thread.
+// Counted in UTF-16 units, so that every backend lays out the same part of a text. It is more than
+// any ad needs, and takes the main thread some hundredths of a second at worst.
 constexpr int kMaxTextLength = 2048;
 
 std::string_view letterAt(const char* at) {
     return {at, static_cast<std::size_t>(g_utf8_next_char(at) - at)};
 }
 
-// A longer text is laid out up to there. Pango refuses broken UTF-8 and ends at a NUL.
+// The part of a text that is laid out, repaired: Pango refuses invalid UTF-8 and stops at a NUL.
 std::string readable(const std::string& text) {
-    // No unit takes more than three bytes, and the last letter among these bytes may be incomplete.
+    // A UTF-16 unit takes at most three bytes of UTF-8, and the last character may be cut.
     const auto bytes = std::min<std::size_t>(text.size(), 3 * kMaxTextLength + 3);
     const CPointer<char, g_free> valid(g_utf8_make_valid(text.data(), static_cast<gssize>(bytes)));
     std::string result;
@@ -42,14 +42,14 @@ std::string readable(const std::string& text) {
     return result;
 }
 
-// Where the letter ends that the byte at `position` is in.
+// The end of the UTF-8 character that contains the byte at `position`.
 std::size_t endOfLetter(const std::string& text, std::size_t position) {
     while (position < text.size() && (text[position] & 0xC0) == 0x80)
         ++position;
     return std::min(position, text.size());
 }
 
-// With one kind of line separator.
+// Converts all line separators to \n.
 std::string withLines(const std::string& text) {
     std::string result;
     for (const char* at = text.c_str(); *at; at = g_utf8_next_char(at)) {
@@ -61,7 +61,7 @@ std::string withLines(const std::string& text) {
     return result;
 }
 
-// As the first letter says that has a direction.
+// The direction of the first strong character.
 bool isRightToLeft(const std::string& text) {
     glong length = 0;
     const CPointer<gunichar, g_free> letters(
@@ -101,7 +101,7 @@ Breaks breaks(PangoLayout* layout, double width) {
     return found;
 }
 
-/// How far a line reaches above and below its baseline.
+/// The extent of a line above and below its baseline.
 struct Reach {
     double ascent = 0;
     double descent = 0;
@@ -109,7 +109,7 @@ struct Reach {
     void include(PangoFont* font) {
         const auto metric = [font](hb_ot_metrics_tag_t tag) {
             hb_position_t value = 0;
-            // A font without the table says nothing, and is not what a line's height comes from.
+            // A font without the table gives 0 and adds nothing to the line's height.
             hb_ot_metrics_get_position(pango_font_get_hb_font(font), tag, &value);
             return std::round(points(std::abs(value)));
         };
@@ -126,16 +126,16 @@ TextLayout::Impl::Impl(const std::string& text, const Font& font, double width)
     rightToLeft = isRightToLeft(letters);
     layout.reset(pango_layout_new(
         PangoContexts::forDirection(rightToLeft ? PANGO_DIRECTION_RTL : PANGO_DIRECTION_LTR)));
-    // One direction for all lines.
+    // All lines have one direction.
     pango_layout_set_auto_dir(layout.get(), FALSE);
     pango_layout_set_wrap(layout.get(), PANGO_WRAP_WORD_CHAR);
     const auto description = pangoFont(font);
     pango_layout_set_font_description(layout.get(), description.get());
 
-    // In whole points, so that the width that is told is one in which the lines are the same.
+    // Whole points, so that the reported width yields the same lines.
     const double lineWidth = std::floor(std::clamp(width, 0.0, kMaxLineWidth));
     Breaks wanted;
-    // Pango lays all of a text out: a long one is given to it only as far as its lines are needed.
+    // Pango lays out the whole text, so a long one is passed only as far as its lines are needed.
     std::size_t length = 0;
     for (std::size_t step = 512; length < letters.size() && wanted.size() < kMaxLines; step *= 2) {
         length = endOfLetter(letters, length + step);
@@ -143,7 +143,7 @@ TextLayout::Impl::Impl(const std::string& text, const Font& font, double width)
         wanted = breaks(layout.get(), lineWidth);
     }
     double fitted = std::min(std::ceil(widthOfLines(layout.get())), lineWidth);
-    // Scripts that are joined anew at each end of a line may need more than the lines measure.
+    // Scripts that reshape letters at line ends may need more width than the lines measure.
     for (double step = 1; wanted.size() > 1 && breaks(layout.get(), fitted) != wanted; step *= 2)
         fitted = std::min(fitted + step, lineWidth);
     size.width = fitted;

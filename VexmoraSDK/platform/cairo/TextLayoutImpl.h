@@ -11,7 +11,7 @@ namespace VexmoraSDK::platform {
 struct TextLayout::Impl {
     struct Line {
         LayoutLinePointer glyphs;
-        /// Where its baseline begins, from the top left of the layout.
+        /// The start of its baseline, from the layout's top left.
         Point baseline;
     };
 

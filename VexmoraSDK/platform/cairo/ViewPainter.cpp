@@ -51,7 +51,7 @@ void paintPart(cairo_t* context, const Image& image, int left, int top) {
     cairo_rectangle(context, 0, 0, width, height);
     cairo_clip(context);
     cairo_set_source_surface(context, surface.get(), 0, 0);
-    // Averages the pixels of a picture that is made smaller; its edge does not fade.
+    // Averages the pixels of a reduced picture without fading its edges.
     cairo_pattern_set_filter(cairo_get_source(context), CAIRO_FILTER_GOOD);
     cairo_pattern_set_extend(cairo_get_source(context), CAIRO_EXTEND_PAD);
     cairo_paint(context);
@@ -112,8 +112,7 @@ void paintBackground(cairo_t* context, const View& view) {
     cairo_fill(context);
 }
 
-// A title is laid out in more width than it takes, and one in a script that is read from right to
-// left lies at the far end of it.
+// The layout is wider than the title, and a right-to-left title lies at its far end.
 void paintTitle(cairo_t* context, Button& button) {
     const Point origin = button.layoutOrigin();
     const double left = button.layout().impl().lines.front().baseline.x;

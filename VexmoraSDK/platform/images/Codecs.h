@@ -20,10 +20,11 @@ using EncodedImage = std::span<const std::byte>;
 std::shared_ptr<const Image> decodePng(EncodedImage data);
 std::shared_ptr<const Image> decodeJpeg(EncodedImage data);
 std::shared_ptr<const Image> decodeWebP(EncodedImage data);
-/// The first frame, on the screen that the header describes.
+/// Decodes the first frame, placed on the screen that the header describes.
 std::shared_ptr<const Image> decodeGif(EncodedImage data);
 
-/// The most pixels of a picture, and the most on a side, which is what JPEG and GIF can say.
+/// The largest number of pixels of a picture and of one side. JPEG and GIF cannot express a longer
+/// side.
 constexpr std::uint64_t kMaxPixels = 16'000'000;
 constexpr std::uint64_t kMaxSide = 65'535;
 

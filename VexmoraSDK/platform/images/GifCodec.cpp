@@ -25,7 +25,7 @@ class GifDecoder {
     std::shared_ptr<const Image> decode() {
         if (!gif_ || !findFirstFrame() || DGifGetImageDesc(gif_) == GIF_ERROR) return nullptr;
         const auto& frame = gif_->Image;
-        // A screen without an extent has that of its first frame.
+        // A screen without a size takes that of its first frame.
         width_ = unsignedOf(gif_->SWidth > 0 ? gif_->SWidth : frame.Left + frame.Width);
         height_ = unsignedOf(gif_->SHeight > 0 ? gif_->SHeight : frame.Top + frame.Height);
         if (!isAcceptedSize(width_, height_)) return nullptr;
@@ -101,7 +101,7 @@ class GifDecoder {
 
     using Colors = std::array<std::uint32_t, 256>;
 
-    // A colour that the map does not have is transparent.
+    // A colour missing from the map is transparent.
     Colors colorsOfFrame() const {
         Colors colors{};
         const auto* map = gif_->Image.ColorMap ? gif_->Image.ColorMap : gif_->SColorMap;
@@ -129,7 +129,7 @@ class GifDecoder {
     EncodedImage rest_;
     GifFileType* gif_;
     int transparentColor_ = NO_TRANSPARENT_COLOR;
-    /// The common bits of the alphas of all pixels shown.
+    /// The bitwise AND of the alphas of all visible pixels.
     std::uint32_t alphas_ = kOpaque;
     std::size_t width_ = 0;
     std::size_t height_ = 0;

@@ -15,7 +15,7 @@ namespace {
 static_assert(std::endian::native == std::endian::little,
               "The codecs write blue, green, red and alpha in the order of their bytes.");
 
-/// The formats of the web and no other: each further decoder is one more that a server can feed.
+/// Only the formats of the web: each decoder is attack surface for a server.
 struct Format {
     std::string_view beginning;
     std::shared_ptr<const Image> (*decode)(EncodedImage);

@@ -14,22 +14,22 @@ namespace VexmoraSDK::platform {
 /// A decoded picture. Immutable, so that any thread may hold and read it.
 class VEXMORA_EXPORT Image {
  public:
-    /// One word a pixel, 0xAARRGGBB in the machine's byte order, colours premultiplied with alpha;
-    /// rows from the top without gaps.
+    /// One 32-bit word per pixel, 0xAARRGGBB in native byte order, premultiplied; rows from the top
+    /// without gaps.
     using Pixels = std::unique_ptr<std::uint32_t[]>;
 
-    /// Decodes a picture. Absent for bytes that are none and for one of more than 16 million
-    /// pixels, for which no memory is taken. Any thread.
+    /// Decodes a picture. Null for bytes that are no picture, and for more than 16 million pixels,
+    /// which are not allocated. Any thread.
     static std::shared_ptr<const Image> fromData(const Data& data);
-    /// The same for bytes that others may hold as well: they get one picture, decoded once, as long
-    /// as somebody shows it or it is among the latest. `data` is not null. Any thread.
+    /// Decodes shared bytes once: later calls with the same `data` return the same picture while it
+    /// is in use or among the latest. `data` is not null. Any thread.
     static std::shared_ptr<const Image> fromData(const SharedData& data);
 
-    /// A picture of `width` × `height` pixels, both at least 1. `isOpaque` may be said only where
-    /// each pixel's alpha is 255.
+    /// Makes a picture of `width` × `height` pixels, both at least 1. `isOpaque` requires that each
+    /// pixel's alpha is 255.
     Image(int width, int height, Pixels pixels, bool isOpaque);
 
-    /// In pixels.
+    /// The size in pixels.
     int width() const { return width_; }
     int height() const { return height_; }
     /// The natural size in points: one for each pixel.
@@ -37,12 +37,12 @@ class VEXMORA_EXPORT Image {
 
     /// `width() * height()` words in the format of `Pixels`. Valid as long as the picture.
     const std::uint32_t* pixels() const { return pixels_.get(); }
-    /// From one row to the next.
+    /// The distance between rows in bytes.
     int bytesPerRow() const { return width_ * 4; }
-    /// Whether nothing below the picture can be seen through it.
+    /// Whether all pixels are opaque.
     bool isOpaque() const { return isOpaque_; }
 
-    /// What a painter derives from the picture and keeps as long as it. Main thread only.
+    /// A painter's cached derivative of the picture, which lives as long as it. Main thread only.
     std::any& derivedByPainter() const { return derivedByPainter_; }
 
  private:

@@ -12,14 +12,14 @@
 
 namespace VexmoraSDK::platform {
 
-/// The pictures of bytes that somebody keeps, such as the responses of the HTTP cache, so that they
-/// are decoded once. A picture that nobody shows any more is let go, unless it is among the latest
-/// `kMaxKeptBytes` of pixels; so is one whose bytes nobody keeps. Any thread.
+/// Caches the pictures of shared bytes, such as stored HTTP responses, so that they are decoded
+/// once. An unused picture is dropped unless it is among the latest `kMaxKeptBytes` of pixels, or
+/// when its bytes are gone. Any thread.
 class ImageCache {
  public:
     static constexpr std::size_t kMaxKeptBytes = 8 * 1024 * 1024;
 
-    /// Null when there is none.
+    /// The cached picture of `data`, or null.
     std::shared_ptr<const Image> find(const SharedData& data);
 
     /// Returns the picture to use: the one of a thread that has decoded the same bytes meanwhile,

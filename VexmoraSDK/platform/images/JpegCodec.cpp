@@ -17,12 +17,12 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-/// An ordinary progressive picture has ten scans. Each goes over all pixels, however little it
-/// says of them.
+/// An ordinary progressive picture has ten scans. Each one costs a pass over all pixels, however
+/// small it is.
 constexpr std::uint64_t kMaxScans = 256;
 constexpr std::uint64_t kMaxPixelsOfAllScans = 32 * kMaxPixels;
 
-/// Where the pixel in column x and row y of the coded picture goes: `first + x * right + y * down`.
+/// Maps the coded pixel in column x and row y to the index `first + x * right + y * down`.
 struct Placement {
     int width;
     int height;
@@ -46,7 +46,8 @@ Placement placementFor(int orientation, int width, int height) {
     }
 }
 
-/// Turns the bytes cyan, magenta, yellow, black into pixels. Adobe's programs write 255 for no ink.
+/// Converts the bytes cyan, magenta, yellow, black to pixels. Adobe's programs write 255 for no
+/// ink.
 void convertInks(std::span<std::uint32_t> pixels, bool isInverted) {
     const std::uint32_t inversion = isInverted ? 0 : 0xFFFFFFFF;
     for (auto& pixel : pixels) {
@@ -59,8 +60,8 @@ void convertInks(std::span<std::uint32_t> pixels, bool isInverted) {
     }
 }
 
-/// libjpeg leaves a failed call by a jump, which runs no destructors: the functions that call it
-/// keep what has one in the members.
+/// libjpeg leaves a failed call by a jump, which runs no destructors, so the functions that call it
+/// have no locals with destructors.
 class JpegDecoder {
  public:
     explicit JpegDecoder(EncodedImage data) : data_(data), markers_(data) {
@@ -94,14 +95,14 @@ class JpegDecoder {
 
     [[noreturn]] void refuse() { std::longjmp(refusal_, 1); }
 
-    /// Of what libjpeg warns of, an early end of the data leaves pixels unknown; the rest, such as
-    /// stray bytes between markers, does no harm.
+    /// libjpeg's warning of an early end means missing pixels, so the picture is refused. Its other
+    /// warnings, such as stray bytes between markers, are harmless.
     void hear(int level) {
         const int code = errors_.msg_code;
         if (level < 0 && (code == JWRN_JPEG_EOF || code == JWRN_HIT_MARKER)) refuse();
     }
 
-    /// After each row of blocks of a scan that is read, and each row of pixels that is given.
+    /// Called after each row of blocks read and each row of pixels written.
     void countProgress() {
         if (budget_.isSpentAfter(jpeg_.image_width * 8)) refuse();
     }
@@ -150,7 +151,7 @@ class JpegDecoder {
     TimeBudget budget_;
     Placement placement_{};
     Image::Pixels pixels_;
-    /// For a picture whose coded rows are not rows of the pixels.
+    /// Holds a coded row of a picture that is mirrored or rotated.
     std::vector<std::uint32_t> row_;
 };
 

@@ -35,7 +35,7 @@ class Tiff {
     }
 
  private:
-    /// Zero beyond the data.
+    /// Reads a number; 0 beyond the data.
     std::size_t number(std::size_t at, std::size_t size) const {
         if (at > data_.size() || data_.size() - at < size) return 0;
         const bool isLittleEndian = data_[0] == std::byte{'I'};
@@ -51,7 +51,7 @@ class Tiff {
 };
 
 bool isStandalone(std::byte marker) {
-    // A zero is data, 01 a marker for private use, and from D0 to D8 are restarts and the start.
+    // 00 is data, 01 a private marker, D0 to D7 are restarts and D8 is the start.
     return marker <= std::byte{0x01} || (marker >= std::byte{0xD0} && marker <= std::byte{0xD8});
 }
 
@@ -63,7 +63,7 @@ JpegMarkers::JpegMarkers(Bytes data) {
     constexpr std::byte kApp1{0xE1};
     constexpr std::string_view kExif("Exif\0\0", 6);
     bool hasExif = false;
-    // The data of a scan lie between its marker and the next.
+    // A scan's data lie between its marker and the next.
     while (const auto* prefix = std::memchr(data.data(), 0xFF, data.size())) {
         data = data.subspan(
             static_cast<std::size_t>(static_cast<const std::byte*>(prefix) - data.data()));

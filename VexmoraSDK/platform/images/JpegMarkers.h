@@ -7,14 +7,14 @@
 
 namespace VexmoraSDK::platform {
 
-/// What the markers of a JPEG tell before any of it is decoded.
+/// Facts from the markers of a JPEG, read before decoding.
 class JpegMarkers {
  public:
     explicit JpegMarkers(std::span<const std::byte> data);
 
-    /// How many scans there are; each goes over the whole picture.
+    /// The number of scans. Each one costs a pass over the whole picture.
     std::uint64_t scans() const { return scans_; }
-    /// How EXIF says that the picture is to be turned, from 1, not at all, to 8.
+    /// The EXIF orientation, from 1 (upright) to 8.
     int orientation() const { return orientation_; }
 
  private:

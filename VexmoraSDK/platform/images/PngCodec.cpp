@@ -10,8 +10,8 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-/// Hands libspng the chunks that the pixels are made of. Texts, profiles and suggested palettes
-/// would be inflated and kept, and none of them changes what is shown.
+/// Passes libspng only the chunks that the pixels need. It would inflate and keep texts, profiles
+/// and suggested palettes, which do not change the picture.
 class Chunks {
  public:
     explicit Chunks(EncodedImage data) : rest_(data) {}
@@ -57,7 +57,8 @@ class Chunks {
         return value;
     }
 
-    /// A small first letter marks what a decoder may skip; of that, transparency alone is needed.
+    /// A lower-case first letter marks a chunk that a decoder may skip. Of these, only transparency
+    /// is needed.
     static bool isNeeded(std::span<const std::byte, 4> type) {
         constexpr std::byte kSmallLetter{0x20};
         return (type[0] & kSmallLetter) == std::byte{} ||
@@ -68,8 +69,8 @@ class Chunks {
     std::uint64_t restOfChunk_ = kSignatureSize;
 };
 
-/// Turns the bytes red, green, blue, alpha into premultiplied pixels. Returns the alphas' common
-/// bits.
+/// Converts the bytes red, green, blue, alpha to premultiplied pixels. Returns the bitwise AND of
+/// the alphas.
 std::uint32_t premultiply(std::span<std::uint32_t> pixels) {
     std::uint32_t alphas = 0xFF;
     for (auto& pixel : pixels) {
@@ -85,7 +86,7 @@ std::uint32_t premultiply(std::span<std::uint32_t> pixels) {
     return alphas;
 }
 
-/// Pixels from the bytes red, green, blue.
+/// Converts the bytes red, green, blue to pixels.
 void expand(std::span<const std::uint8_t> bytes, std::span<std::uint32_t> pixels) {
     const auto* byte = bytes.data();
     for (auto& pixel : pixels) {
@@ -111,7 +112,7 @@ class PngDecoder {
         const bool hasTransparentColor = spng_get_trns(png, &transparency) == SPNG_OK;
         hasAlpha_ = header.color_type == SPNG_COLOR_TYPE_GRAYSCALE_ALPHA ||
                     header.color_type == SPNG_COLOR_TYPE_TRUECOLOR_ALPHA || hasTransparentColor;
-        // What most pictures are, libspng gives faster as it is.
+        // libspng decodes 8-bit RGB, the usual case, faster without conversion.
         isPlain_ = header.color_type == SPNG_COLOR_TYPE_TRUECOLOR && header.bit_depth == 8 &&
                    !hasAlpha_ && !isInterlaced_;
         if (isPlain_) row_.resize(width_ * 3);
@@ -123,7 +124,7 @@ class PngDecoder {
         if (spng_decode_image(png_, nullptr, 0, format, flags) != SPNG_OK) return nullptr;
         pixels_ = makePixels(width_ * height_);
         if (!pixels_) return nullptr;
-        // What follows the pixels has checksums and an end too.
+        // The chunks after the pixels are checked too.
         if (!decodeRows() || spng_decode_chunks(png_) != SPNG_OK) return nullptr;
         if (isInterlaced_) finish({pixels_.get(), width_ * height_});
         return std::make_shared<const Image>(static_cast<int>(width_), static_cast<int>(height_),
@@ -165,14 +166,14 @@ class PngDecoder {
     std::size_t height_;
     std::vector<std::uint8_t> row_;
     Image::Pixels pixels_;
-    /// The common bits of all alphas.
+    /// The bitwise AND of all alphas.
     std::uint32_t alphas_ = 0xFF;
 };
 
 }  // namespace
 
 std::shared_ptr<const Image> decodePng(EncodedImage data) {
-    // Each chunk has a checksum; that of the data inflated from them would find nothing more.
+    // The chunks' checksums suffice. A second one over the inflated data would find nothing more.
     const std::unique_ptr<spng_ctx, decltype(&spng_ctx_free)> png(
         spng_ctx_new(SPNG_CTX_IGNORE_ADLER32), spng_ctx_free);
     Chunks chunks(data);

@@ -5,15 +5,15 @@
 
 namespace VexmoraSDK::platform {
 
-/// The processor time that decoding one picture may take: one second of the thread that constructs
-/// and asks it. An ordinary picture takes a few milliseconds, one of the most pixels a fraction of
-/// the budget; beyond it are pictures made to keep others from being shown.
+/// The processor time for decoding one picture: one second of the thread that constructs and asks
+/// the budget. An ordinary picture takes a few milliseconds and the largest a fraction of a second;
+/// only pictures made to block others take more.
 class TimeBudget {
  public:
     TimeBudget();
 
-    /// Whether the budget is used up, after work on so many more pixels. The clock is only looked
-    /// at now and then.
+    /// Whether the budget is spent after work on `pixels` more pixels. The clock is read only now
+    /// and then.
     bool isSpentAfter(std::uint64_t pixels);
 
  private:

@@ -15,7 +15,7 @@ namespace VexmoraSDK::platform {
 namespace {
 
 #if defined(Q_OS_LINUX) && !defined(Q_OS_ANDROID)
-// The opener is given the text itself: a QUrl would rewrite some of its escapes.
+// The opener gets the text itself, because a QUrl rewrites some escapes.
 void open(const std::string& address) {
     QProcess opener;
     opener.setProgram(QStringLiteral("xdg-open"));

@@ -13,7 +13,7 @@ namespace {
 
 constexpr QLatin1String kEmbedded(":/VexmoraSDK");
 
-// The file is written anew each time: another version of the app may have written it before.
+// The file is always rewritten: another version of the app may have written it.
 bool writeOut(const QString& embedded, const QString& path) {
     QDir().mkpath(QFileInfo(path).path());
     QFile::remove(path);

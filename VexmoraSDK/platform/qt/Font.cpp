@@ -14,8 +14,8 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-// The installed family of that name or one that stands in for it. Qt's own matching is of no use
-// here: it finds some family for any name.
+// The installed family of this name, or an installed substitute. Qt's matching is no use here: it
+// finds some family for any name.
 std::optional<QString> installedFamily(const QString& family) {
     if (QFontDatabase::hasFamily(family)) return family;
     if (family.compare(QLatin1String("Helvetica"), Qt::CaseInsensitive) == 0) {
@@ -26,7 +26,7 @@ std::optional<QString> installedFamily(const QString& family) {
     return std::nullopt;
 }
 
-// "Bold Oblique" and "BoldItalic" are the same style.
+// Makes "Bold Oblique" and "BoldItalic" the same style.
 QString comparable(const QString& style) {
     return style.toLower()
         .remove(QLatin1Char(' '))
@@ -64,9 +64,9 @@ QFont fontFromDatabase(const Font& font) {
     const auto family = QString::fromStdString(font.family());
     const auto style = QString::fromStdString(font.style());
     auto found = style.isEmpty() ? QFont(family) : QFontDatabase::font(family, style, 12);
-    // Points are device independent pixels here, of which the text engine takes whole ones only.
+    // Points are device independent pixels here, and the text engine takes only whole ones.
     found.setPixelSize(std::max(1, qRound(font.size())));
-    // With hinting, widths and so line breaks would differ with the scale of the screen.
+    // With hinting, widths and so line breaks would depend on the screen's scale.
     found.setHintingPreference(QFont::PreferNoHinting);
     return found;
 }

@@ -7,7 +7,7 @@
 
 namespace VexmoraSDK::platform {
 
-/// The font as Qt lays texts out in it. Main thread.
+/// The font as a QFont. Main thread.
 QFont qtFont(const Font& font);
 
 }  // namespace VexmoraSDK::platform

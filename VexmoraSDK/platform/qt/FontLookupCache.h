@@ -9,19 +9,19 @@
 
 namespace VexmoraSDK::platform {
 
-/// Keeps what Qt's font database has found until fonts come or go: a look-up in it takes longer
-/// than drawing an ad does. Any thread.
+/// Caches look-ups in Qt's font database until fonts are added or removed: a look-up takes longer
+/// than drawing an ad. Any thread.
 template <class Key, class Result>
 class FontLookupCache {
  public:
-    /// The result that is kept for `key`, or else that of `lookUp`.
+    /// The cached result for `key`, or else that of `lookUp`.
     template <class LookUp>
     Result find(const Key& key, LookUp lookUp) {
         std::unique_lock lock(mutex_);
         watchApplication();
         if (const auto known = results_.find(key); known != results_.end()) return known->second;
         const int changes = changes_;
-        // The database tells of changes while it holds its own lock.
+        // The database signals changes while it holds its own lock.
         lock.unlock();
         Result result = lookUp();
         lock.lock();
@@ -30,7 +30,7 @@ class FontLookupCache {
     }
 
  private:
-    /// More than an app has fonts in use.
+    /// More fonts than an app uses.
     static constexpr std::size_t kMaxEntries = 256;
 
     void watchApplication() {

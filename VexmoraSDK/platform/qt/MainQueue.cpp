@@ -14,15 +14,15 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-/// After so long the event loop's other work has its turn: half a frame at 120 Hz.
+/// Blocks run for at most this long before the event loop's other work: half a frame at 120 Hz.
 constexpr std::chrono::milliseconds kMaxTurn(4);
 
-// Threads may hand in blocks until the process is gone. Blocks that come after the application has
-// ended stay here, so that nothing that belongs to the main thread is destroyed elsewhere.
+// Threads may add blocks until the process is gone. Blocks that arrive after the application has
+// ended stay here, so that no other thread destroys objects of the main thread.
 struct State : BlockQueue {
-    /// Lives on the main thread while there is an application.
+    /// An object of the main thread, which exists while an application does.
     QObject* receiver = nullptr;
-    /// Whether the receiver has an event to come that runs blocks.
+    /// Whether an event that runs blocks has been posted to the receiver.
     bool scheduled = false;
     /// The thread of the latest application, for comparison only.
     const QThread* mainThread = nullptr;
@@ -35,7 +35,7 @@ State& state() {
 
 void runBlocks() noexcept;
 
-// The mutex is held, so the receiver cannot go away meanwhile.
+// The caller holds the mutex, so the receiver stays alive.
 void schedule() {
     if (state().scheduled) return;
     QMetaObject::invokeMethod(state().receiver, runBlocks, Qt::QueuedConnection);
@@ -47,7 +47,7 @@ void runBlocks() noexcept {
     std::unique_lock lock(state().mutex);
     state().scheduled = false;
     while (state().receiver && !state().hasEnded && !state().blocks.empty()) {
-        // A block may run an event loop of its own, in which the remaining blocks have to run.
+        // A block may run a nested event loop, in which the remaining blocks must run.
         if (state().blocks.size() > 1) schedule();
         state().runNext(lock);
         if (std::chrono::steady_clock::now() >= end) break;
@@ -55,7 +55,7 @@ void runBlocks() noexcept {
     if (state().receiver && !state().blocks.empty()) schedule();
 }
 
-/// Has Qt build the statics that it needs to lay out texts.
+/// Makes Qt initialise the statics of its text layout.
 void layOutText() {
     QTextLayout layout(QStringLiteral("x"));
     layout.beginLayout();
@@ -70,8 +70,8 @@ void applicationEnds() {
     lock.unlock();
 }
 
-/// Of a toolkit with a user interface. A QCoreApplication alone has no main queue: neither its
-/// fonts nor anything else of Qt Gui may be used.
+/// The application, if it has a user interface. A mere QCoreApplication has no main queue, because
+/// Qt Gui cannot be used with it.
 QGuiApplication* guiApplication() {
     return qobject_cast<QGuiApplication*>(QCoreApplication::instance());
 }
@@ -100,7 +100,7 @@ MainQueue* MainQueue::main() {
     // Qt runs the routine whenever an application starts, and at once if there is one.
     [[maybe_unused]] static const bool watching = (qAddPreRoutine(applicationStarts), true);
     const std::lock_guard lock(state().mutex);
-    // The only application may have ended before anybody asked.
+    // The only application may have ended before the first call.
     return state().mainThread || QCoreApplication::closingDown() ? &queue : nullptr;
 }
 

@@ -8,7 +8,7 @@
 
 namespace VexmoraSDK::platform {
 
-/// `image` as Qt paints it: it shares the pixels, without a copy, and keeps them alive. Any thread.
+/// Returns a QImage that shares the pixels of `image` and keeps them alive. Any thread.
 VEXMORA_EXPORT QImage qtImage(std::shared_ptr<const Image> image);
 
 }  // namespace VexmoraSDK::platform

@@ -10,12 +10,12 @@ thread_local bool quiet = false;
 
 void forwardMessage(QtMsgType type, const QMessageLogContext& context, const QString& message);
 
-// Logging rules would silence the host's own pictures and texts with ours, and a handler put in
-// place for each scope would, when two threads have one, put back the wrong one. So one handler,
-// put in place once, hands what is not dropped to the handler that it replaced. A host that sets
-// its handler later hears everything.
+// Logging rules would silence the host's own texts too, and one handler per scope would restore the
+// wrong one when two threads have a scope. So one handler is installed once and forwards what it
+// does not drop to the handler that it replaced. A handler that the host installs later gets
+// everything.
 QtMessageHandler replacedHandler() {
-    // A message that comes from another thread in the midst of this waits for it.
+    // Messages of other threads wait for this initialisation.
     static const QtMessageHandler handler = qInstallMessageHandler(forwardMessage);
     return handler;
 }

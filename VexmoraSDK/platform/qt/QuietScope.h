@@ -5,9 +5,8 @@
 
 namespace VexmoraSDK::platform {
 
-/// What Qt has to say of the texts of ads is not ours to print. While one of these is alive, what
-/// its thread says through Qt's message handler is dropped, fatal messages excepted. Any thread;
-/// scopes nest.
+/// Suppresses Qt's warnings about the texts of ads. While one is alive, Qt messages of its thread
+/// are dropped, except fatal ones. Any thread; scopes nest.
 class QuietScope {
  public:
     QuietScope();

@@ -13,16 +13,16 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-// No line is wider, and the text engine can still count so far.
+// Wider than any line, and within the text engine's range.
 constexpr double kMaxLineWidth = 1'000'000;
 
-// No ad says more, in UTF-16 units. Laying out so many takes the main thread some hundredths of a
-// second at worst.
+// In UTF-16 units, more than any ad needs. Laying them out takes the main thread some hundredths of
+// a second at worst.
 constexpr qsizetype kMaxTextLength = 2048;
 
 // The part of a text that is laid out.
 QString beginningOf(const std::string& text) {
-    // No unit takes more than three bytes, and the last letter among these bytes may be incomplete.
+    // A UTF-16 unit takes at most three bytes of UTF-8, and the last character may be cut.
     const auto bytes = std::min<qsizetype>(std::ssize(text), 3 * kMaxTextLength + 3);
     auto beginning = QString::fromUtf8(text.data(), bytes).left(kMaxTextLength);
     if (beginning.size() == kMaxTextLength && beginning.back().isHighSurrogate()) beginning.chop(1);
@@ -58,12 +58,12 @@ void TextLayout::Impl::layOut() const {
     layout.setTextOption(option);
     layout.setCacheEnabled(true);
 
-    // Lines are laid out in whole points, so that they are the same in the width that is told.
+    // Whole points, so that the reported width yields the same lines.
     const double lineWidth = std::floor(std::clamp(askedWidth_, 0.0, kMaxLineWidth));
     const auto lines = breakLines(lineWidth);
 
-    // Letters that reach beyond their own width, and scripts that are joined anew at each end of a
-    // line, may need more than the lines measure.
+    // Letters that overhang their advance, and scripts that reshape letters at line ends, may need
+    // more width than the lines measure.
     double fitted = std::min(size_.width, lineWidth);
     double laidOut = lineWidth;
     const auto isSameIn = [&](double narrower) {
@@ -72,7 +72,7 @@ void TextLayout::Impl::layOut() const {
     };
     while (fitted < lineWidth && !isSameIn(fitted))
         ++fitted;
-    // Lines that begin at the left lie in the fitted width as in all of it.
+    // Left-aligned lines have the same positions in both widths.
     if (laidOut != fitted || rightToLeft_) breakLines(lineWidth);
     size_.width = fitted;
 }
@@ -94,8 +94,7 @@ std::vector<int> TextLayout::Impl::breakLines(double width) const {
     return breaks;
 }
 
-/// Whether a text that was one line before is one line in that width. Its letters are not shaped
-/// again.
+/// Whether a text of one line is one line in `width` too. Its letters are not shaped again.
 bool TextLayout::Impl::isOneLineIn(double width) const {
     auto line = layout_->lineAt(0);
     line.setLineWidth(width);

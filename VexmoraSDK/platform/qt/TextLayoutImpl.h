@@ -11,20 +11,20 @@
 
 namespace VexmoraSDK::platform {
 
-/// Main thread.
+/// The lines of a `TextLayout`. Main thread.
 struct TextLayout::Impl {
  public:
     Impl(const std::string& text, const Font& font, double width);
 
     Size size() const { return size_; }
     bool holdsIn(double width) const;
-    /// The lines, to be painted. They hold parts of the toolkit's fonts, which end with the
-    /// application: under another one the text is laid out anew.
+    /// The lines, for painting. They refer to fonts that end with the application; under a new
+    /// application the text is laid out again.
     const QTextLayout& lines() const;
 
  private:
     void layOut() const;
-    /// Lays the lines out in that width and tells where they begin, and where the last one ends.
+    /// Lays out the lines in `width`. Returns the start of each line and the end of the last.
     std::vector<int> breakLines(double width) const;
     bool isOneLineIn(double width) const;
 
@@ -34,7 +34,7 @@ struct TextLayout::Impl {
     const bool rightToLeft_;
     mutable std::optional<QTextLayout> layout_;
     mutable Size size_;
-    /// Ends the connection to the application when the layout goes first.
+    /// Ends the connection to the application if the layout is destroyed first.
     mutable QObject context_;
 };
 

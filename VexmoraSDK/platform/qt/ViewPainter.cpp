@@ -26,15 +26,14 @@ QRectF bounds(const View& view) {
     return qtRect({{}, view.frame().size});
 }
 
-/// A picture with fewer pixels, kept when it is painted a second time like that: who repaints once
-/// is likely to do it again.
+/// A reduced picture, kept from its second painting at one size on, because a third is likely then.
 struct Reduced {
     QImage image;
     QSize sizeBefore;
 };
 
-// The picture with no more pixels than the painter will show of it: the painter alone would skip
-// the others instead of averaging them.
+// Reduces the picture to the pixels that will be shown. The painter itself would skip the others
+// instead of averaging them.
 QImage reduced(const std::shared_ptr<const Image>& picture, QSize devicePixels) {
     const auto image = qtImage(picture);
     const QSize size = image.size().boundedTo(devicePixels);
@@ -70,15 +69,14 @@ void paintText(QPainter& painter, TextView& view) {
 void paintBackground(QPainter& painter, const View& view) {
     const auto color = view.backgroundColor();
     if (!color) return;
-    // Qt starts its thread pool to fill a path, and needs none to fill a rectangle.
+    // Qt starts its thread pool to fill a path, but not to fill a rectangle.
     if (view.cornerRadius() <= 0) return painter.fillRect(bounds(view), qtColor(*color));
     painter.setPen(Qt::NoPen);
     painter.setBrush(qtColor(*color));
     painter.drawRoundedRect(bounds(view), view.cornerRadius(), view.cornerRadius());
 }
 
-// A title is laid out in more width than it takes, and one in a script that is read from right to
-// left lies at the far end of it.
+// The layout is wider than the title, and a right-to-left title lies at its far end.
 void paintTitle(QPainter& painter, Button& button) {
     const Point origin = button.layoutOrigin();
     const double left = button.layout().impl().lines().lineAt(0).naturalTextRect().left();

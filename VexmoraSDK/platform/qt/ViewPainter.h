@@ -9,7 +9,7 @@ namespace VexmoraSDK::platform {
 
 class View;
 
-/// Paints `view`, its origin at the painter's, and all that is below it. Main thread.
+/// Paints `view` and its subviews at the painter's origin. Main thread.
 VEXMORA_EXPORT void paintView(QPainter& painter, View& view);
 
 }  // namespace VexmoraSDK::platform
