@@ -70,7 +70,7 @@ AdServer::Request logged(const httplib::Request& request) {
                        [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
         entry.headers.emplace(std::move(lowerCase), value);
     }
-    // httplib adds these to the headers of the client.
+    // httplib adds these to the client's headers.
     for (const char* name : {"remote_addr", "remote_port", "local_addr", "local_port"}) {
         entry.headers.erase(name);
     }
@@ -226,7 +226,8 @@ struct AdServer::Site {
         fault->ads->send(exchange);
     }
 
-    /// Whoever misspells a fault must not take a good ad for a fault that was survived.
+    /// An unknown fault gets status 400, so that a typing mistake does not look like a fault that
+    /// the app survived.
     void refuse(const httplib::Request& request, httplib::Response& response,
                 const std::string& container) {
         note(request, "status 400", "unknown fault");
@@ -248,7 +249,7 @@ struct AdServer::Site {
         const std::optional<Fault> fault = Fault::of(container);
         if (!fault) return refuse(request, response, container);
         note(request, fault->spoilsPicture() ? container : "picture " + picture->first);
-        // A client sees a picture that has changed under its name a minute later at most.
+        // A client sees a changed picture after a minute at most.
         Exchange exchange{request,
                           response,
                           ports,
@@ -258,7 +259,7 @@ struct AdServer::Site {
         fault->picture->send(exchange);
     }
 
-    /// Puts another candidate first each time that the same request comes.
+    /// Puts another candidate first for each repetition of a request.
     void takeTurns(std::vector<const Creative*>& candidates, const std::string& asked) {
         if (candidates.empty()) return;
         const std::lock_guard lock(mutex);

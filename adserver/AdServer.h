@@ -33,7 +33,7 @@ class AdServer {
 
     struct Options {
         int port = 0;                         ///< 0: any free port.
-        std::chrono::milliseconds latency{};  ///< By how much each response is delayed.
+        std::chrono::milliseconds latency{};  ///< The delay of each response.
         /// Called before each response is sent, on the thread of its connection; not for requests
         /// of the server's own web page.
         std::function<void(const Answer&)> onAnswer{};

@@ -21,7 +21,7 @@ constexpr auto kAdTypes =
     std::to_array<std::int64_t>({Creative::kNativeAdType, 14, 15, 77, 79, 83, 84});
 constexpr std::array kPictureExtensions{".png", ".jpg", ".jpeg", ".webp"};
 
-/// The sizes of the ad types that have one, in points.
+/// The sizes of the ad types with a fixed size, in points.
 const std::map<std::int64_t, PictureSize> kSizes = {
     {14, {300, 250}}, {15, {728, 90}}, {77, {320, 60}}, {83, {320, 100}}, {84, {468, 60}}};
 
@@ -54,7 +54,7 @@ std::string description(const PictureSize& size) {
     return std::to_string(size.width) + " × " + std::to_string(size.height);
 }
 
-/// Reads a catalogue and collects what is wrong with it.
+/// Reads a catalogue and collects its mistakes.
 class Reader {
  public:
     explicit Reader(std::filesystem::path file) : file_(std::move(file)) {}

@@ -26,17 +26,17 @@ struct Creative {
 
 /// All ads of a server.
 struct Catalog {
-    /// All ads; where several suit a request, the first comes first.
+    /// All ads. Of several that suit a request the first is preferred.
     std::vector<Creative> creatives;
     /// The ads of those containers that have a list of their own.
     std::map<std::string, std::vector<Creative>, std::less<>> placements;
 
-    /// What would stop an app or look wrong in it, a line each: file, line, member, what is wrong.
+    /// The warnings: members that would stop an app or look wrong in it. One line each: file, line,
+    /// member, mistake.
     std::vector<std::string> warnings{};
 
     /// Reads a catalogue; adserver/README.md describes the format. Throws std::runtime_error when
-    /// the file cannot be used, with a line for each mistake: file, line, member, what was
-    /// expected.
+    /// the file cannot be used, with a line for each mistake: file, line, member, expectation.
     static Catalog load(const std::filesystem::path& file = defaultFile());
 
     /// The catalogue that is shipped with the server: ../share/vexmora-adserver/catalog.json,

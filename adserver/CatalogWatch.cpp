@@ -27,7 +27,7 @@ CatalogWatch::~CatalogWatch() {
 }
 
 void CatalogWatch::watchFolders() {
-    // Only of a folder is the creation worth noticing: a file is written after it was created.
+    // Creation matters for folders only: a new file is written afterwards.
     inotify_add_watch(descriptor_, file_.parent_path().c_str(), kChanges | IN_CREATE);
     picturesWatch_ = inotify_add_watch(descriptor_, pictures_.c_str(), kChanges);
 }

@@ -11,7 +11,7 @@
 
 namespace VexmoraSDK {
 
-/// A request, what a good response to it has, and the response to fill.
+/// A request, the contents of a good response, and the response to fill.
 struct Exchange {
     const httplib::Request& request;
     httplib::Response& response;
@@ -21,17 +21,17 @@ struct Exchange {
     std::string cacheControl;  ///< The value of "Cache-Control".
 };
 
-/// A way to deliver a response, well or badly. What httplib cannot be made to send is written to
-/// the connection directly.
+/// A way to deliver a response, well or badly. Bytes that httplib would not send are written to the
+/// connection directly.
 struct Delivery {
     std::string_view name;
     void (*send)(Exchange& exchange);
 
     /// Delivers the response as it should be.
     static const Delivery& good();
-    /// All others. Some of them deliver the whole response all the same.
+    /// The faulty deliveries. Some of them still deliver the whole response.
     static std::span<const Delivery> bad();
-    /// The bad one of that name, or nullptr.
+    /// The faulty delivery of that name, or nullptr.
     static const Delivery* named(std::string_view name);
 };
 

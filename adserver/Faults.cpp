@@ -42,7 +42,7 @@ std::string manyAds(const json::array& ads) {
     return answer + "]";
 }
 
-/// As many ads as a library that reads no more than 1 MiB can be made to read.
+/// As many ads as fit into 1 MiB, the most that the library parses.
 std::string mebibyteOfAds(const json::array& ads) {
     constexpr std::size_t kMebibyte = std::size_t{1} << 20;
     constexpr std::string_view kFurther = R"(,{"adTypeId":77,"clickUrl":"a:","bannerUrl":"b:"})";

@@ -11,18 +11,17 @@
 
 namespace VexmoraSDK {
 
-/// What goes wrong with the responses for one container identifier.
+/// The fault in the responses for one container identifier.
 struct Fault {
     /// The container identifier; empty if nothing goes wrong.
     std::string_view container;
-    /// Makes the body of the ad response out of one or more good ads.
+    /// Makes the body of the ad response from one or more good ads.
     std::string (*compose)(const boost::json::array& ads);
     const Delivery* ads;
     const Delivery* picture;
 
-    /// The fault of this container, which must outlive it. If the container's name does not begin
-    /// with "fault-", the fault changes nothing; if it does and no fault has that name, there is
-    /// none.
+    /// The fault of `container`, which must outlive it. A name that does not begin with "fault-"
+    /// has a fault that changes nothing; an unknown name that does has none.
     static std::optional<Fault> of(std::string_view container);
 
     /// All containers that have a fault.

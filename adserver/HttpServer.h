@@ -27,7 +27,7 @@ class Connection : public httplib::Stream {
 
     /// Writes all bytes; returns false when the connection is closed.
     bool sendAll(std::string_view bytes);
-    /// Nothing is read or written from now on. The socket is closed once the handler has returned.
+    /// Ends reading and writing. The socket is closed when the handler has returned.
     void close() { over_ = true; }
     /// Closes the connection so that the client receives a reset (RST).
     void reset();

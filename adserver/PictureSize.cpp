@@ -37,7 +37,7 @@ PictureSize sizeOfWebP(std::string_view bytes) {
     return {littleEndian16(bytes, 26) & 0x3fff, littleEndian16(bytes, 28) & 0x3fff};
 }
 
-/// The size is in the frame header, which is a segment of one of the types C0 to CF but for three.
+/// The size is in the frame header, a segment of a type from C0 to CF except three.
 PictureSize sizeOfJpeg(std::string_view bytes) {
     for (std::size_t at = 2; byteAt(bytes, at) == 0xff;) {
         const int type = byteAt(bytes, at + 1);

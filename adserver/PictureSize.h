@@ -6,7 +6,7 @@
 
 namespace VexmoraSDK {
 
-/// The size of a picture in pixels, as its file's header says.
+/// The size of a picture in pixels, from its file's header.
 struct PictureSize {
     int width = 0;
     int height = 0;

@@ -58,12 +58,12 @@ void paint(const FloorView& view) {
     view.paint(painter);
 }
 
-/// What each ad of one contender took.
+/// The costs of each ad of one contender.
 struct Times {
     Samples received;  ///< Until the app was told of the ad.
     Samples painted;
     Samples main;     ///< Processor time of the main thread, painting included.
-    Samples wakeUps;  ///< Of all threads.
+    Samples wakeUps;  ///< The wake-ups of all threads.
 
     /// Adds an ad that was requested when `watch` began and is painted now.
     void add(Milliseconds receivedAfter, const Stopwatch& watch) {
@@ -97,8 +97,8 @@ std::shared_ptr<VexmoraDelegate> delegateThat(std::function<void()> receives) {
     return delegate;
 }
 
-/// With the option "pictures", ads of so many placements take turns, each of a picture of its own
-/// that may be kept.
+/// With the option "pictures", ads of that many placements take turns, each with a cacheable
+/// picture of its own.
 void choosePlacement(const Options& options, int turn) {
     if (!options.contains("pictures")) return;
     AdKind::container = "kept-" + std::to_string(turn % number(options, "pictures"));
@@ -207,8 +207,8 @@ class Scene {
     std::optional<Milliseconds> received_;
 };
 
-/// The floor takes its turns too, though it shows nothing in the scene: it must find the caches as
-/// cold as the others do after the wait for a frame.
+/// The floor takes turns too, though it shows nothing in the scene, so that its caches are as cold
+/// as the others' after the wait for a frame.
 json::object inScenes(const Options& options) {
     const AdKind& kind = AdKind::named(options.at("kind"));
     Scene scene(kind, options.at("qml"));
@@ -221,7 +221,7 @@ json::object inScenes(const Options& options) {
                              }}});
 }
 
-/// What it took to show many ads at once.
+/// The costs of showing many ads at once.
 struct Burst {
     Samples passed;
     Samples created;  ///< Processor time of the calls of `createView`.

@@ -31,7 +31,7 @@ struct AdKind {
 
     /// Creates a view of the SDK, which starts its request.
     std::shared_ptr<VexmoraView> createView(std::shared_ptr<VexmoraDelegate> delegate) const;
-    /// The address that such a view requests.
+    /// The URL that such a view requests.
     std::string address() const;
 };
 

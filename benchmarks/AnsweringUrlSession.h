@@ -7,7 +7,7 @@
 
 namespace VexmoraSDK::benchmarks {
 
-/// From now on the URL session answers requests for `address` with `body`.
+/// Makes the URL session respond to requests for `address` with `body`.
 void answer(const std::string& address, platform::Data body);
 
 }  // namespace VexmoraSDK::benchmarks

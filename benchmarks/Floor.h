@@ -38,7 +38,7 @@ class Floor {
     /// `decode` is called on a worker, `runOnMainThread` on any thread.
     Floor(Decode decode, RunOnMainThread runOnMainThread)
         : decode_(decode), runOnMainThread_(std::move(runOnMainThread)), multi_(curl_multi_init()) {
-        // The SDK opens as many connections.
+        // As many connections as the SDK opens.
         curl_multi_setopt(multi_, CURLMOPT_MAX_TOTAL_CONNECTIONS, 64L);
         io_ = std::thread([this] { transfer(); });
         pthread_setname_np(io_.native_handle(), "floor-io");

@@ -69,7 +69,7 @@ class Samples {
     std::vector<double> values_;
 };
 
-/// Bytes on the heap that are in use.
+/// The bytes in use on the heap.
 std::size_t liveHeap();
 /// "Pss" or "Rss" of this process, in bytes.
 std::size_t residentBytes(const std::string& which);

@@ -38,7 +38,7 @@ namespace {
 
 using platform::Data;
 
-/// An operation to measure, and how many bytes it reads.
+/// An operation to measure, and the number of bytes that it reads.
 struct Operation {
     std::string name;
     std::function<void()> run;
@@ -80,7 +80,7 @@ std::shared_ptr<VexmoraView> showAd(const AdKind& kind) {
     return view;
 }
 
-/// The same for a host that has a slot ask for it and see to it.
+/// Shows the ad in a host that uses a slot.
 void showAdInSlot(const AdKind& kind) {
     bool received = false;
     AdSlot::Delegate delegate;

@@ -15,7 +15,7 @@ class QtFloor {
 
     QtFloor();
 
-    /// As of `Floor`. What is not done when this is destroyed never is.
+    /// See `Floor`. Requests that are unfinished when this is destroyed never finish.
     void fetch(std::string address, Floor<QImage>::Done done);
 
  private:

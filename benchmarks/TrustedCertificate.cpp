@@ -11,7 +11,7 @@ std::string trusted;
 
 }  // namespace
 
-// The linker has all calls of curl_multi_add_handle come here.
+// The linker redirects all calls of curl_multi_add_handle here.
 extern "C" {
 CURLMcode addHandle(CURLM* multi, CURL* easy) __asm__("__real_curl_multi_add_handle");
 CURLMcode addTrustingHandle(CURLM* multi, CURL* easy) __asm__("__wrap_curl_multi_add_handle");

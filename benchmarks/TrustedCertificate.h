@@ -5,7 +5,8 @@
 
 namespace VexmoraSDK::benchmarks {
 
-/// Has libcurl and Qt trust the certificate in the file, in this process. Before the first request.
+/// Makes libcurl and Qt trust the certificate in `file`, in this process. Call it before the first
+/// request.
 void trustCertificate(const std::string& file);
 
 }  // namespace VexmoraSDK::benchmarks

@@ -166,7 +166,7 @@ void Scenario::showContainer(const QString& containerId) {
 }
 
 void Scenario::hear() {
-    // The address is recorded a moment later, and the event counts then.
+    // The address is recorded a moment later. The event counts from then on.
     if (events_.latest().name != QLatin1String("willLeaveApplication")) take();
 }
 
@@ -189,7 +189,7 @@ void Scenario::take() {
     if (found != step.expected.end()) {
         step.expected.erase(found);
         if (step.expected.isEmpty()) endStepWhenSettled();
-    } else if (event.name != QLatin1String("becameViewable")) {  // That depends on the time.
+    } else if (event.name != QLatin1String("becameViewable")) {  // Its time of arrival varies.
         finish(QStringLiteral("\"%1\" was not to happen").arg(text));
     }
 }

@@ -16,8 +16,8 @@
 #include "demo/EventLog.h"
 #include "demo/LocalAdServer.h"
 
-/// Uses the app as a reader would, step by step. A step ends as soon as the events that it expects
-/// have come; then a picture of the window is saved. Each event is printed on a line.
+/// Uses the app as a reader would, step by step. A step ends when its expected events have come;
+/// then a picture of the window is saved. Each event is printed on a line.
 class Scenario : public QObject {
     Q_OBJECT
 

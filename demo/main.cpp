@@ -22,11 +22,11 @@ int fail(const QString& error) {
     return 1;
 }
 
-/// Sets what Qt reads when it starts. `folder` must outlive Qt.
+/// Sets Qt's environment for a run without a display. `folder` must outlive Qt.
 void doWithoutDisplay(const QTemporaryDir& folder) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    // Qt warns if there is no such folder, as there may be none without a desktop session.
+    // Qt warns if this folder is missing, as it may be without a desktop session.
     if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
         qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder.path()));
 }

@@ -8,14 +8,14 @@
 
 namespace VexmoraSDK {
 
-/// The application object of the toolkit, or of the fake platform, whichever is linked. The thread
-/// that makes it is the main thread.
+/// The application object of the linked toolkit or fake platform. The thread that makes it is the
+/// main thread.
 class App {
  public:
     App();
     ~App();
 
-    /// Starts one that is never destroyed.
+    /// Starts an application that is never destroyed.
     static void startForGood() { forGood_ = new App; }
 
     /// Runs the main thread's events until `condition` holds; returns false if that takes longer

@@ -15,8 +15,8 @@
 
 namespace VexmoraSDK {
 
-/// What a test heard. Callbacks hold it instead of their test, which requests may outlive. Any
-/// thread.
+/// The events that a test has recorded. Callbacks hold it instead of their test, which requests may
+/// outlive. Any thread.
 class HeardEvents {
  public:
     void add(const std::string& event) {
@@ -49,8 +49,8 @@ class HeardEvents {
     std::function<void()> reaction_;
 };
 
-/// A test of an application, and what it heard. All tests of a process share one application: only
-/// the first of a process is accessible and animates.
+/// A test with an application and recorded events. All tests of a process share one application,
+/// because only the first one is accessible and animates.
 class AppTest : public testing::Test {
  protected:
     AppTest() { [[maybe_unused]] static const bool started = (App::startForGood(), true); }
@@ -62,7 +62,7 @@ class AppTest : public testing::Test {
         return App::waitFor([&] { return events_->contain(what); });
     }
 
-    /// What was heard since the last call.
+    /// The events since the last call.
     std::vector<std::string> heard() { return events_->take(); }
 
     const std::shared_ptr<HeardEvents> events_ = std::make_shared<HeardEvents>();

@@ -10,7 +10,7 @@ namespace VexmoraSDK {
 struct App::Impl {
     void sleep() {
         std::unique_lock lock(mutex);
-        // Not all that is waited for comes about by a block.
+        // A condition may become true without a block.
         changed.wait_for(lock, std::chrono::milliseconds(10), [this] { return woken; });
         woken = false;
     }

@@ -11,8 +11,8 @@
 
 namespace VexmoraSDK {
 
-/// Records what the delegate of one view is told: "drawn" and the names of errors, in order and
-/// separated by commas; "nothing" at first. Its members may be called from any thread.
+/// Records the events of one view's delegate: "drawn" and the names of errors, in order and
+/// separated by commas; initially "nothing". Its members may be called from any thread.
 class EventRecorder : public std::enable_shared_from_this<EventRecorder> {
  public:
     using Listener = std::function<void(const std::string& event)>;

@@ -12,7 +12,7 @@ App::App() {
     platform::FakeMainQueue::start();
 }
 
-// The queue stays, as a toolkit's does after its end, and runs no more blocks.
+// Like a toolkit's after its end, the queue stays and runs no more blocks.
 App::~App() = default;
 
 void App::runForAMoment() {

@@ -6,8 +6,7 @@
 
 namespace VexmoraSDK {
 
-/// The server that the library asks for its ads in this process. The pictures of these are red at
-/// the left and blue at the right.
+/// The ad server of this process. Its ads' pictures are red on the left and blue on the right.
 class LocalAds {
  public:
     static AdServer& server() {

@@ -6,7 +6,7 @@
 
 namespace VexmoraSDK {
 
-/// A WebP of one colour, 32 bytes of any size: each of its prefix codes has a single symbol, which
+/// A WebP of one colour, 32 bytes whatever its size: each prefix code has a single symbol, which
 /// takes no bits.
 inline std::string plainPicture(unsigned width, unsigned height) {
     std::string picture("RIFF\x18\0\0\0WEBPVP8L\x0c\0\0\0", 20);

@@ -12,7 +12,7 @@
 
 namespace VexmoraSDK {
 
-/// Stands in for the device's opener of addresses as long as it lives, and opens nothing.
+/// Replaces the device's opener of URLs while it lives, and opens nothing.
 class RecordingOpener {
  public:
     RecordingOpener() {
@@ -39,7 +39,7 @@ class RecordingOpener {
     void sleepUntilToldToGoOn() { std::ofstream(sleeps_) << "zzz"; }
     void goOn() { std::filesystem::remove(sleeps_); }
 
-    /// The addresses that were opened since the last call, once all openers are through.
+    /// The URLs opened since the last call. Waits until all openers have ended.
     std::vector<std::string> opened() {
         // Each opener inherits the writing end, so the pipe ends when the last opener does.
         close(pipe_[1]);

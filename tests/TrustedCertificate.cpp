@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Has the transfers of this program trust the certificate in the file that an environment variable
-// names. The library has no way to be told so.
+// Makes this program's transfers trust the certificate in the file that an environment variable
+// names. The library has no setting for that.
 #include <curl/curl.h>
 #include <dlfcn.h>
 
 #include <cstdlib>
 
-/// Stands before libcurl's.
+/// Replaces libcurl's function.
 extern "C" CURL* curl_easy_init() {
     static const auto next =
         reinterpret_cast<decltype(&curl_easy_init)>(dlsym(RTLD_NEXT, "curl_easy_init"));

@@ -73,7 +73,7 @@ constexpr KindName kKinds[] = {
     {"native", Kind::native, VexmoraAdType::native},
     {"interstitial", Kind::interstitial, VexmoraAdType::mediumRectangle}};
 
-// Its pictures may not be cached, so that all that is compared downloads them each time.
+// Its pictures may not be cached, so that every contender downloads them each time.
 constexpr const char* kContainer = "fault-picture-no-store";
 
 Milliseconds threadTime() {
@@ -90,7 +90,7 @@ struct Game {
     VexmoraSdlLoop loop;
 };
 
-/// Sleeps until an event comes, and takes it.
+/// Sleeps until an event arrives, and handles it.
 void sleep(std::optional<std::chrono::milliseconds> longest) {
     SDL_Event event;
     SDL_WaitEventTimeout(&event, longest ? static_cast<int>(longest->count()) : 1000);
@@ -103,7 +103,7 @@ std::string addressOf(VexmoraAdType type) {
     return address;
 }
 
-/// Until the ad is drawn into the frame.
+/// Returns the time until the ad is drawn into the frame.
 Milliseconds showSdkAd(Game& game, const KindName& kind) {
     const auto begin = std::chrono::steady_clock::now();
     AdSlot slot{AdSlot::Delegate()};
@@ -169,8 +169,8 @@ boost::json::object oneByOne(int count) {
     return result;
 }
 
-/// At 60 frames a second a new banner every ten seconds, as often as one may come, a native ad
-/// every twenty, and an interstitial every minute.
+/// Runs frames at 60 per second, with a new banner every ten seconds (the shortest interval), a
+/// native ad every twenty and an interstitial every minute.
 boost::json::object frames(int count) {
     isMainThread = true;
     Game game;
@@ -210,7 +210,7 @@ boost::json::object frames(int count) {
         SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
     }
 
-    for (int i = 0; i < 500; ++i) {  // the last ads arrive
+    for (int i = 0; i < 500; ++i) {  // until the last ads have arrived
         game.loop.run();
         bannerView.draw({20, 572, 320, 60});
         SDL_Delay(1);

@@ -56,7 +56,7 @@ PangoContext* context() {
     return context;
 }
 
-/// Places a text at the height `y` and adds its own to it.
+/// Places a text at `y` and adds the text's height to it.
 PangoLayout* layOut(const std::string& text, const char* font, double& y) {
     PangoLayout* layout = pango_layout_new(context());
     PangoFontDescription* description = pango_font_description_from_string(font);

@@ -14,7 +14,7 @@
 
 namespace VexmoraSDK::benchmarks {
 
-/// The floor of a game: the library's codecs, and tasks that the game's loop runs.
+/// The floor of a game: the library's codecs, and tasks that run in the game's loop.
 class GameFloor {
  public:
     using Ad = Floor<std::shared_ptr<const platform::Image>>::Ad;
@@ -23,7 +23,7 @@ class GameFloor {
     /// `wakeUp` is called on any thread when `run` has something to do.
     explicit GameFloor(std::function<void()> wakeUp);
 
-    /// As of `Floor`; `done` runs in `run`.
+    /// See `Floor`; `done` runs in `run`.
     void fetch(std::string address, Done done);
     void run();
 
@@ -34,7 +34,7 @@ class GameFloor {
     Floor<std::shared_ptr<const platform::Image>> floor_;
 };
 
-/// An ad as a texture, laid out, painted and uploaded by hand. `kind` as the SDK's views.
+/// An ad as a texture, laid out, painted and uploaded by hand, like the SDK's view of that kind.
 class GameFloorAd {
  public:
     enum class Kind { banner, native, interstitial };

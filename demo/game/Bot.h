@@ -12,8 +12,8 @@ class Bot {
  public:
     explicit Bot(std::uint32_t seed) : random_(seed) {}
 
-    /// Where the paddle should be: below the lowest ball, each time with another point of it, so
-    /// that no ball runs in a circle.
+    /// The best position of the paddle: below the lowest ball, hit with another point each time so
+    /// that no ball repeats its path for ever.
     float paddleX(const Game& game) {
         const auto& ball = *std::ranges::max_element(
             game.balls(), {}, [](const Game::Ball& each) { return each.position.y; });

@@ -13,10 +13,10 @@ using namespace VexmoraSDK::platform;
 
 namespace {
 
-/// More than one screen shows.
+/// More textures than one screen shows.
 constexpr std::size_t kMaxTextures = 200;
 
-/// A text view keeps so much room at both sides of its lines.
+/// A text view's padding at both ends of its lines.
 constexpr float kTextPadding = 5;
 
 Color viewColor(SDL_Color color) {
@@ -30,7 +30,7 @@ std::string keyOf(SDL_Color color) {
     return key;
 }
 
-// The painter's colours are premultiplied with alpha, those of SDL's textures are not.
+// The painter's colours are premultiplied; those of SDL's textures are not.
 std::uint32_t straight(std::uint32_t pixel) {
     const std::uint32_t alpha = pixel >> 24;
     if (alpha == 0 || alpha == 255) return pixel;

@@ -10,8 +10,8 @@
 #include "VexmoraSDK/platform/images/Image.h"
 #include "VexmoraSDK/platform/ui/View.h"
 
-/// What the game draws with: texts, pictures and rounded shapes, each painted once by the library's
-/// own painter and kept as a texture.
+/// Draws texts, pictures and rounded shapes. The library's painter paints each once; then it is
+/// kept as a texture.
 class Canvas {
  public:
     enum class Align { left, center, right };
@@ -26,14 +26,14 @@ class Canvas {
 
     void fill(SDL_FRect rect, SDL_Color color);
     void shape(SDL_FRect rect, float radius, SDL_Color color);
-    /// One line, or several where `width` is given; `x` is the left, the middle or the right.
-    /// Returns its height.
+    /// Draws one line, or several if `width` is given; `x` is the left, the middle or the right.
+    /// Returns the height.
     float text(const std::string& text, float x, float y, const Font& font,
                Align align = Align::left, float width = 0);
-    /// As large as fits into `rect`.
+    /// Draws a picture as large as fits into `rect`.
     void picture(const std::shared_ptr<const VexmoraSDK::platform::Image>& image, SDL_FRect rect);
 
-    /// The textures are lost, or the size of their pixels has changed.
+    /// Call it when the textures are lost or the scale has changed.
     void forgetTextures() { textures_.clear(); }
 
  private:

@@ -7,7 +7,7 @@
 
 namespace {
 
-// A digit is a brick's colour; a capital letter a brick that takes two hits.
+// A digit is a brick's colour. A capital letter is a brick that takes two hits.
 constexpr std::array<std::array<std::string_view, 8>, Game::kLevels> kPlans = {{
     {"        ", "00000000", " 111111 ", "  2222  ", "   33   ", "        ", "44    44",
      "        "},
@@ -131,7 +131,7 @@ void Game::bounceOffWalls(Ball& ball) {
     if (ball.position.y < kTop + kBallRadius) ball.velocity.y = std::abs(ball.velocity.y);
 }
 
-// The further from the middle of the paddle, the flatter.
+// A ball bounces flatter the further it hits from the paddle's middle.
 void Game::bounceOffPaddle(Ball& ball) {
     if (ball.velocity.y < 0) return;
     const float below = ball.position.y + kBallRadius - kPaddleY;

@@ -17,7 +17,7 @@ class Game {
     static constexpr float kPaddleY = 526;
     static constexpr float kPaddleHeight = 12;
     static constexpr int kLevels = 3;
-    /// The game goes on in steps of that length.
+    /// The length of a step of the game.
     static constexpr float kStep = 1.0f / 120;
 
     enum class Phase { ready, playing, paused, levelDone, over, won };
@@ -30,14 +30,14 @@ class Game {
     struct Brick {
         Point position;
         int color = 0;
-        /// How many more hits it takes; none when it is gone.
+        /// Hits left; 0 means gone.
         int hits = 1;
 
         static constexpr float kWidth = 38;
         static constexpr float kHeight = 16;
     };
 
-    /// A piece of a brick that was hit, or what falls out of one.
+    /// A flying piece of a brick that was hit.
     struct Spark {
         Point position;
         Point velocity;
@@ -45,7 +45,7 @@ class Game {
         float life = 1;
     };
 
-    /// Falls out of some bricks; caught, it makes the paddle wider or adds a ball.
+    /// A gift falls out of some bricks. When caught, it widens the paddle or adds a ball.
     struct Gift {
         enum class Kind { widePaddle, ball };
         Kind kind = Kind::widePaddle;
@@ -60,24 +60,24 @@ class Game {
     explicit Game(std::uint32_t seed) : random_(seed) { startOver(); }
 
     void startOver();
-    /// After `levelDone`.
+    /// Call it in the phase `levelDone`.
     void startNextLevel();
-    /// Lets the ball go; does nothing but in the phase `ready`.
+    /// Launches the ball. Does nothing except in the phase `ready`.
     void launch();
     void pause();
     void resume();
-    /// Puts the middle of the paddle there, as far as the walls allow.
+    /// Moves the middle of the paddle to `x`, as far as the walls allow.
     void movePaddleTo(float x);
-    /// Goes on by `kStep`.
+    /// Advances by `kStep`.
     void step();
 
     Phase phase() const { return phase_; }
-    /// From 1.
+    /// Counted from 1.
     int level() const { return level_; }
     int lives() const { return lives_; }
     int score() const { return score_; }
     int best() const { return best_; }
-    /// How many bricks were hit since the paddle; each counts so many times.
+    /// The bricks hit since the last paddle contact, which multiply the score.
     int combo() const { return combo_; }
     float paddleX() const { return paddleX_; }
     float paddleWidth() const { return wideFor_ > 0 ? 104.0f : 72.0f; }

@@ -15,15 +15,15 @@
 /// interstitial between the levels, which is fetched while a level is played.
 class GameAds {
  public:
-    /// Hears what becomes of the ads: what happened, and to which of them.
+    /// Receives each event of the ads, and details such as the ad's name.
     using Log = std::function<void(const std::string& event, const std::string& details)>;
 
     GameAds(SDL_Renderer* renderer, Log log);
 
-    /// Asks for all three.
+    /// Requests all three ads.
     void load();
     void setContainer(const std::string& banner);
-    /// If it has come.
+    /// Presents the interstitial if it is ready.
     void presentInterstitial();
 
     VexmoraSDK::AdSlot& banner() { return banner_; }

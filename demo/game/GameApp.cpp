@@ -84,7 +84,7 @@ void GameApp::step() {
 
 void GameApp::advance(std::chrono::milliseconds now) {
     const double seconds = std::chrono::duration<double>(now).count();
-    // After a sleep the game goes on where it was.
+    // Time asleep does not advance the game.
     stepped_ = std::max(stepped_, seconds - 0.1);
     now_ = now;
     loop_.run();

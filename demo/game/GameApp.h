@@ -11,17 +11,17 @@
 #include "demo/game/GameAds.h"
 #include "demo/game/Picture.h"
 
-/// The game with its ads on a renderer. Time is what it is told.
+/// The game and its ads on a renderer. `advance` sets its time.
 class GameApp {
  public:
     GameApp(SDL_Renderer* renderer, std::uint32_t seed, GameAds::Log log);
 
     void handle(const SDL_Event& event);
-    /// Goes on until `now`.
+    /// Advances the game to `now`.
     void advance(std::chrono::milliseconds now);
     void draw();
 
-    /// How long the app may sleep when nothing moves; zero while something does.
+    /// The time that the app may sleep; zero while something moves.
     std::chrono::milliseconds maySleep() const;
 
     Game& game() { return game_; }
@@ -41,8 +41,8 @@ class GameApp {
     Canvas canvas_;
     Picture picture_{canvas_};
     std::chrono::milliseconds now_{0};
-    /// Up to where the steps of the game have been taken.
+    /// The time of the game's last step.
     double stepped_ = 0;
-    /// Whether the interstitial of the level that is done was presented.
+    /// Whether the interstitial after this level was presented.
     bool presented_ = false;
 };

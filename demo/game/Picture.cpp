@@ -47,7 +47,7 @@ void Picture::draw(const Game& game, const GameAds& ads, std::chrono::millisecon
 }
 
 void Picture::drawBackground() {
-    // From night to dusk.
+    // A gradient from night to dusk.
     constexpr int kBands = 32;
     for (int i = 0; i < kBands; ++i) {
         const float height = 640.0f / kBands;
@@ -163,7 +163,7 @@ void Picture::drawNativeAd(const VexmoraSDK::AdSlot::Ad& ad) {
     const float width = card.x + card.w - kPadding - left;
     const float title = canvas_.text(ad.title, left, card.y + kPadding - 4, {13, true, kInk},
                                      Canvas::Align::left, width);
-    // As much as there is room for.
+    // The number of letters that fit.
     constexpr std::size_t kMaxLetters = 90;
     auto description = ad.description.substr(0, ad.description.find(' ', kMaxLetters));
     if (description.size() < ad.description.size()) description += " …";

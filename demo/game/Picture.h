@@ -9,7 +9,7 @@
 #include "demo/game/Game.h"
 #include "demo/game/GameAds.h"
 
-/// Where things are on the screen of 360 × 640 points.
+/// The layout of the screen of 360 × 640 points.
 namespace place {
 
 inline constexpr SDL_FRect kBanner = {20, 572, 320, 60};
@@ -22,7 +22,7 @@ inline bool contains(const SDL_FRect& rect, float x, float y) {
 
 }  // namespace place
 
-/// Draws the game, and on the pause screen the native ad, from its texts and its picture.
+/// Draws the game, and the native ad on the pause screen from its texts and picture.
 class Picture {
  public:
     explicit Picture(Canvas& canvas) : canvas_(canvas) {}

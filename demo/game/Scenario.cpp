@@ -16,11 +16,11 @@ namespace {
 
 constexpr auto kDeadline = 30s;
 constexpr auto kFrame = 16ms;
-/// Pixels to the point.
+/// Pixels per point.
 constexpr int kScale = 2;
 constexpr std::uint32_t kSeed = 20;
 
-// As the shipped interface file places it.
+// The position of the button in the shipped interface file.
 constexpr SDL_FPoint kCloseButton = {330, 30};
 
 std::filesystem::path makeFolder() {
@@ -50,7 +50,7 @@ Scenario::Scenario(LocalAdServer& server, std::filesystem::path out)
       renderer_(SDL_CreateSoftwareRenderer(surface_.get())) {
     if (!renderer_) throw std::runtime_error(SDL_GetError());
     std::filesystem::create_directories(out_);
-    // Takes the place of the desktop's opener.
+    // Replaces the desktop's opener.
     std::ofstream(opener_ / "xdg-open")
         << "#!/bin/sh\nprintf '%s\\n' \"$1\" > '" << (opener_ / "new").native() << "' && mv '"
         << (opener_ / "new").native() << "' '" << (opener_ / "address").native() << "'\n";
@@ -180,7 +180,7 @@ void Scenario::waitForOpenedAddress() {
 
 void Scenario::frame() {
     app_->advance(now_);
-    // Else nobody sees it.
+    // An ad that is not drawn does not count as seen.
     if (app_->ads().screen().isPresenting()) app_->draw();
 }
 

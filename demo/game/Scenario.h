@@ -13,15 +13,15 @@
 #include "demo/game/Bot.h"
 #include "demo/game/GameApp.h"
 
-/// Plays the whole game by itself, without a display and by a clock of its own, tells each event on
-/// a line and writes a picture of each step.
+/// Plays the whole game without a display and with a clock of its own. Prints each event on a line
+/// and writes a picture of each step.
 class Scenario {
  public:
-    /// Throws std::exception when something is not to be had.
+    /// Throws std::exception when setup fails.
     Scenario(LocalAdServer& server, std::filesystem::path out);
     ~Scenario();
 
-    /// Plays. Throws std::exception when something does not happen that should.
+    /// Plays the game. Throws std::exception when an expected event does not come.
     void run();
 
  private:
@@ -32,16 +32,16 @@ class Scenario {
 
     void begin(const std::string& step);
     void hear(const std::string& event, const std::string& details);
-    /// Waits until all of these were heard since the step began, in whatever order.
+    /// Waits until all of `events` have come since the step began, in any order.
     void waitFor(std::vector<std::string> events);
-    /// Waits until an address was handed to the desktop, which is not opened.
+    /// Waits until an address was passed to the opener, which opens nothing.
     void waitForOpenedAddress();
     void frame();
     void pass(std::chrono::milliseconds time);
     void click(float x, float y);
     void send(Uint32 type, float x, float y);
     void press(SDL_Keycode key);
-    /// Moves the paddle under the ball until the phase is another, no longer than `longest`.
+    /// Moves the paddle under the ball until the phase changes, for at most `longest`.
     void play(std::chrono::milliseconds longest);
     void finishLevel();
     void writePicture();

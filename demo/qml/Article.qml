@@ -10,7 +10,7 @@ QtObject {
     required property int minutes
     required property url picture
     required property string caption
-    /// Paragraphs, an empty line between them.
+    /// Paragraphs separated by empty lines.
     required property string body
 
     readonly property string byline: author + " · " + minutes + " min read"

@@ -2,7 +2,7 @@
 import QtQuick
 import QtQuick.Controls.Material
 
-/// What the paper says for itself when there is no ad.
+/// The paper's own ad, for when there is no other.
 Rectangle {
     color: Theme.paper
     border.color: Theme.line

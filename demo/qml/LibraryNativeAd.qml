@@ -3,7 +3,7 @@ import QtQuick
 import HarbourPost
 import VexmoraSDK
 
-/// A native ad as the library lays it out, in the colours of the page. It asks for an ad when the
+/// A native ad as the library lays it out, in the colours of the page. It requests an ad when the
 /// reader comes near.
 Item {
     id: root

@@ -12,7 +12,7 @@ ApplicationWindow {
 
     property string containerId: "home-bottom-2x"
     property int articlesOpened: 0
-    /// No page and no ad is on the move.
+    /// Whether no page and no ad is moving.
     readonly property bool settled: !pages.busy && interstitial.settled
 
     function openArticle(article: Article) {

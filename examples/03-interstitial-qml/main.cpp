@@ -9,7 +9,7 @@ using VexmoraSDK::platform::Bundle;
 
 int main(int argc, char** argv) {
     QGuiApplication app(argc, argv);
-    // What screen readers say of ads, in the user's language.
+    // The library's texts for screen readers, in the user's language.
     QTranslator words;
     const auto folder = Bundle::shippedLibraryFolder() / "translations";
     if (words.load(QLocale(), "vexmorasdk", "_", QString::fromStdString(folder.string())))

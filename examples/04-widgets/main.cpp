@@ -10,8 +10,8 @@
 
 using namespace VexmoraSDK;
 
-// A banner among widgets that changes every half minute, and an interstitial ad over all of them
-// that is there before it is needed.
+// A banner among widgets, refreshed every half minute, and an interstitial ad over them that is
+// loaded in advance.
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QWidget window;
@@ -27,7 +27,7 @@ int main(int argc, char** argv) {
         if (!banner->errorString().isEmpty()) std::puts(qPrintable(banner->errorString()));
     });
 
-    // Needs no place of its own: the screen shows it.
+    // This widget is in no layout: the screen shows its ad.
     VexmoraWidget interstitial;
     interstitial.setContainerId("between-articles");
     interstitial.setAdSize("300x250");

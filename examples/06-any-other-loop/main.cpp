@@ -36,7 +36,7 @@ int main() {
     }
     if (!slot.view()) return 1;
 
-    // Two pixels to the point. When the ad changes, its display callback is called: paint it again.
+    // Two pixels per point. The view calls its display callback when it must be painted again.
     constexpr int kWidth = 640;
     constexpr int kHeight = 120;
     std::vector<std::uint32_t> pixels(kWidth * kHeight);

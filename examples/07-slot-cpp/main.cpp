@@ -10,8 +10,8 @@
 
 using namespace VexmoraSDK;
 
-// Has the library ask another ad server, with settings of the app's own beside the resources that
-// are shipped. The template is part of XML: an & in it is written as &amp;.
+// Makes the library ask another ad server: copies the shipped resources and writes other settings
+// beside them. The template is put into XML, so an & in it is written as &amp;.
 void askServer(const std::filesystem::path& folder, const std::string& requestUrlFormat) {
     std::filesystem::copy(platform::Bundle::shippedLibraryFolder(), folder,
                           std::filesystem::copy_options::recursive |
@@ -22,7 +22,7 @@ void askServer(const std::filesystem::path& folder, const std::string& requestUr
     platform::Bundle::setLibraryFolder(folder);
 }
 
-// A native ad that the app lays out by itself, without a view on the screen. This one prints it.
+// A native ad that the app lays out itself, without a view on the screen. This app prints it.
 int main(int argc, char** argv) {
     QGuiApplication app(argc, argv);
     if (argc == 3) askServer(argv[1], argv[2]);

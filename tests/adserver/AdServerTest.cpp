@@ -91,7 +91,7 @@ TEST_F(AdServerTest, TellsUnknownFaultsAndPlacements) {
         EXPECT_NE(refused->body.find(container), std::string::npos);
     }
     client.Get("/ads?types=77&container=home-botom");
-    server.reset();  // Its threads, which write the warnings, end here.
+    server.reset();  // The threads that write the warnings end here.
     EXPECT_EQ(warnings, (std::vector<std::string>{"status, unknown fault", "status, unknown fault",
                                                   "ad har, unknown placement"}));
 }
@@ -157,7 +157,7 @@ TEST(StalledRequestsTest, StallUntilTheServerEndsAndDelayNoOthers) {
     ASSERT_TRUE(server.waitForRequests(stalled.size()));
     EXPECT_EQ(httplib::Client(server.address()).Get("/ads?types=77&container=home-bottom")->status,
               200);
-    // A response that did not stall would be here by now, or within this time.
+    // A response that does not stall arrives within this time.
     EXPECT_EQ(stalled.front().wait_for(std::chrono::milliseconds(200)),
               std::future_status::timeout);
     for (const auto& request : stalled)

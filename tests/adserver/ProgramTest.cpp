@@ -86,8 +86,8 @@ TEST_F(ProgramTest, LogsRequestsAndReadsAChangedCatalogueAgainIfItIsUsable) {
     EXPECT_EQ(program.end(), 0);
 }
 
-// The browser's clock stands while it waits for the picture, so that what happens meanwhile is seen
-// only by a page that asks again.
+// The browser's clock stands still while it waits for the picture, so only a page that asks again
+// sees what happens in that time.
 TEST_F(ProgramTest, ShowsTheCatalogueAndTheLatestRequestsInABrowser) {
     offer("tea");
     const fs::path late = folder_ / "pictures/late.png";

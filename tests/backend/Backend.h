@@ -8,14 +8,13 @@
 
 #include "VexmoraSDK/platform/ui/View.h"
 
-// What a backend's tests need of it beyond the platform's headers; which backend, is decided when
-// linking.
+// Test helpers that each backend implements. The linker chooses the backend.
 namespace VexmoraSDK {
 
 /// 0xAARRGGBB
 using Pixel = std::uint32_t;
 
-/// Of pixels, `right` and `bottom` just outside.
+/// A box of pixels; `right` and `bottom` are just outside.
 struct Box {
     int left = 0;
     int top = 0;
@@ -38,7 +37,7 @@ struct Painting {
 
     Pixel at(int x, int y) const { return pixels[static_cast<std::size_t>(y * width + x)]; }
 
-    /// The smallest box around all that is not white.
+    /// The smallest box that contains all pixels that are not white.
     Box ink() const {
         Box box{width, height, 0, 0};
         for (int y = 0; y < height; ++y) {
@@ -52,10 +51,10 @@ struct Painting {
     }
 };
 
-/// The tree as it is seen on white, in so many points, with `scale` pixels to the point.
+/// Paints the tree on white: `width` × `height` points, `scale` pixels per point.
 Painting painted(platform::View& view, int width, int height, int scale);
 
-/// Adds the font in that file to those of the device, for this process.
+/// Adds the font in a file to the device's fonts, in this process.
 void addFont(const std::string& path);
 void removeAddedFonts();
 

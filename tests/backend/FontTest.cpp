@@ -15,7 +15,7 @@ namespace {
 
 using FontTest = AppTest;
 
-/// The family and the style that a name finds.
+/// The family and style found for a name.
 std::string found(std::string_view name) {
     const auto font = Font::named(name, 12);
     return font ? font->family() + '/' + font->style() : "absent";
@@ -50,7 +50,7 @@ TEST_F(FontTest, HasAnInstalledFontOfTheSystem) {
 }
 
 TEST_F(FontTest, HearsOfFontsThatComeAndGo) {
-    // An installed font under another name of the same length.
+    // Copies an installed font under another name of the same length.
     std::ifstream file("/usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf");
     std::string font(std::istreambuf_iterator<char>(file), {});
     const auto rename = [&font](std::string_view from, std::string_view to) {

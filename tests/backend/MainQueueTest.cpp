@@ -17,7 +17,7 @@ namespace {
 
 using MainQueueTest = AppTest;
 
-/// Something that blocks hold; tells on which thread it was destroyed.
+/// An object that blocks hold. It records the thread on which it is destroyed.
 class Held {
  public:
     std::function<void()> block() {
@@ -64,7 +64,7 @@ TEST_F(MainQueueTest, RunsBlocksLaterInOrderAndInNestedEventLoops) {
         EXPECT_TRUE(MainQueue::main()->isRunningBlock());
         ran.push_back(4);
     });
-    // This one waits already when the other begins its event loop.
+    // This block is already queued when the other starts its event loop.
     MainQueue::main()->async([&] {
         ran.push_back(2);
         MainQueue::main()->async([&] {
@@ -90,7 +90,7 @@ TEST_F(MainQueueTest, GivesUpReferencesOnItsThread) {
     EXPECT_TRUE(elsewhere.isDestroyedHere());
 }
 
-// How applications start and end, each in a process of its own.
+// Starts and ends of applications, each in a process of its own.
 
 void expectInItsOwnProcess(void (*test)()) {
     const auto run = [test] {

@@ -86,7 +86,7 @@ TEST_F(TextLayoutTest, LaysOutTheBeginningOfATextThatIsTooLong) {
         EXPECT_EQ(lines(repeated(letter), 0), 100) << letter;
     const auto width = [&](const std::string& text) { return measure(text, 1e6).width; };
     EXPECT_EQ(width(repeated("a")), width(std::string(2048, 'a')));
-    // The last one would be cut in half.
+    // The last face would be cut in half.
     std::string faces = "a";
     for (int i = 0; i < 1023; ++i)
         faces += "😀";

@@ -33,7 +33,7 @@ int blue(Pixel pixel) {
     return pixel & 0xFF;
 }
 
-/// Each column in the colour that `color` gives it.
+/// A picture whose columns have the colours that `color` returns.
 template <class ColorOf>
 std::shared_ptr<const Image> picture(int width, int height, ColorOf color) {
     auto pixels = std::make_unique<Pixel[]>(static_cast<std::size_t>(width * height));
@@ -123,7 +123,7 @@ TEST_F(ViewPainterTest, PaintsPicturesOfAnyWidthAndWhatComesBehindThem) {
 }
 
 TEST_F(ViewPainterTest, AveragesThePixelsOfReducedPictures) {
-    // Green with one column in eight, the first, blue.
+    // The first of every eight columns is blue, the others are green.
     const auto view = ImageView::create(
         picture(800, 400, [](int x) { return x % 8 == 0 ? kBluePixel : kGreenPixel; }));
     view->setFrame({{0, 0}, {100, 50}});

@@ -3,7 +3,7 @@
 
 int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
-    // Death tests start in a process of their own, in which nothing has been used yet.
+    // Death tests start in a fresh process, in which nothing is initialised yet.
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     return RUN_ALL_TESTS();
 }

@@ -16,13 +16,13 @@ struct Promise {
     std::string events;
 };
 
-/// The promises for all faults but those that are large beyond all limits.
+/// The promises for all faults except those that exceed every limit.
 std::vector<Promise> promises();
 
-/// The rows of the page's tables of that name, as cells, without the headings.
+/// The rows of the page's tables between the markers `table`, as cells, without headings.
 std::vector<std::vector<std::string>> rowsOf(const std::string& table);
 
-/// Whether nothing holds the view's ad but the view: the request for the picture has ended.
+/// Whether only the view holds its ad, which means that the request for the picture has ended.
 bool hasItsAdAlone(const VexmoraView& view);
 
 }  // namespace VexmoraSDK

@@ -22,7 +22,7 @@ class OutcomesTest : public testing::Test {
 
     static bool isStop(const Promise& promise) { return promise.events == "stop"; }
 
-    /// Whether only a limit of time ends the request.
+    /// Whether only a timeout ends the request.
     static bool isEndless(const Promise& promise) {
         return promise.container.find("stall") != std::string::npos ||
                promise.container.find("dribble") != std::string::npos;

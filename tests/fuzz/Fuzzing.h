@@ -10,7 +10,7 @@
 
 namespace VexmoraSDK {
 
-/// Thrown by a fatal stop, which is no finding.
+/// Thrown by a fatal stop, which does not count as a finding.
 struct FatalStop {};
 
 /// Reports a finding unless `promise` holds; the fuzzer then keeps the input.

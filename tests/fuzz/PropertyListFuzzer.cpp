@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Reads property lists; what was read must be the same after it was written and read again.
+// Reads property lists, writes them and reads them again. Both results must be equal.
 #include "VexmoraSDK/platform/foundation/Coder.h"
 #include "VexmoraSDK/platform/foundation/PropertyList.h"
 #include "tests/fuzz/Fuzzing.h"

@@ -198,7 +198,7 @@ Data gif(bool isInterlaced, bool isTransparent) {
         require(EGifPutExtension(gif, GRAPHICS_EXT_FUNC_CODE, 4, block) == GIF_OK);
     }
     require(EGifPutImageDesc(gif, 0, 0, kWidth, kHeight, isInterlaced, nullptr) == GIF_OK);
-    // An interlaced picture is written in the order in which its lines are.
+    // The rows of an interlaced picture are written in the order of its passes.
     for (int y = 0; y < kHeight; ++y) {
         GifPixelType line[kWidth];
         for (int x = 0; x < kWidth; ++x)

@@ -17,7 +17,7 @@ using VexmoraSDK::VexmoraScreenItem;
 
 namespace {
 
-/// A window on a real display, with a mouse that somebody else moves.
+/// A window on a real display, whose mouse another program moves.
 class WindowTest : public AppTest {
  protected:
     VexmoraAdItem* addDrawn(const QByteArray& properties) {

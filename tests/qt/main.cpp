@@ -6,8 +6,7 @@
 
 namespace {
 
-// Beside each other, the first with one pixel to the point, the second with two, the third with
-// three.
+// Three screens side by side, with one, two and three pixels per point.
 constexpr auto kScreens = R"({"screens": [
     {"name": "1", "x": 0, "y": 0, "width": 800, "height": 600,
      "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1},
@@ -20,7 +19,7 @@ constexpr auto kScreens = R"({"screens": [
 
 int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
-    // Death tests start in a process of their own, in which nothing has been used yet.
+    // Death tests start in a fresh process, in which nothing is initialised yet.
     GTEST_FLAG_SET(death_test_style, "threadsafe");
 
     QTemporaryFile screens;

@@ -25,7 +25,7 @@ constexpr std::uint32_t kBlue = 0xFF0000FF;
 constexpr std::uint32_t kWhite = 0xFFFFFFFF;
 
 int allocations = 0;
-/// Of the main thread only: the threads of the library may still be putting a connection away.
+/// Counts the main thread only, because the library's threads may still be closing a connection.
 thread_local bool countsAllocations = false;
 
 int uploads = 0;
@@ -62,7 +62,7 @@ class SdlTest : public testing::Test {
             SDL_RenderClear(renderer.get());
         }
 
-        /// Of a pixel of the output.
+        /// The colour of a pixel of the output.
         std::uint32_t colorAt(int x, int y) const {
             std::uint32_t color = 0;
             const SDL_Rect pixel = {x, y, 1, 1};
@@ -526,7 +526,7 @@ int SDL_LockTexture(SDL_Texture* texture, const SDL_Rect* rect, void** pixels, i
 
 // AddressSanitizer has operators of its own.
 #ifndef __SANITIZE_ADDRESS__
-// They are a pair, which the compiler does not see.
+// The two operators match, which the compiler does not see.
 #pragma GCC diagnostic ignored "-Wmismatched-new-delete"
 void* operator new(std::size_t size) {
     if (countsAllocations) ++allocations;

@@ -21,13 +21,13 @@ class AdRun {
         Random& random, unsigned faultyPercent,
         EventRecorder::Listener listener = [](const std::string&) {});
 
-    /// Releases the view at some moment: once all has come that can come or, for one view in four,
-    /// at any time. It does so on this thread or on another.
+    /// Releases the view at some moment: after its last event or, for one view in four, at any
+    /// time. It does so on this thread or on another.
     void maybeRelease(Random& random);
 
-    /// Whether the view is destroyed, and whatever kept it alive is gone.
+    /// Whether the view and everything that kept it alive are destroyed.
     bool isOver() const { return delegate_.expired(); }
-    /// Whether the events were as promised. Only for a run that is over.
+    /// Whether the events were as promised. Call it after the run is over.
     bool isRight() const;
     bool isFaulty() const { return faulty_; }
     /// Whether the view was released before its picture came.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Shows ads from the server whose request template is given, which may go away and come back at any
-// moment, and counts what becomes of each.
+// Shows ads from the server of the given request template, which may stop and restart at any
+// moment, and counts the outcomes.
 #include <cstdio>
 #include <cstdlib>
 #include <list>
@@ -24,7 +24,7 @@ struct Slot {
         : view(VexmoraViewFactory::createView("soak", static_cast<VexmoraViewType>(1 + number % 3),
                                               recorder->delegate())) {}
 
-    /// Whether nothing more is to come: an ad or an error was told, or the picture did not come.
+    /// Whether no further event can come: an ad or an error was reported, or the picture failed.
     bool hasEnded() const { return recorder->events() != "nothing" || hasItsAdAlone(*view); }
 
     std::shared_ptr<EventRecorder> recorder = std::make_shared<EventRecorder>();

@@ -30,7 +30,7 @@ constexpr long kMaxHeapGrowth = 1 << 20;
     std::exit(1);
 }
 
-/// What the process holds.
+/// The resources of the process.
 struct Holdings {
     long heap = 0;
     long sockets = 0;

@@ -7,7 +7,7 @@
 
 using namespace VexmoraSDK;
 
-// Ends when the ad is there.
+// Exits when the ad is there.
 int main(int argc, char** argv) {
     QGuiApplication app(argc, argv);
     if (!platform::useEmbeddedResources()) return EXIT_FAILURE;

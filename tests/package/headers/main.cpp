@@ -23,8 +23,7 @@
 using namespace VexmoraSDK;
 using namespace VexmoraSDK::platform;
 
-// Each class of the installed headers, used from outside of the library, which must export what
-// that takes. It needs no more than to link.
+// Uses every class of the installed headers, so that linking fails if one is not exported.
 
 void use(auto member) {
     std::cout << (member != nullptr);
@@ -36,7 +35,7 @@ void useTypes() {
 }
 
 int main() {
-    // Members of their own they have only inline ones.
+    // These have only inline members.
     useTypes<AdProtocol, AdImageProtocol, ImageAd, InternalAdView, Notification, View,
              ViewController, VexmoraView, Window>();
     use(&Object::perform);

@@ -2,7 +2,7 @@
 #include <QtGui/QGuiApplication>
 #include <QtQml/QQmlApplicationEngine>
 
-// Shows the QML file that is named, which ends the app.
+// Shows the QML file named on the command line, which quits the app.
 int main(int argc, char** argv) {
     QGuiApplication app(argc, argv);
     QQmlApplicationEngine engine(QUrl::fromLocalFile(app.arguments().at(1)));

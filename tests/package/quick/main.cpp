@@ -8,7 +8,7 @@
 
 using namespace VexmoraSDK;
 
-// Ends when the ad is there: well when it is as large as it should be.
+// Exits when the ad is there, with 0 if it has the right size.
 int main(int argc, char** argv) {
     QGuiApplication app(argc, argv);
     QQuickWindow window;

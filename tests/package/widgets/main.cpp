@@ -7,7 +7,7 @@
 
 using namespace VexmoraSDK;
 
-// Ends when the ad is there: well when it is painted.
+// Exits when the ad is there, with 0 if it is painted.
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     VexmoraWidget banner;

@@ -22,7 +22,7 @@ QImage readByQt(const Data& data) {
     return reader.read().convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
 
-/// The furthest that any channel of any pixel is from another picture's.
+/// The largest difference between two pictures in any channel of any pixel.
 int difference(const QImage& one, const QImage& other) {
     if (one.size() != other.size()) return 256;
     int most = 0;

@@ -64,7 +64,7 @@ TEST_P(AdPresenterTest, PaintsTheViewSharplyInItsPlaceOnEveryScreen) {
 }
 
 TEST_P(AdPresenterTest, ShowsAPictureOfTwiceTheSizePixelForPixelOnEveryScreenOfTwoPixelsAPoint) {
-    // Columns of black and white, in the 380 × 100 points of the presenter.
+    // Black and white columns in the presenter's 380 × 100 points.
     constexpr int kWidth = 760;
     constexpr int kHeight = 200;
     auto pixels = std::make_unique<std::uint32_t[]>(kWidth * kHeight);

@@ -11,7 +11,7 @@
 
 namespace VexmoraSDK {
 
-/// A host with presenters of each kind, and a delegate that remembers what it hears.
+/// A host with presenters of each kind, and a delegate that records its calls.
 class PresenterTest : public AppTest,
                       public testing::WithParamInterface<std::unique_ptr<Presenters> (*)()> {
  protected:
@@ -41,7 +41,7 @@ class PresenterTest : public AppTest,
     }
     void type(Qt::Key key) { QTest::keyClick(app_->window(), key); }
 
-    /// A click before which and during which nothing else is done on the main thread.
+    /// Clicks without running anything else on the main thread.
     void clickAtOnce(QPointF point) {
         for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
             const auto held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;

@@ -14,8 +14,8 @@
 
 namespace VexmoraSDK {
 
-/// A white window of 400 × 300 with a large button, which has the keyboard, and what presents ads
-/// in front of it. `Quick` and `Widgets` are the same to a user.
+/// A white window of 400 × 300 with a large focused button, and presenters of ads in front of it.
+/// To a user `Quick` and `Widgets` look the same.
 class Presenters {
  public:
     using View = std::shared_ptr<VexmoraView>;
@@ -28,15 +28,15 @@ class Presenters {
     virtual QObject* addAd(View view) = 0;
     virtual void setView(QObject* ad, View view) = 0;
     virtual QSizeF sizeOf(QObject* ad) = 0;
-    /// The slot of an ad that its own properties ask for.
+    /// The slot of an ad that requests by its own properties.
     virtual AdSlot* slotOf(QObject* ad) = 0;
-    /// From now on `hear` is called with the name of every signal of the ad's.
+    /// Calls `hear` with the name of each signal that the ad emits.
     virtual void listen(QObject* ad, std::function<void(const char*)> hear) = 0;
     virtual void moveAd(QObject* ad, QPoint to) = 0;
-    /// Lays something opaque over the right half of the window, or takes it away.
+    /// Covers the right half of the window with something opaque, or uncovers it.
     virtual void cover(bool covers) = 0;
 
-    /// The screen that interstitial ads are presented on; there is one at first.
+    /// The screen that presents interstitial ads.
     virtual QObject* screen() = 0;
     virtual void addScreen() = 0;
     virtual bool present(View view) = 0;
@@ -47,11 +47,11 @@ class Presenters {
 
     virtual QWindow* window() = 0;
     virtual void resize(QSize size) = 0;
-    /// From now on all is laid out from right to left.
+    /// Switches to right-to-left layout.
     virtual void mirror() = 0;
-    /// From now on so many pixels are a point.
+    /// Sets the number of pixels per point.
     virtual void setScale(int scale) = 0;
-    /// The colour that is seen at a point of the window.
+    /// The visible colour at a point of the window.
     virtual QColor colorAt(double x, double y) = 0;
     virtual QObject* focused() = 0;
 
@@ -70,7 +70,7 @@ class Presenters {
         on(&Ad::didDismissScreen, "didDismissScreen");
     }
 
-    /// How often the button was clicked, and how often the host's shortcut for Escape was typed.
+    /// The number of clicks on the button, and of uses of the host's shortcut for Escape.
     virtual int clicks() = 0;
     virtual int escapes() = 0;
     /// The kinds of input that reached the button since the last call.

@@ -15,7 +15,7 @@ using namespace VexmoraSDK;
 
 namespace {
 
-/// Stops what moves as long as it lives.
+/// Stops animations while it lives.
 class HeldAnimations : public QAnimationDriver {
  public:
     HeldAnimations() { install(); }
@@ -41,7 +41,7 @@ class ScreenPresenterTest : public PresenterTest {
         EXPECT_EQ(colorAt(340, 270), Qt::blue);
     }
 
-    /// Input of every kind, but for clicks of the left button.
+    /// Sends input of every kind except left clicks.
     void inputAll() {
         click({200, 150}, Qt::RightButton);
         const QPointF there = app_->window()->mapToGlobal(QPointF(200, 150));
@@ -108,7 +108,7 @@ TEST_P(ScreenPresenterTest, TakesAllInputAndHandsTheAdNoTapButOnItsCloseButton) 
     EXPECT_THAT(app_->inputs(), IsEmpty());
     EXPECT_TRUE(app_->isPresenting());
 
-    // Nor does what shows it in place.
+    // The item or widget of the interstitial ignores presses too.
     type(Qt::Key_Escape);
     ASSERT_TRUE(waitToHear("did dismiss"));
     auto* inPlace = app_->addAd(ad_);

@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// An ad that an item or a widget asks for by itself, and whose clock is the test's.
+/// An ad that an item or widget requests by itself, on the test's clock.
 class SlotPresenterTest : public PresenterTest {
  protected:
     SlotPresenterTest() { add(); }
@@ -63,16 +63,16 @@ class SlotPresenterTest : public PresenterTest {
     }
 
     RecordingOpener opener_;
-    /// The presenter, which reads it, outlives the test.
+    /// Shared, because the presenter outlives the test.
     const std::shared_ptr<AdSlot::Time> now_ = std::make_shared<AdSlot::Time>(1000h);
     QPointer<QObject> ad_;
-    /// The ad is destroyed when this is heard.
+    /// The ad is destroyed at this event.
     std::string lastWord_;
 };
 
 INSTANTIATE_TEST_SUITE_P(Of, SlotPresenterTest, kToolkits, nameOf);
 
-TEST_P(SlotPresenterTest, KeepsItsPlaceAndTellsHowFarItIs) {
+TEST_P(SlotPresenterTest, KeepsItsPlaceAndReportsItsStatus) {
     ask("home", "320x60");
     EXPECT_EQ(app_->sizeOf(ad_), QSizeF(320, 60));
     EXPECT_EQ(property("status").toInt(), 1);
@@ -97,11 +97,11 @@ TEST_P(SlotPresenterTest, KeepsItsPlaceAndTellsHowFarItIs) {
     EXPECT_EQ(property("errorString").toString(), QLatin1String("ParsingError"));
 }
 
-TEST_P(SlotPresenterTest, FitsTheAdIntoItsPlaceWhenItIsTold) {
+TEST_P(SlotPresenterTest, FitsTheAdIntoItsPlaceOnRequest) {
     ad_->setProperty("fillMode", 1);
     askAndWait("home", "320x60");
     EXPECT_EQ(app_->sizeOf(ad_), QSizeF(320, 60));
-    // 380 × 100 in all: 71 high, below the middle of what is left.
+    // In 380 × 100 points the ad is 71 high and vertically centred.
     EXPECT_EQ(colorAt(12, 20 + 10), Qt::white);
     EXPECT_EQ(colorAt(12, 20 + 18), Qt::red);
     EXPECT_EQ(colorAt(388, 20 + 80), Qt::blue);
@@ -155,7 +155,7 @@ TEST_P(SlotPresenterTest, IsNotAskedForAnewInTheBackground) {
     EXPECT_TRUE(waitToHear("didReceiveAd"));
 }
 
-TEST_P(SlotPresenterTest, WakesTheAppForNothingWhileNothingChanges) {
+TEST_P(SlotPresenterTest, DoesNotWakeTheAppWhileNothingChanges) {
     for (int i = 0; i < 10; ++i) {
         if (i > 0) add();
         askAndWait("home", "320x60");
@@ -173,8 +173,8 @@ TEST_P(SlotPresenterTest, WakesTheAppForNothingWhileNothingChanges) {
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, &work,
                      [&work] { ++work.wakes; });
     qGuiApp->installEventFilter(&work);
-    // The last frames, and what the ads look at after them, come first. Timers of several ads may
-    // go off in one wake-up; one is the test's own.
+    // The last frames and the visibility checks after them must have ended. Timers of several ads
+    // may go off in one wake-up; one is the test's own.
     EXPECT_TRUE(App::waitFor([&work] {
         work.wakes = work.timers = 0;
         QEventLoop loop;
@@ -184,7 +184,7 @@ TEST_P(SlotPresenterTest, WakesTheAppForNothingWhileNothingChanges) {
     }));
 }
 
-TEST_P(SlotPresenterTest, IsReadAndOpenedWithoutAFinger) {
+TEST_P(SlotPresenterTest, SupportsKeyboardAndScreenReaders) {
     ad_->setProperty("containerId", QLatin1String("home"));
     ad_->setProperty("adType", 1);
     ASSERT_TRUE(waitToHear("didReceiveAd"));

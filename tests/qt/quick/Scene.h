@@ -24,7 +24,7 @@ class Scene {
         EXPECT_TRUE(App::waitFor([&] { return window_.isExposed(); }));
     }
 
-    /// Adds what the text says, of the class that is expected.
+    /// Adds the item that a QML text describes; it must be an `Item`.
     template <class Item = QQuickItem>
     Item* add(const QByteArray& qml) {
         QQmlComponent component(&engine_);
@@ -40,14 +40,14 @@ class Scene {
         item->setParentItem(window_.contentItem());
     }
 
-    /// The colour that is seen at a point of the window.
+    /// The visible colour at a point of the window.
     QColor colorAt(double x, double y) {
         const QImage picture = window_.grabWindow();
         const double scale = picture.width() / double(window_.width());
         return picture.pixelColor(int(x * scale), int(y * scale));
     }
 
-    /// Waits for a frame: with it arrive the moves of fingers.
+    /// Waits for a frame, which delivers the movements of fingers.
     void renderFrame() {
         bool rendered = false;
         QObject context;

@@ -41,7 +41,7 @@ class VexmoraAdItemTest : public AppTest {
         return ad;
     }
 
-    /// An ad that is drawn, with nothing heard but that.
+    /// Adds an ad and waits until it is drawn. No other event may come.
     VexmoraAdItem* addDrawn() {
         heard();
         auto* ad = add("containerId: 'home'; adSize: '320x60'");
@@ -67,13 +67,14 @@ class VexmoraAdItemTest : public AppTest {
         });
     }
 
-    /// Whether something was heard since the last call, once the taps under way have arrived.
+    /// Whether an event came since the last call. Delivers pending taps first.
     bool wasTapped() {
         App::runQueuedBlocks();
         return !heard().empty();
     }
 
-    /// What the server was asked since the test began that starts like this, once that is so much.
+    /// Waits for `count` requests since the test began whose targets begin with `start`, and
+    /// returns them.
     std::vector<std::string> requests(const std::string& start, std::size_t count) {
         std::vector<std::string> targets;
         EXPECT_TRUE(App::waitFor([&] {
@@ -167,7 +168,7 @@ TEST_F(VexmoraAdItemTest, IsTappedWhereItIsSeenHoweverTheSceneTurnsAndScalesIt) 
     ad->setPosition({200, 100});
     ad->setRotation(90);
     ad->setScale(0.5);
-    // 30 points wide to the left of the place, and 160 high.
+    // The ad is 30 points wide, at the left of its place, and 160 high.
     EXPECT_EQ(scene_.colorAt(196, 104), Qt::red);
     EXPECT_EQ(scene_.colorAt(174, 256), Qt::blue);
     EXPECT_EQ(scene_.colorAt(204, 104), Qt::white);
