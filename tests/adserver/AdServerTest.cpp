@@ -60,7 +60,7 @@ TEST_F(AdServerTest, ServesTheAdsOfAPlacementInTurn) {
     EXPECT_TRUE(ads("home-bottom", "14").empty()) << "of a type that the placement has not";
 }
 
-TEST_F(AdServerTest, ServesOtherContainersTheFirstAcceptedTypeThatThereIs) {
+TEST_F(AdServerTest, ServesOtherContainersTheFirstAcceptedTypeOfTheCatalogue) {
     EXPECT_EQ(ads("elsewhere", "79,15,14").at(0).at("adTypeId"), 15);
     EXPECT_EQ(ads("elsewhere", "14,15").at(0).at("adTypeId"), 14);
     EXPECT_FALSE(text(ads("elsewhere", "1").at(0), "description").empty());
@@ -68,7 +68,7 @@ TEST_F(AdServerTest, ServesOtherContainersTheFirstAcceptedTypeThatThereIs) {
     EXPECT_TRUE(ads("elsewhere", "").empty());
 }
 
-TEST_F(AdServerTest, ServesPicturesOfTwiceTheSizeToThePlacementsThatListThemAlone) {
+TEST_F(AdServerTest, ServesPicturesOfTwiceTheSizeOnlyToPlacementsThatListThem) {
     const auto isSharp = [&](const json::value& ad) {
         return picture(ad).find("-640x120") != std::string::npos;
     };
@@ -77,7 +77,7 @@ TEST_F(AdServerTest, ServesPicturesOfTwiceTheSizeToThePlacementsThatListThemAlon
         EXPECT_FALSE(isSharp(ads("elsewhere").at(0)));
 }
 
-TEST_F(AdServerTest, TellsUnknownFaultsAndPlacements) {
+TEST_F(AdServerTest, WarnsOfUnknownFaultsAndPlacements) {
     std::vector<std::string> warnings;
     const AdServer::Options options{.onAnswer = [&](const AdServer::Answer& answer) {
         warnings.push_back(answer.outcome.substr(0, 6) + ", " + answer.warning);
@@ -114,7 +114,7 @@ TEST_F(AdServerTest, ServesThePictureAndTheLandingPageOfEveryAd) {
     EXPECT_EQ(formats.size(), beginnings.size());
 }
 
-TEST_F(AdServerTest, LetsClientsKeepPicturesAndNoAds) {
+TEST_F(AdServerTest, LetsClientsCachePicturesButNoAds) {
     EXPECT_EQ(ask("home-bottom")->get_header_value("Cache-Control"), "no-store");
     const auto path = picture(ads("home-bottom").at(0)).substr(server_->address().size());
     const auto first = client_.Get(path);
@@ -164,7 +164,7 @@ TEST(StalledRequestsTest, StallUntilTheServerEndsAndDelayNoOthers) {
         EXPECT_EQ(request.wait_for(std::chrono::seconds(0)), std::future_status::timeout);
 }
 
-TEST_F(AdServerTest, TakesNoPortThatAnotherServerHas) {
+TEST_F(AdServerTest, RefusesAPortInUse) {
     const AdServer second(Catalog::load(), {.port = server_->port()});
     EXPECT_EQ(second.port(), 0);
     EXPECT_EQ(ask("home-bottom")->status, 200);

@@ -55,7 +55,7 @@ TEST_F(CatalogTest, NamesTheLineThatIsNotJson) {
     EXPECT_EQ(mistakesIn(""), "1: expected more: the JSON text breaks off here");
 }
 
-TEST_F(CatalogTest, NamesTheLineThePlaceAndWhatWasExpectedThere) {
+TEST_F(CatalogTest, NamesTheLineTheMemberAndWhatWasExpected) {
     const std::string good = "\"adTypeId\": 77, \"clickUrl\": \"/t\", \"picture\": \"tea.png\"";
     const struct {
         std::string members;
@@ -140,7 +140,7 @@ TEST_F(CatalogTest, WarnsOfWhatWouldStopAnAppOrLookWrong) {
     EXPECT_TRUE(Catalog::load().warnings.empty());
 }
 
-TEST_F(CatalogTest, RefusesWhatIsNoReadableFile) {
+TEST_F(CatalogTest, RefusesUnreadableFiles) {
     for (const std::string& file : {std::string("/nowhere/catalog.json"), folder_.string()}) {
         EXPECT_EQ(mistakesOf(file), file + ": expected a readable file");
     }

@@ -39,7 +39,7 @@ class ProgramTest : public testing::Test {
     const fs::path file_ = folder_ / "catalog.json";
 };
 
-TEST_F(ProgramTest, SaysWhatItIsAndWhatIsWrongWithItsOptions) {
+TEST_F(ProgramTest, PrintsHelpAndOptionErrors) {
     const struct {
         std::vector<std::string> options;
         int status;

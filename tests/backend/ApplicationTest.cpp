@@ -33,7 +33,7 @@ TEST_F(ApplicationTest, OpensAllowedAddressesByteForByteAndNoOthers) {
     EXPECT_THAT(opener_.opened(), IsEmpty());
 }
 
-TEST_F(ApplicationTest, DoesNotWaitForAnOpenerThatTakesItsTime) {
+TEST_F(ApplicationTest, DoesNotWaitForASlowOpener) {
     opener_.sleepUntilToldToGoOn();
     open("http://shop.test");
     opener_.goOn();

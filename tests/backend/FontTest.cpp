@@ -27,7 +27,7 @@ TEST_F(FontTest, FindsAnInstalledFamilyInItsStyles) {
     EXPECT_EQ(Font::named("Liberation Sans", 13.5)->size(), 13.5);
 }
 
-TEST_F(FontTest, HasAFamilyThatStandsInForHelveticaAndTakesObliqueAndItalicForTheSame) {
+TEST_F(FontTest, SubstitutesHelveticaAndTreatsObliqueAsItalic) {
     const std::string family = "(Helvetica|Nimbus Sans|Liberation Sans|Arial)/";
     EXPECT_THAT(found("Helvetica"), MatchesRegex(family));
     EXPECT_THAT(found("Helvetica-Bold"), MatchesRegex(family + "Bold"));
@@ -36,7 +36,7 @@ TEST_F(FontTest, HasAFamilyThatStandsInForHelveticaAndTakesObliqueAndItalicForTh
     EXPECT_EQ(found("Helvetica-BoldOblique"), found("Helvetica-BoldItalic"));
 }
 
-TEST_F(FontTest, IsAbsentForWhatIsNotInstalled) {
+TEST_F(FontTest, IsAbsentWhenNotInstalled) {
     for (const auto* name : {"No Such Family", "No Such Family-Bold", "Helvetica-NoSuchStyle",
                              "Helvetica-", "-Bold", "-", ""}) {
         EXPECT_EQ(found(name), "absent") << name;
@@ -49,7 +49,7 @@ TEST_F(FontTest, HasAnInstalledFontOfTheSystem) {
     EXPECT_EQ(font.size(), 12);
 }
 
-TEST_F(FontTest, HearsOfFontsThatComeAndGo) {
+TEST_F(FontTest, NoticesAddedAndRemovedFonts) {
     // Copies an installed font under another name of the same length.
     std::ifstream file("/usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf");
     std::string font(std::istreambuf_iterator<char>(file), {});

@@ -77,7 +77,7 @@ TEST_F(MainQueueTest, RunsBlocksLaterInOrderAndInNestedEventLoops) {
     EXPECT_THAT(ran, ElementsAre(1, 2, 3, 4));
 }
 
-TEST_F(MainQueueTest, GivesUpReferencesOnItsThread) {
+TEST_F(MainQueueTest, ReleasesReferencesOnItsThread) {
     Held here;
     MainQueue::release(std::make_shared<std::function<void()>>(here.block()));
     EXPECT_TRUE(here.isDestroyedHere());
@@ -100,7 +100,7 @@ void expectInItsOwnProcess(void (*test)()) {
     EXPECT_EXIT(run(), testing::ExitedWithCode(0), "");
 }
 
-TEST(MainQueueDeathTest, DropsWhatComesAfterTheOnlyApplication) {
+TEST(MainQueueDeathTest, DropsBlocksAfterTheOnlyApplication) {
     expectInItsOwnProcess([] {
         { const App app; }
         ASSERT_TRUE(MainQueue::main());

@@ -26,7 +26,7 @@ class TextLayoutTest : public AppTest {
 
 constexpr double kWide = 10000;
 
-TEST_F(TextLayoutTest, BreaksLinesWhereTheTextSaysSo) {
+TEST_F(TextLayoutTest, BreaksLinesAtSeparators) {
     for (const auto* text : {"a\nb", "a\r\nb", "a\rb", "a\u2028b", "a\u2029b", "a\n"})
         EXPECT_EQ(lines(text, kWide), 2) << text;
     const double title =
@@ -94,14 +94,14 @@ TEST_F(TextLayoutTest, LaysOutTheBeginningOfATextThatIsTooLong) {
     EXPECT_EQ(lines(repeated("\u0301", "e"), 0), 1);
 }
 
-TEST_F(TextLayoutTest, PrintsNothingOfScriptsThatTheFontLacks) {
+TEST_F(TextLayoutTest, PrintsNoWarningAboutScriptsThatTheFontLacks) {
     measure("Coffee", kWide);
     testing::internal::CaptureStderr();
     measure("क्षत्रिय कॉफ़ी", kWide);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
-TEST_F(TextLayoutTest, MeasuresInTheFontThatItIsGiven) {
+TEST_F(TextLayoutTest, MeasuresInTheGivenFont) {
     const auto widthIn = [](const char* font, double size) {
         return TextLayout("Coffee", Font::named(font, size).value(), kWide).size().width;
     };
@@ -137,7 +137,7 @@ TEST_F(TextLayoutTest, MeasuresTheSameOnEveryBackend) {
     }
 }
 
-TEST_F(TextLayoutTest, KnowsInWhichWidthsItsLinesStayWhereTheyAre) {
+TEST_F(TextLayoutTest, KnowsTheWidthsInWhichItsLinesStay) {
     const TextLayout fromTheLeft("Roasted at dawn, at your door by noon", font_, 100);
     const double fitted = fromTheLeft.size().width;
     EXPECT_LT(fitted, 100);

@@ -85,7 +85,7 @@ TEST_F(ViewPainterTest, PaintsSubviewsOverTheirSuperviewAtTheirFrames) {
     EXPECT_EQ(ink(), Box());
 }
 
-TEST_F(ViewPainterTest, MixesColorsThatAreSeenThroughAndRoundsCorners) {
+TEST_F(ViewPainterTest, BlendsTranslucentColorsAndRoundsCorners) {
     const auto view = addView({{0, 0}, {40, 40}}, {1, 0, 0, 0.5});
     EXPECT_NEAR(green(colorAt(20, 20)), 128, 2);
     view->setCornerRadius(20);
@@ -93,7 +93,7 @@ TEST_F(ViewPainterTest, MixesColorsThatAreSeenThroughAndRoundsCorners) {
     EXPECT_NEAR(green(colorAt(20, 20)), 128, 2);
 }
 
-TEST_F(ViewPainterTest, PaintsPicturesAsTheirModeSays) {
+TEST_F(ViewPainterTest, PaintsPicturesInTheirContentMode) {
     const auto view = ImageView::create(picture(20, 10, [](int) { return kRedPixel; }));
     root_->addSubview(view);
     EXPECT_EQ(ink(), (Box{0, 0, 20, 10}));

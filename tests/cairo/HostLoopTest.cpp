@@ -19,7 +19,7 @@ void post(std::function<void()> block) {
     MainQueue::main()->async(std::move(block));
 }
 
-TEST(HostLoopTest, RunsNoMoreThanFitsIntoItsBudgetAndSaysThatSomeAreLeft) {
+TEST(HostLoopTest, StopsAtItsBudgetAndReportsBlocksLeft) {
     int wakeUps = 0;
     HostLoop loop([&] { ++wakeUps; });
     EXPECT_FALSE(loop.run(microseconds(0)));

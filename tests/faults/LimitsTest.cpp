@@ -13,7 +13,7 @@ constexpr long kMemoryFactor = 100;
 constexpr long kMemoryFactor = 1;
 #endif
 
-TEST(LimitsTest, HoldWhateverTheServerSends) {
+TEST(LimitsTest, KeepMemoryBounded) {
     const auto rows = rowsOf("limits");
     EXPECT_FALSE(rows.empty());
     for (const auto& row : rows) {

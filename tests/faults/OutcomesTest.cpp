@@ -60,7 +60,7 @@ TEST_F(OutcomesTest, AreAsPromisedWhereTheResponseEnds) {
         promisesThat([](const Promise& each) { return !isStop(each) && !isEndless(each); }));
 }
 
-TEST_F(OutcomesTest, AreAsPromisedWhereALimitOfTimeEndsTheRequest) {
+TEST_F(OutcomesTest, AreAsPromisedWhereATimeoutEndsTheRequest) {
     limits_.connectTimeout = std::chrono::seconds(2);
     limits_.idleTimeout = std::chrono::seconds(2);
     limits_.totalTimeout = std::chrono::seconds(8);

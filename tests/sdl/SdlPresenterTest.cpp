@@ -261,7 +261,7 @@ TEST_F(SdlTest, LeavesToTheGameWhatIsDoneWhereNoAdIsSeenAnyMore) {
     EXPECT_THAT(heard_, IsEmpty());
 }
 
-TEST_F(SdlTest, DrawsAgainWhatTheDeviceHasLostAndStopsWhileTheWindowIsHidden) {
+TEST_F(SdlTest, RedrawsLostTexturesAndPausesWhileTheWindowIsHidden) {
     const Window window;
     AdSlot slot(delegate());
     load(slot, "320x60");
@@ -372,7 +372,7 @@ TEST_F(SdlTest, MayBeDestroyedFromInsideOfEveryOperation) {
     opener_.opened();
 }
 
-TEST_F(SdlTest, DoesNothingInAFrameInWhichNothingChanges) {
+TEST_F(SdlTest, DoesNothingInUnchangedFrames) {
     const Window window;
     AdSlot slot(delegate());
     load(slot, "320x60");
@@ -431,7 +431,7 @@ class SdlScreenTest : public SdlTest {
     VexmoraSdlScreen screen_{window_.renderer.get(), slot_};
 };
 
-TEST_F(SdlScreenTest, MovesInAndOutByTheTimeThatItIsGiven) {
+TEST_F(SdlScreenTest, MovesInAndOutByTheGivenTime) {
     EXPECT_FALSE(press(SDLK_ESCAPE)) << "it presents nothing";
     ASSERT_TRUE(screen_.present());
     EXPECT_FALSE(screen_.present());
@@ -504,7 +504,7 @@ TEST_F(SdlScreenTest, FollowsTheWindowAndKeepsTheCloseButtonClearOfItsEdges) {
     EXPECT_THAT(heard_, ElementsAre("will dismiss"));
 }
 
-TEST_F(SdlScreenTest, RefusesWhatIsNoInterstitial) {
+TEST_F(SdlScreenTest, RefusesOtherAdsThanInterstitials) {
     AdSlot banner(delegate());
     VexmoraSdlScreen screen(window_.renderer.get(), banner);
     EXPECT_FALSE(screen.present());

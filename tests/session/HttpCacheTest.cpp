@@ -135,7 +135,7 @@ TEST_F(HttpCacheTest, CountsBeyond32BitsAndTheYear2038) {
                  kNoon);
 }
 
-TEST_F(HttpCacheTest, KeepsNoAnswerThatMayNotBeKeptAndForgetsTheOneBefore) {
+TEST_F(HttpCacheTest, StoresNoResponseThatIsNotStorableAndDropsThePreviousOne) {
     const CachePolicy cases[] = {
         {.cacheControl = "no-store, max-age=60", .etag = kOne},
         {.cacheControl = "max-age=60,NO-STORE", .etag = kOne},

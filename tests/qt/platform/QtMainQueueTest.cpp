@@ -16,7 +16,7 @@ namespace {
 
 using QtMainQueueTest = VexmoraSDK::AppTest;
 
-TEST_F(QtMainQueueTest, LeavesTheEventLoopItsTurnHoweverManyBlocksThereAre) {
+TEST_F(QtMainQueueTest, LetsTheEventLoopRunBetweenManyBlocks) {
     bool over = false;
     std::function<void()> again = [&] {
         if (!over) MainQueue::main()->async(again);

@@ -63,7 +63,7 @@ TEST_P(AdPresenterTest, PaintsTheViewSharplyInItsPlaceOnEveryScreen) {
     EXPECT_EQ(colorAt(60.5, 50), Qt::blue);
 }
 
-TEST_P(AdPresenterTest, ShowsAPictureOfTwiceTheSizePixelForPixelOnEveryScreenOfTwoPixelsAPoint) {
+TEST_P(AdPresenterTest, ShowsAPictureOfTwiceTheSizePixelForPixelOnScreensOfTwoPixelsPerPoint) {
     // Black and white columns in the presenter's 380 × 100 points.
     constexpr int kWidth = 760;
     constexpr int kHeight = 200;
@@ -81,7 +81,7 @@ TEST_P(AdPresenterTest, ShowsAPictureOfTwiceTheSizePixelForPixelOnEveryScreenOfT
     EXPECT_EQ(colorAt(389.5, 119.5), Qt::white);
 }
 
-TEST_P(AdPresenterTest, LiesAtTheRightOfWhatIsReadFromRightToLeft) {
+TEST_P(AdPresenterTest, LiesAtTheRightInRightToLeftLayouts) {
     app_->addAd(plain({{0, 0}, {100, 60}}, kRed));
     EXPECT_EQ(colorAt(12, 22), Qt::red);
     app_->mirror();
@@ -147,7 +147,7 @@ TEST_P(AdPresenterTest, OpensTheAddressWhenItIsTappedAndNotWhenItIsDragged) {
     EXPECT_THAT(opener_.opened(), ElementsAre(address_));
 }
 
-TEST_P(AdPresenterTest, DropsATapWhenTheAdIsDisabledOrReplacedMeanwhile) {
+TEST_P(AdPresenterTest, DropsAQueuedTapIfTheAdIsDisabledOrReplaced) {
     const auto next = createView("home", "320x60");
     ASSERT_TRUE(waitToHear("received"));
     auto* ad = addDrawn();
@@ -171,7 +171,7 @@ TEST_P(AdPresenterTest, DropsATapWhenTheAdIsDisabledOrReplacedMeanwhile) {
     EXPECT_THAT(heard(), IsEmpty());
 }
 
-TEST_P(AdPresenterTest, AsksForABoundedSizeHoweverLargeThePictureIs) {
+TEST_P(AdPresenterTest, BoundsItsSizeHoweverLargeThePictureIs) {
     const auto view = plain({{0, 0}, {1, 1'000'000}}, kRed);
     auto* ad = app_->addAd(view);
     EXPECT_EQ(app_->sizeOf(ad), QSizeF(1, 4096));
@@ -179,7 +179,7 @@ TEST_P(AdPresenterTest, AsksForABoundedSizeHoweverLargeThePictureIs) {
     EXPECT_EQ(app_->sizeOf(ad), QSizeF(4096, 1));
 }
 
-TEST_P(AdPresenterTest, MayBeDestroyedFromInsideOfTheOperationsOfTheDelegate) {
+TEST_P(AdPresenterTest, MayBeDestroyedInsideItsDelegate) {
     for (const char* container : {"home", "nothing"}) {
         QPointer<QObject> ad = add(container);
         events_->reactOnce([ad] { delete ad.data(); });
@@ -193,7 +193,7 @@ TEST_P(AdPresenterTest, MayBeDestroyedFromInsideOfTheOperationsOfTheDelegate) {
     EXPECT_THAT(opener_.opened(), ElementsAre(address_));
 }
 
-TEST_P(AdPresenterTest, MayBeDestroyedWhileItsRequestsFly) {
+TEST_P(AdPresenterTest, MayBeDestroyedWithRequestsInFlight) {
     for (const char* container :
          {"fault-picture-no-store", "fault-slow", "fault-cut-short", "fault-picture-slow"}) {
         const auto sent = server_.requests().size();

@@ -64,7 +64,7 @@ class ScreenPresenterTest : public PresenterTest {
 
 INSTANTIATE_TEST_SUITE_P(Of, ScreenPresenterTest, kToolkits, nameOf);
 
-TEST_P(ScreenPresenterTest, PresentsTheAdInItsMiddleAndTakesItAwayWhenItIsClosed) {
+TEST_P(ScreenPresenterTest, PresentsTheAdCentredAndRemovesItWhenClosed) {
     EXPECT_FALSE(app_->present(nullptr));
     EXPECT_FALSE(app_->present(VexmoraViewFactory::createView("home", "320x60", nullptr)));
     present();
@@ -95,7 +95,7 @@ TEST_P(ScreenPresenterTest, ShowsAWhiteCrossToCloseTheAdWith) {
         EXPECT_LT(lightness(dx, dy), 40) << dx << ' ' << dy;
 }
 
-TEST_P(ScreenPresenterTest, TakesAllInputAndHandsTheAdNoTapButOnItsCloseButton) {
+TEST_P(ScreenPresenterTest, BlocksInputAndPassesOnTapsOnTheCloseButtonOnly) {
     inputAll();
     EXPECT_THAT(app_->inputs(),
                 UnorderedElementsAre(QEvent::MouseButtonPress, QEvent::Wheel, QEvent::TouchBegin,
@@ -182,7 +182,7 @@ TEST_P(ScreenPresenterTest, GivesTheKeyboardAndScreenReadersACloseButtonThatStay
     EXPECT_TRUE(waitToHear("did dismiss"));
 }
 
-TEST_P(ScreenPresenterTest, HasTheCloseButtonAtTheLeftOfWhatIsReadFromRightToLeft) {
+TEST_P(ScreenPresenterTest, PutsTheCloseButtonAtTheLeftInRightToLeftLayouts) {
     app_->setInsets(40, 10);
     present();
     app_->mirror();
@@ -218,7 +218,7 @@ TEST_P(ScreenPresenterTest, SpeaksTheLanguageThatTheAppChangesTo) {
     EXPECT_TRUE(waitToBeNamed("Advertisement", "Close advertisement"));
 }
 
-TEST_P(ScreenPresenterTest, FinishesTheDismissalWhenItIsDestroyedMeanwhile) {
+TEST_P(ScreenPresenterTest, CompletesTheDismissalWhenDestroyed) {
     present();
     click(kClose);
     ASSERT_TRUE(waitToHear("will dismiss"));
@@ -227,7 +227,7 @@ TEST_P(ScreenPresenterTest, FinishesTheDismissalWhenItIsDestroyedMeanwhile) {
     EXPECT_THAT(heard(), ElementsAre("will dismiss", "did dismiss"));
 }
 
-TEST_P(ScreenPresenterTest, MayBeDestroyedFromInsideOfTheOperationsOfTheDelegate) {
+TEST_P(ScreenPresenterTest, MayBeDestroyedInsideItsDelegate) {
     present();
     click(kClose);
     ASSERT_TRUE(waitToHear("will dismiss"));

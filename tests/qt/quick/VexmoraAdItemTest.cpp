@@ -94,7 +94,7 @@ class VexmoraAdItemTest : public AppTest {
     Scene scene_;
 };
 
-TEST_F(VexmoraAdItemTest, ReservesTheSizeThatIsAskedForAndTakesTheSizeOfTheAdThatCame) {
+TEST_F(VexmoraAdItemTest, ReservesTheRequestedSizeAndTakesThatOfTheAd) {
     const auto* banner = add("containerId: 'small'; adSize: '468x60'; y: 200");
     EXPECT_EQ(banner->size(), QSizeF(468, 60));
     ASSERT_TRUE(waitToHear("received"));
@@ -136,7 +136,7 @@ TEST_F(VexmoraAdItemTest, AsksOnceForAllChangesOfATurn) {
         << "the same again is no change";
 }
 
-TEST_F(VexmoraAdItemTest, ShowsAViewOfTheHostsUntilItIsToldOtherwise) {
+TEST_F(VexmoraAdItemTest, ShowsAViewOfTheHostUntilItsPropertiesChange) {
     scene_.add("Item {}");  // imports QtQuick, without which there are no accessible items
     auto* ad = new VexmoraAdItem(scene_.window().contentItem());
     EXPECT_EQ(QAccessible::queryAccessibleInterface(ad)->role(), QAccessible::Link);
@@ -162,7 +162,7 @@ TEST_F(VexmoraAdItemTest, ShowsAViewOfTheHostsUntilItIsToldOtherwise) {
     EXPECT_EQ(ad->size(), QSizeF(320, 100));
 }
 
-TEST_F(VexmoraAdItemTest, IsTappedWhereItIsSeenHoweverTheSceneTurnsAndScalesIt) {
+TEST_F(VexmoraAdItemTest, IsTappedWhereItIsSeenUnderRotationAndScale) {
     auto* ad = addDrawn();
     ad->setTransformOrigin(QQuickItem::TopLeft);
     ad->setPosition({200, 100});
@@ -199,7 +199,7 @@ TEST_F(VexmoraAdItemTest, PaintsAViewLargerThanAnyTextureWithFewerPixels) {
     EXPECT_LE(pixels.width(), 4096);
 }
 
-TEST_F(VexmoraAdItemTest, LeavesClicksBesideTheAdToWhatIsBehind) {
+TEST_F(VexmoraAdItemTest, LeavesClicksBesideTheAdToItemsBehind) {
     auto* behind = scene_.add(
         "MouseArea { anchors.fill: parent; z: -1; property int clicks: 0; "
         "onClicked: clicks += 1; onDoubleClicked: clicks += 10 }");

@@ -32,7 +32,7 @@ class VexmoraAdTest : public AppTest {
     Scene scene_;
 };
 
-TEST_F(VexmoraAdTest, GivesAPageWhatItNeedsToLayOutANativeAdItself) {
+TEST_F(VexmoraAdTest, LetsAPageLayOutANativeAdItself) {
     QFile page(QStringLiteral(VEXMORA_TEST_QML "/NativePage.qml"));
     ASSERT_TRUE(page.open(QFile::ReadOnly));
     auto* card = scene_.add(page.readAll());

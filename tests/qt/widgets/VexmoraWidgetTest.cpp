@@ -42,7 +42,7 @@ TEST_F(VexmoraWidgetTest, TakesTheSizeOfItsViewInALayoutAndLessWhereThereIsNoRoo
     EXPECT_EQ(ad.heightForWidth(400), 4096);
 }
 
-TEST_F(VexmoraWidgetTest, HasAPropertyForWhatTheAdSays) {
+TEST_F(VexmoraWidgetTest, HasAPropertyForTheContentsOfTheAd) {
     [[maybe_unused]] const auto& server = LocalAds::server();
     VexmoraWidget widget;
     const auto ad = [&] { return widget.property("ad").value<std::optional<AdSlot::Ad>>(); };

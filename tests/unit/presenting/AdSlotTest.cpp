@@ -113,7 +113,7 @@ class AdSlotTest : public SdkTest {
     std::function<void()> lastAct_ = [this] { slot_.reset(); };
 };
 
-TEST_F(AdSlotTest, BringsTheAdOfItsPlacementAndWhatItSays) {
+TEST_F(AdSlotTest, RequestsTheAdOfItsPlacementAndExposesItsContents) {
     EXPECT_EQ(slot_->untilNextWake(), std::nullopt);
     slot_->setPlacement({"home", "", VexmoraAdType::native, VexmoraViewType::banner});
     EXPECT_EQ(slot_->untilNextWake(), 0s);
@@ -347,7 +347,7 @@ TEST_F(AdSlotTest, LetsItsHostSleepWhileNothingChanges) {
     EXPECT_EQ(slot_->untilNextWake(), std::nullopt);
 }
 
-TEST_F(AdSlotTest, MayBeDestroyedFromInsideOfWhateverItTells) {
+TEST_F(AdSlotTest, MayBeDestroyedInsideAnyCallback) {
     const auto live = [this] {
         slot_->setTimeout(30s);
         slot_->setScreenSize({360, 640});

@@ -53,7 +53,7 @@ TEST_F(PresentationTest, CompletesADismissalOfNothing) {
     EXPECT_THAT(heardInTheEnd(), ElementsAre("dismissed"));
 }
 
-TEST_F(PresentationTest, CompletesADismissalThatItDoesNotLiveToSee) {
+TEST_F(PresentationTest, CompletesADismissalWhenDestroyed) {
     dismiss(true);
     presentation_.reset();
     EXPECT_FALSE(view_->window());
