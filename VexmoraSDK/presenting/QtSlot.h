@@ -8,20 +8,21 @@
 
 #include "VexmoraSDK/presenting/AdSlot.h"
 
-/// A slot as the presenters on Qt show it, in properties and signals. Main thread.
+/// What items and widgets have in common: their slot in terms of Qt's properties and signals. Main
+/// thread.
 namespace VexmoraSDK::QtSlot {
 
 inline bool isInterstitial(const VexmoraView* view) {
     return view && view->viewType() == VexmoraViewType::interstitial;
 }
 
-/// A desktop app without the focus is inactive, and yet before the user's eyes.
+/// A desktop app without focus is inactive and still visible.
 inline bool isAppActive() {
     const auto state = QGuiApplication::applicationState();
     return state == Qt::ApplicationActive || state == Qt::ApplicationInactive;
 }
 
-/// A type of ad or of view as a property has it, which is 0 for none.
+/// The value of a property for an ad type or view type; 0 means none.
 template <class Type>
 int rawFrom(std::optional<Type> type) {
     return type ? int(*type) : 0;
@@ -65,7 +66,7 @@ inline bool setSeconds(AdSlot& slot, AdSlot::Duration (AdSlot::*get)() const,
     return seconds((slot.*get)()) != before;
 }
 
-/// Has a timer go off when the slot wants to be woken next.
+/// Sets a timer to the slot's next `wake`.
 inline void arm(QTimer& timer, const AdSlot& slot) {
     if (const auto wait = slot.untilNextWake())
         timer.start(*wait);
@@ -73,9 +74,8 @@ inline void arm(QTimer& timer, const AdSlot& slot) {
         timer.stop();
 }
 
-/// Makes what a slot tells the signals of a presenter, which have the same names. The host may
-/// destroy the presenter while it hears of them: `announce` takes signals to send in this order,
-/// until that happens.
+/// Makes a slot's callbacks emit a presenter's signals of the same names. The host may destroy the
+/// presenter inside a signal: `announce` emits the given signals in order until that happens.
 template <class Presenter, class Announce>
 AdSlot::Delegate delegateOf(Presenter* presenter, Announce announce) {
     const auto tells = [announce](void (Presenter::*signal)()) {

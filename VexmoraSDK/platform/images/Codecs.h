@@ -11,9 +11,9 @@
 
 namespace VexmoraSDK::platform {
 
-// One decoder a format, each over the format's own library. A decoder gives the whole picture or
-// none: it takes memory once the header shows an accepted size, and refuses a picture whose data
-// end before its pixels do, or whose pixels find no room. Any thread.
+// One decoder per format, each over the format's own library. A decoder returns the whole picture
+// or null: it allocates after it has accepted the size in the header, and refuses truncated data
+// and pixels for which there is no memory. Any thread.
 
 using EncodedImage = std::span<const std::byte>;
 
@@ -33,7 +33,7 @@ constexpr bool isAcceptedSize(std::uint64_t width, std::uint64_t height) {
            width * height <= kMaxPixels;
 }
 
-/// That many, of any colour; null where memory lacks.
+/// Allocates that many pixels of any colour; null without memory.
 inline Image::Pixels makePixels(std::size_t count) {
     return Image::Pixels(new (std::nothrow) std::uint32_t[count]);
 }
