@@ -257,7 +257,7 @@ def tables(measured):
                 for text in [f"{run[who][key][part]:.2f}" for key, part in columns] +
                 [f"{run[who]['wakeUps']['median']:.0f}"]])
     count = results["timeToAd"]["0"]["banner"]["sdk"]["received"]["count"]
-    parts.append(f"Medians of {count:,} ads each; “99 %” is what so many stay below.\n")
+    parts.append(f"Medians of {count:,} ads each; “99 %” is the value that 99 % stay below.\n")
     parts.append(table(["", "SDK: `didReceiveAd`", "99 %", "painted", "main thread", "wake-ups",
                         "floor: there", "99 %", "painted", "main thread", "wake-ups"], rows))
     parts.append("### In a Qt Quick scene, in ms\n")

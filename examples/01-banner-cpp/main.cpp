@@ -3,7 +3,6 @@
 #include <QtQuick/QQuickWindow>
 #include <cstdio>
 
-#include "VexmoraSDK/VexmoraSDK.h"
 #include "VexmoraSDK/quick/VexmoraAdItem.h"
 
 using namespace VexmoraSDK;
@@ -15,16 +14,15 @@ int main(int argc, char** argv) {
     window.setTitle("Banner");
     window.resize(320, 480);
 
-    auto delegate = std::make_shared<VexmoraDelegate>();
-    delegate->didReceiveAd = [](VexmoraView&) { std::puts("didReceiveAd"); };
-    delegate->willLeaveApplication = [](VexmoraView&) { std::puts("willLeaveApplication"); };
-    delegate->didHaveError = [](VexmoraView&, const VexmoraError& error) {
-        std::printf("didHaveError, code %td\n", error.code());
-    };
-
     VexmoraAdItem banner(window.contentItem());
     banner.setY(420);
-    banner.setView(VexmoraViewFactory::createView("home-bottom", "320x60", delegate));
+    banner.setContainerId("home-bottom");
+    banner.setAdSize("320x60");
+
+    QObject::connect(&banner, &VexmoraAdItem::didReceiveAd, [] { std::puts("didReceiveAd"); });
+    QObject::connect(&banner, &VexmoraAdItem::statusChanged, [&] {
+        if (banner.status() == Vexmora::Status::Error) std::puts(qPrintable(banner.errorString()));
+    });
 
     window.show();
     return QGuiApplication::exec();

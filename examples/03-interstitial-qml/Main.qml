@@ -24,7 +24,8 @@ Window {
     TapHandler {
         onTapped: {
             window.page += 1;
-            screen.present(ad);  // Does nothing while there is no ad.
+            if (!screen.present(ad) && ad.status !== Vexmora.Status.Loading)
+                ad.reload();
         }
     }
 
@@ -36,10 +37,7 @@ Window {
         adSize: "300x250"
         onDidHaveError: (code, description) => console.log("didHaveError", code, description)
         onWillDismissScreen: console.log("willDismissScreen")
-        onDidDismissScreen: {
-            console.log("didDismissScreen");
-            ad.reload();  // Each ad is presented once.
-        }
+        onDidDismissScreen: ad.reload()
     }
 
     VexmoraScreen {

@@ -5,13 +5,13 @@
 
 #include "VexmoraSDK/VexmoraSDK.h"
 
-using VexmoraSDK::platform::Bundle;
+using namespace VexmoraSDK;
 
 int main(int argc, char** argv) {
     QGuiApplication app(argc, argv);
     // The library's texts for screen readers, in the user's language.
     QTranslator words;
-    const auto folder = Bundle::shippedLibraryFolder() / "translations";
+    const auto folder = platform::Bundle::shippedLibraryFolder() / "translations";
     if (words.load(QLocale(), "vexmorasdk", "_", QString::fromStdString(folder.string())))
         QCoreApplication::installTranslator(&words);
     QQmlApplicationEngine engine(QUrl("qrc:/Main.qml"));

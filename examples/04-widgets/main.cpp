@@ -36,8 +36,9 @@ int main(int argc, char** argv) {
 
     auto* next = new QPushButton("Next article");
     QObject::connect(next, &QPushButton::clicked, [&] {
-        // Without an ad, or with one of yesterday's, the article comes at once.
-        if (!screen.present(&interstitial)) interstitial.reload();
+        if (screen.present(&interstitial)) return;
+        // Without an ad the article comes at once.
+        if (interstitial.status() != VexmoraWidget::Status::Loading) interstitial.reload();
     });
 
     auto* layout = new QVBoxLayout(&window);
