@@ -239,7 +239,7 @@ def sharing(threads):
 def aims(measured):
     return "\n".join([
         f"Measured on {measured['date']} with `{measured['command']}` on {measured['machine']}.\n",
-        table(["what", "aim", "found", "reached"],
+        table(["what", "target", "measured", "reached"],
               [[what, aim, found, "yes" if good else "**no**"]
                for what, aim, found, good in targets(measured["results"])])])
 
