@@ -40,8 +40,8 @@ AdSlot::Duration bounded(AdSlot::Duration duration) {
     return std::clamp(duration, AdSlot::Duration::zero(), kMaxDuration);
 }
 
-/// Of the clock that ads grow old by. The steady clock of Linux stands still while the device
-/// sleeps, in which nobody sees an ad.
+/// The clock of the ages of ads, which includes the device's sleep. Linux's steady clock stops
+/// then, which suits visibility.
 AdSlot::Time timeWithSleep() {
 #ifdef CLOCK_BOOTTIME
     timespec time{};
@@ -143,7 +143,7 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
 
     State stateWithoutAd(State otherwise) const { return shown ? State::ready : otherwise; }
 
-    // What depends on the clock.
+    // Timers.
 
     /// The exposure after which the ad on show, or a missing one, is replaced.
     Duration wait() const {
@@ -283,7 +283,7 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
 
     void receive(int asked) {
         if (closed || !isCurrent(asked)) return;
-        // The former ad became viewable, but nobody has called `wake` since.
+        // The previous ad may have become viewable without a `wake` since.
         if (viewableAt && *viewableAt <= clock()) tellViewable();
         if (closed || !isCurrent(asked)) return;
 
@@ -315,7 +315,7 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
             mayRetry = code != VexmoraErrorCodes::InvalidAdTypeError;
             fail(reason);
         }
-        // The host may have asked for something else meanwhile.
+        // The host may have requested another ad in `stateChanged`.
         if (asked == number) tell(delegate.didHaveError, about, error);
         if (asked == number && isFirst) tell(delegate.failed, reason);
         tellNextWake();
@@ -382,7 +382,7 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
 
     std::shared_ptr<VexmoraView> shown;
     std::optional<Ad> ad;
-    /// By the clock of ages.
+    /// The time of drawing, on the clock of ages.
     std::optional<Time> drawnAt;
     bool presented = false;
     bool viewable = false;
@@ -451,7 +451,7 @@ const std::optional<AdSlot::Ad>& AdSlot::ad() const {
 
 void AdSlot::open() noexcept {
     const auto view = impl_->shown;
-    // An interstitial does not answer this selector: it would stop the app.
+    // An interstitial lacks this selector, and the tap would stop the app.
     if (view && view->viewType() != VexmoraViewType::interstitial)
         view->perform(Utils::handleTapCallbackSelector, nullptr);
 }

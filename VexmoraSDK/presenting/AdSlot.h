@@ -126,8 +126,8 @@ class VEXMORA_EXPORT AdSlot {
     /// The age from which an ad is not presented; 0 means no limit. Default: an hour.
     Duration expiresAfter() const;
     void setExpiresAfter(Duration age);
-    /// Whether a screen may present the ad on show: an interstitial that is drawn, not too old, in
-    /// no window and was not presented before.
+    /// Whether a screen may present the ad on show: an interstitial that is drawn, not too old, not
+    /// presented before and in no window.
     bool isPresentable() const;
     /// Called by a screen when it presents the ad on show.
     void setPresented();
@@ -157,8 +157,8 @@ class VEXMORA_EXPORT AdSlot {
     platform::Size screenSize() const;
     void setScreenSize(platform::Size size);
 
-    /// In what time `wake` should be called next, 0 for at once and at most 24 hours; absent when
-    /// nothing is waited for.
+    /// The time until the next call of `wake`, 0 for at once and at most 24 hours; absent when the
+    /// slot waits for nothing.
     std::optional<Duration> untilNextWake() const;
     /// Does the work that is due. May be called at any time, as often as you like.
     void wake() noexcept;
@@ -166,9 +166,8 @@ class VEXMORA_EXPORT AdSlot {
     /// the next call; absent when no slot waits for anything.
     static std::optional<Duration> wakeAll() noexcept;
 
-    /// Has the slot use another clock, which never goes back, before it asks for anything. Its own
-    /// stands still while the device sleeps, where the system has such a clock; only the age of ads
-    /// goes on.
+    /// Replaces the clock, before the first request. A clock never goes back. The default one stops
+    /// while the device sleeps, where the system has such a clock; only the age of ads goes on.
     void setClock(std::function<Time()> clock);
 
  private:

@@ -10,9 +10,9 @@ namespace VexmoraSDK {
 /// Whether an ad was drawn into `view`.
 VEXMORA_EXPORT bool isDrawn(const VexmoraView& view);
 
-/// Centres the pictures of an interstitial that is drawn in the frame that it has now. With `fit` a
-/// picture gets the size of its ad type, or less on a smaller screen, and is scaled to it; else it
-/// has its own size. It begins at a whole pixel, so that it stays sharp. Main thread.
+/// Centres the pictures of a drawn interstitial in its current frame, each starting at a whole
+/// pixel so that it stays sharp. `fit` scales a picture to the size of its ad type, or less on a
+/// smaller screen; `asIs` keeps its own size. Main thread.
 VEXMORA_EXPORT void layOutInterstitial(VexmoraView& view, FillMode mode, double pixelsPerPoint = 1);
 
 }  // namespace VexmoraSDK

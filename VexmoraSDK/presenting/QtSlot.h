@@ -58,7 +58,7 @@ inline int seconds(AdSlot::Duration duration) {
     return int(std::chrono::floor<std::chrono::seconds>(duration).count());
 }
 
-/// Sets one of a slot's times. Returns whether it is another.
+/// Sets one of a slot's times. Returns whether the time has changed.
 inline bool setSeconds(AdSlot& slot, AdSlot::Duration (AdSlot::*get)() const,
                        void (AdSlot::*set)(AdSlot::Duration), int value) {
     const int before = seconds((slot.*get)());

@@ -8,7 +8,7 @@
 
 namespace VexmoraSDK {
 
-/// What a screen reader's press on an item calls, such as "press()"; none where there is no
+/// The slot, such as "press()", that a screen reader's press on an item calls; none without a
 /// receiver.
 struct PressSlot {
     QObject* receiver = nullptr;

@@ -11,14 +11,14 @@ enum class AttachedType { accessible, layoutMirroring };
 
 enum class IfMissing { attach, leave };
 
-/// What a type attaches to an item. Qt keeps these properties where only QML reaches them: absent
-/// unless an engine of the process has imported QtQuick, and absent where nothing is attached yet
-/// and shall not be.
+/// The object that a type attaches to an item. Qt exposes it to QML only: it is null unless an
+/// engine of the process has imported QtQuick, and if it is missing and `ifMissing` does not create
+/// it.
 QObject* attachedProperties(QQuickItem* item, AttachedType type, IfMissing ifMissing);
 
-/// Has a slot of the item's called whenever `LayoutMirroring` is enabled or disabled for the item.
+/// Calls a slot of the item whenever `LayoutMirroring` is enabled or disabled for it.
 void followMirroring(QQuickItem* item, const QMetaMethod& slot);
-/// Whether it is enabled, for an item that follows it.
+/// Whether `LayoutMirroring` is enabled for an item that follows it.
 bool isMirrored(QQuickItem* item);
 
 }  // namespace VexmoraSDK

@@ -51,13 +51,13 @@ class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     explicit VexmoraScreenItem(QQuickItem* parent = nullptr);
     ~VexmoraScreenItem() override;
 
-    /// Presents the ad of a `VexmoraAdItem` or a `VexmoraAd`. False, and nothing done, when it has
-    /// no interstitial ad that is drawn, no older than its `expiresAfter` and not presented before,
-    /// or the screen still presents another. With `fillMode: Vexmora.FillMode.Fit` the picture is
-    /// as large as its ad type says.
+    /// Presents the ad of a `VexmoraAdItem` or a `VexmoraAd`. Returns false and does nothing if the
+    /// ad is no interstitial, is not drawn, is older than its `expiresAfter` or was presented
+    /// before, or if the screen still presents another. `fillMode: Vexmora.FillMode.Fit` scales the
+    /// picture to the size of its ad type.
     Q_INVOKABLE bool present(QObject* ad);
-    /// The same for a view that the host has made with the factory. It may be of any age
-    /// and is in no window yet.
+    /// Presents a view that the host has made with the factory. It may have any age and must be in
+    /// no window.
     bool present(std::shared_ptr<VexmoraView> view);
     /// Taps the close button of the ad that is presented.
     Q_SLOT void close();

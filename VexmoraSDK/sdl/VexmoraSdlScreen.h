@@ -25,8 +25,8 @@ class VEXMORA_EXPORT VexmoraSdlScreen {
     VexmoraSdlScreen(const VexmoraSdlScreen&) = delete;
     VexmoraSdlScreen& operator=(const VexmoraSdlScreen&) = delete;
 
-    /// Presents the ad on show. False, and nothing done, when there is none, when it is no
-    /// interstitial, too old or was presented before, or when another is still presented.
+    /// Presents the ad on show. Returns false and does nothing if there is no ad, it is no
+    /// interstitial, is too old or was presented before, or if another is still presented.
     bool present();
     /// True from the call of `present` until the ad has moved out.
     bool isPresenting() const;
@@ -41,8 +41,8 @@ class VEXMORA_EXPORT VexmoraSdlScreen {
     /// event: while an ad is presented, every event of mouse, touch, keyboard and controllers.
     bool handle(const SDL_Event& event);
 
-    /// How much of each edge of the window is behind a notch or a rounded corner, in points; the
-    /// close button stays clear of it.
+    /// The depth in points of a notch or a rounded corner at each edge of the window. The close
+    /// button stays clear of it.
     void setSafeAreaInsets(platform::EdgeInsets insets);
 
  private:

@@ -33,7 +33,7 @@ struct VexmoraSdlView::Impl {
         return position().toAd({(point.x - place.x) / units, (point.y - place.y) / units});
     }
 
-    /// Whether the ad that was drawn last is still seen.
+    /// Whether the last drawn ad is still visible.
     bool showsAd() const {
         return visibleFraction > 0 && texture.view() && texture.view() == slot.view();
     }
@@ -51,7 +51,7 @@ struct VexmoraSdlView::Impl {
     /// The place where the ad was last drawn.
     SDL_FRect place{};
     PointerTaps taps;
-    /// Whether the mouse was on the ad when it moved last.
+    /// Whether the mouse was on the ad at its last movement.
     bool hovered = false;
 };
 
@@ -123,7 +123,7 @@ double VexmoraSdlView::visibleFraction() const {
 
 void VexmoraSdlView::setVisibleFraction(double fraction) {
     impl_->visibleFraction = fraction;
-    // The mouse may move meanwhile, and what covers the ad keep that from this view.
+    // The mouse may move while the ad is covered, without events for this view.
     if (fraction <= 0) impl_->hovered = false;
     impl_->slot.setVisibleFraction(fraction);
 }

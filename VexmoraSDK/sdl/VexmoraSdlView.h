@@ -42,8 +42,9 @@ class VEXMORA_EXPORT VexmoraSdlView {
     /// The text colours of native ads.
     void setTextColors(const NativeTextColors& colors);
 
-    /// How much of the ad is seen when it is drawn, 1 at first. Say 0 where it is no longer drawn,
-    /// so that it takes no presses either, and less than 1 where something covers it.
+    /// The part of the ad that is visible when it is drawn, from 0 to 1. Default: 1. Set it to 0
+    /// when the game stops drawing the ad, which then takes no presses either, and below 1 where
+    /// something covers it.
     double visibleFraction() const;
     void setVisibleFraction(double fraction);
 

@@ -37,12 +37,12 @@ class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
     explicit VexmoraWidgetScreen(QWidget* window);
     ~VexmoraWidgetScreen() override;
 
-    /// Presents the interstitial ad of a widget, which need not be shown itself. False, and nothing
-    /// done, when the ad is not drawn, older than the slot's `expiresAfter` or was presented
-    /// before, or the screen still presents another.
+    /// Presents the interstitial ad of a widget, which need not be visible. Returns false and does
+    /// nothing if the ad is not drawn, is older than the slot's `expiresAfter` or was presented
+    /// before, or if the screen still presents another.
     bool present(VexmoraWidget* ad);
-    /// Presents a view that the host has made with the factory. It may be of any age and is in no
-    /// window yet.
+    /// Presents a view that the host has made with the factory. It may have any age and must be in
+    /// no window.
     bool present(std::shared_ptr<VexmoraView> view);
 
     bool isPresenting() const;
