@@ -40,12 +40,12 @@ export -f fuzz
 status=0
 printf '%s\n' "${targets[@]}" | xargs -P 2 -I{} bash -c 'fuzz {}' || status=1
 
-echo "| target | executions | minutes | findings |"
-echo "|---|---|---|---|"
+echo "| date | target | executions | minutes | findings |"
+echo "|---|---|---|---|---|"
 for target in "${targets[@]}"; do
     executions=$(sed -n 's/^stat::number_of_executed_units: *//p' "build/fuzz/logs/$target.log")
     minutes=$(awk "BEGIN { printf \"%.1f\", $seconds / 60 }")
     findings=$(find "build/fuzz/findings/$target" -type f | wc -l)
-    echo "| $target | ${executions:-0} | $minutes | $findings |"
+    echo "| $(date +%F) | $target | ${executions:-0} | $minutes | $findings |"
 done
 exit $status
