@@ -83,14 +83,14 @@ std::string fetchAll(std::array<Url, 3> addresses, const std::function<void()>& 
 }
 
 TEST(SessionTortureTest, CompletesEachTaskOnceOrStopsWhenACallFails) {
-    // The server is a process of its own, because a process with threads cannot be forked well.
+    // The server runs in a process of its own, because a process with threads cannot fork safely.
     Program server({VEXMORA_ADSERVER, "--catalog", VEXMORA_CATALOG});
     const std::string place = server.readLabelled("Listening on http://127.0.0.1:");
     server.stopReading();
     const auto url = [&](const char* path) {
         return Url::fromString("http://localhost:" + place + path).value();
     };
-    // The response to the second is stored; the third revalidates it, and the server answers 304.
+    // The third request revalidates the stored second response and gets a 304.
     constexpr auto kPicture = "/creatives/banner.webp?container=fault-picture-no-cache";
     const std::array addresses = {url("/ads?container=fault-gzip&types=77"), url(kPicture),
                                   url(kPicture)};

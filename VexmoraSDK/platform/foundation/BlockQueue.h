@@ -10,13 +10,13 @@
 
 namespace VexmoraSDK::platform {
 
-/// What is behind every backend's `MainQueue`: the blocks that wait, guarded by the mutex, and how
-/// many the main thread is running.
+/// The common part of the backends' `MainQueue`s: the waiting blocks, guarded by the mutex, and the
+/// number that the main thread is running.
 class BlockQueue {
  public:
     std::mutex mutex;
     std::deque<std::function<void()>> blocks;
-    /// Whether no block begins any more, because the process exits.
+    /// Whether the process exits and no block may start.
     bool hasEnded = false;
 
     /// Runs the first block. `lock` holds the mutex, but not while the block runs. Main thread.
@@ -37,7 +37,7 @@ class BlockQueue {
     /// Whether the calling thread is running a block.
     static bool isRunningBlock() { return runningBlock_; }
 
-    /// What `MainQueue::end` does.
+    /// Implements `MainQueue::end`.
     void end(bool onMainThread) {
         std::unique_lock lock(mutex);
         hasEnded = true;
@@ -46,7 +46,7 @@ class BlockQueue {
     }
 
  private:
-    /// One inside the other.
+    /// The number of nested running blocks.
     int running_ = 0;
     std::condition_variable ranBlock_;
     static inline thread_local bool runningBlock_ = false;

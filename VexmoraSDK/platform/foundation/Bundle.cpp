@@ -62,7 +62,7 @@ fs::path libraryFolder() {
 }  // namespace
 
 Bundle::Bundle(fs::path folder) : folder_(std::move(folder)) {
-    // No folder is not the working directory.
+    // An empty path must not mean the working directory.
     if (folder_.empty()) return;
     info_ = PropertyList::dictionaryWithContentsOfFile(folder_ / kInfoFile).value_or(Dictionary());
 }

@@ -110,7 +110,7 @@ class BinaryObjects {
         const std::size_t marker = number(position, 1);
         Object object{marker >> 4, marker & 15, position + 1};
         if (object.size == 15) {
-            // The size does not fit: it is an integer object that follows.
+            // 15 means that the size follows as an integer object.
             const std::size_t length = std::size_t{1} << (number(object.contents, 1) & 3);
             object.size = number(object.contents + 1, length);
             object.contents += 1 + length;
@@ -169,7 +169,7 @@ Dictionary dictionaryFrom(plist_t node, int levels) {
     }
 }
 
-/// Of the containers in `node`, as many `levels` as this.
+/// Converts `node`. Containers nested deeper than `levels` become empty.
 Value valueFrom(plist_t node, int levels) {
     switch (plist_get_node_type(node)) {
         case PLIST_BOOLEAN: {

@@ -17,7 +17,7 @@ class VEXMORA_EXPORT Url {
     static std::optional<Url> fromString(std::string_view text);
 
     const std::string& text() const { return text_; }
-    /// In lower case; empty for a relative reference.
+    /// The scheme in lower case; empty for a relative reference.
     std::string scheme() const;
     /// The host as it is written; empty when there is none.
     std::string_view host() const;

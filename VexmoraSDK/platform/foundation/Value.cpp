@@ -14,7 +14,7 @@ std::int64_t truncated(double number) {
     constexpr double kEnd = 9223372036854775808.0;
     if (number >= kEnd) return Limits::max();
     if (number < -kEnd) return Limits::min();
-    // A JSON reader makes this of 0e999.
+    // JSON parsers return NaN for 0e999.
     if (std::isnan(number)) return 0;
     return static_cast<std::int64_t>(number);
 }

@@ -22,8 +22,8 @@ using Array = std::vector<Value>;
 using Dictionary = std::map<std::string, Value, std::less<>>;
 using Date = std::chrono::system_clock::time_point;
 
-/// What property lists, JSON and the user information of errors are made of. A default value is
-/// null, which only JSON has.
+/// A value of property lists, JSON and the user information of errors. A default value is null,
+/// which only JSON has.
 class VEXMORA_EXPORT Value {
  public:
     using Variant = std::variant<std::monostate, bool, std::int64_t, double, std::string, Data,
@@ -49,7 +49,7 @@ class VEXMORA_EXPORT Value {
     /// The value of a number; absent for anything else.
     std::optional<double> numberValue() const;
 
-    /// What fatal reports call the type of this value.
+    /// The name of this value's type in fatal reports.
     std::string_view typeName() const;
 
     const Variant& variant() const { return variant_; }

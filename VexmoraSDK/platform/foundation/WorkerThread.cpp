@@ -10,7 +10,7 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-/// What completions, decoders and TLS need was seen to stay below a tenth of this.
+/// Completions, decoders and TLS were measured to need less than a tenth of this.
 constexpr std::size_t kStackBytes = std::size_t{1} << 20;
 
 using Work = std::function<void()>;

@@ -16,7 +16,8 @@ namespace {
 using Seconds = std::chrono::seconds;
 using Time = CachePolicy::Time;
 
-/// Of the fields that are stored beside the body; the validators go back to the server.
+/// The largest size of the fields that are stored with the body. The validators are sent back to
+/// the server.
 constexpr std::size_t kMaxBytes = 2048;
 
 /// RFC 9111 has larger numbers of seconds read as this one.

@@ -10,9 +10,9 @@
 
 namespace VexmoraSDK::platform {
 
-/// What the headers of a response say of using it again, each field's lines combined, empty where
-/// there is none. They are read as RFC 9111 tells private caches to. No freshness is guessed, and a
-/// field that cannot be read speaks against the response.
+/// The fields of a response that decide about caching, each with its lines combined and empty if
+/// absent. They are interpreted as by a private cache of RFC 9111, without heuristic freshness. A
+/// field that cannot be parsed prevents reuse.
 struct CachePolicy {
     using Time = std::chrono::sys_seconds;
 

@@ -11,7 +11,7 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-/// Where a redirect leads that was sent by `base`; empty when the location is not a valid URL.
+/// Resolves the location of a redirect from `base`; empty if the result is no valid URL.
 std::string resolved(const std::string& base, const std::string& location) {
     const std::unique_ptr<CURLU, decltype(&curl_url_cleanup)> url(curl_url(), curl_url_cleanup);
     char* text = nullptr;

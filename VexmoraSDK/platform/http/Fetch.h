@@ -38,7 +38,7 @@ struct Fetch {
     bool hasPlace = false;
     std::size_t heldBytes = 0;
 
-    // What a transfer has brought.
+    // The result of the transfer.
     HttpCache::Time requestTime{};
     HttpResponse response;
     std::optional<Error> error;

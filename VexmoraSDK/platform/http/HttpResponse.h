@@ -34,7 +34,7 @@ struct HttpResponse {
     /// Whether the response itself tells where its body ends. Otherwise the connection's end does,
     /// and a body cut short looks whole.
     bool isSelfDelimited = false;
-    /// Whether another address than the requested one sent it.
+    /// Whether a redirect led to this response.
     bool isRedirected = false;
 };
 

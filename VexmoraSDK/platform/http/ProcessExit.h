@@ -3,7 +3,7 @@
 
 namespace VexmoraSDK::platform {
 
-/// What ends with the process when it exits, in whatever thread, and in which order:
+/// The order in which everything ends when the process exits, on any thread:
 ///
 /// 1. The session: no byte is moved and no completion begins any more. Completions that run are
 ///    given a second to return.

@@ -12,7 +12,7 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-/// How long the exit of the process waits for the threads.
+/// The longest time that the exit of the process waits for the threads.
 constexpr std::chrono::seconds kMaxExitDelay(1);
 
 /// How many completions of low priority run at once.

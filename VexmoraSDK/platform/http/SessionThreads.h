@@ -38,10 +38,10 @@ class SessionThreads {
  public:
     explicit SessionThreads(const UrlSessionLimits& limits) : loop_(limits), waiting_(limits) {}
 
-    /// Has a transfer made and completed. Any thread.
+    /// Runs a transfer and its completion. Any thread.
     void transfer(std::shared_ptr<Fetch> fetch);
 
-    /// Has a fetch completed whose outcome is known. Any thread.
+    /// Runs the completion of a fetch whose outcome is known. Any thread.
     void complete(std::shared_ptr<Fetch> fetch);
 
     /// Ends the turn of the loop, lets no further completion begin, and returns when the running

@@ -15,10 +15,10 @@ namespace VexmoraSDK::platform {
 struct Fetch;
 struct UrlSessionLimits;
 
-/// Where places for transfers are scarce, tasks of low priority wait for the others.
+/// When places for transfers are scarce, tasks of low priority wait for the others.
 enum class TaskPriority : bool { normal, low };
 
-/// What is known of an HTTP response besides its body.
+/// The metadata of an HTTP response.
 struct UrlResponse {
     long statusCode = 0;
 };
@@ -56,7 +56,7 @@ class UrlSession {
     UrlSessionTask dataTask(Url url, Completion completion,
                             TaskPriority priority = TaskPriority::normal);
 
-    /// To be changed only while no task is under way.
+    /// Change the limits only while no task is in flight.
     UrlSessionLimits& limits();
 
     /// When the process exits: no further completion begins, and transfers in flight end without

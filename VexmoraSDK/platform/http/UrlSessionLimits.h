@@ -6,7 +6,7 @@
 
 namespace VexmoraSDK::platform {
 
-/// How much the session may take of the host's time, memory and descriptors.
+/// The session's limits of time, memory and descriptors.
 struct UrlSessionLimits {
     /// The time to resolve the name, connect and shake hands.
     std::chrono::milliseconds connectTimeout = std::chrono::seconds(60);

@@ -29,14 +29,14 @@ class VEXMORA_EXPORT Button : public View {
     const std::string& title() const { return title_; }
     void setTitle(std::string title);
     Color titleColor() const { return titleColor_; }
-    /// What screen readers say; the title when empty.
+    /// The text for screen readers; if empty, the title.
     const std::string& accessibilityLabel() const {
         return accessibilityLabel_.empty() ? title_ : accessibilityLabel_;
     }
 
     /// The line of the title. Valid until the button changes.
     const TextLayout& layout();
-    /// Where the line begins, in the view's own coordinates.
+    /// The start of the line, in the view's own coordinates.
     Point layoutOrigin();
 
     /// Does what a tap on the button does.

@@ -7,7 +7,7 @@
 
 namespace VexmoraSDK::platform {
 
-/// How a picture lies in its view.
+/// How a picture fills its view.
 enum class ContentMode : int {
     scaleToFill = 0,     ///< stretched to the view's size
     scaleAspectFit = 1,  ///< as large as fits with its proportions kept, centred
@@ -33,7 +33,7 @@ class VEXMORA_EXPORT ImageView : public View {
     ContentMode contentMode() const { return contentMode_; }
     void setContentMode(ContentMode mode);
 
-    /// Where the picture is drawn, in the view's own coordinates.
+    /// The rectangle of the picture, in the view's own coordinates.
     Rect imageRect() const;
 
  protected:

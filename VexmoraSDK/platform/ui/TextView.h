@@ -52,7 +52,7 @@ class VEXMORA_EXPORT TextView : public View {
 
     /// The lines as they lie in the current width. Valid until the view changes.
     const TextLayout& layout();
-    /// Where the lines begin, in the view's own coordinates.
+    /// The start of the lines, in the view's own coordinates.
     Point layoutOrigin() const;
 
  private:

@@ -59,9 +59,9 @@ class VEXMORA_EXPORT View : public Object {
     double cornerRadius() const { return cornerRadius_; }
     void setCornerRadius(double radius) noexcept;
 
-    /// In the order in which they were added.
+    /// The subviews in the order in which they were added.
     const std::vector<std::shared_ptr<View>>& subviews() const { return subviews_; }
-    /// From the rearmost to the frontmost: by their `zPosition`, then as they were added.
+    /// The subviews from back to front: by `zPosition`, then in the order in which they were added.
     std::vector<std::shared_ptr<View>> subviewsInPaintOrder() const noexcept;
     /// 0 at first.
     double zPosition() const { return zPosition_; }
@@ -77,8 +77,8 @@ class VEXMORA_EXPORT View : public Object {
     /// Gives the view the size that fits, at the same origin.
     void sizeToFit() noexcept;
 
-    /// How much of each edge of this view is behind a notch or a rounded corner; set by the
-    /// presenter on the root view.
+    /// Sets the depth of a notch or a rounded corner at each edge of this view. The presenter sets
+    /// it on the root view.
     void setSafeAreaInsets(EdgeInsets insets) noexcept;
     /// Whether the left and the right pin of this view's subviews change places, as in apps that
     /// are read from right to left; set by the presenter on the root view.
