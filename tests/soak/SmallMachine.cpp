@@ -84,8 +84,8 @@ int showAll(const std::string& requestUrlFormat) {
     const auto promises = smallMachinePromises();
     if (promises.empty()) ++wrong;
     for (const Promise& promise : promises) {
-        // What does not fit would leave an emulator itself without memory.
-        if (promise.container == "bomb-webp-animated" && std::getenv("VEXMORA_EMULATOR_KIB")) {
+        // How much is left to the largest pictures would depend on the emulator.
+        if (promise.container.starts_with("bomb-") && std::getenv("VEXMORA_EMULATOR_KIB")) {
             std::printf("not tried under an emulator: %s\n", promise.container.c_str());
             continue;
         }
