@@ -31,14 +31,16 @@ AdSlot::Delegate VexmoraAd::slotDelegate() {
 
 void VexmoraAd::announce(std::initializer_list<void (VexmoraAd::*)()> signalsInOrder) {
     const QPointer guard(this);
-    if (toldView_ != slot_.view()) {
-        toldView_ = slot_.view();
+    const auto about = slot_.view();
+    if (toldView_ != about) {
+        toldView_ = about;
         chooseWatched();
         Q_EMIT adChanged();
         if (guard) send(&VexmoraAd::viewableChanged);
     }
+    // A host that asks for something else meanwhile hears no more of the ad.
     for (const auto signal : signalsInOrder)
-        if (guard) send(signal);
+        if (guard && slot_.view() == about) send(signal);
 }
 
 void VexmoraAd::send(void (VexmoraAd::*signal)()) {
@@ -135,6 +137,10 @@ void VexmoraAd::setRefreshInterval(int seconds) {
 
 int VexmoraAd::timeout() const {
     return QtSlot::seconds(slot_.timeout());
+}
+
+void VexmoraAd::setFillMode(Vexmora::FillMode mode) {
+    if (std::exchange(fillMode_, mode) != mode) Q_EMIT fillModeChanged();
 }
 
 void VexmoraAd::setTimeout(int seconds) {

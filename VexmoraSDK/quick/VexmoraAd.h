@@ -26,7 +26,7 @@ class VisibilityWatcher;
 /// `containerId` and one of `adSize`, `adType` and `viewType` are set; the first set one, in this
 /// order, counts. When one of the four changes, it drops its ad and requests another, once for all
 /// changes of one turn of the event loop, and ignores the earlier request. It may be destroyed at
-/// any time, from inside its signals too. Main thread.
+/// any time, from inside the signals about its ad too. Main thread.
 class VEXMORA_EXPORT VexmoraAd : public QObject, public QQmlParserStatus {
     Q_OBJECT
     Q_INTERFACES(QQmlParserStatus)
@@ -65,6 +65,10 @@ class VEXMORA_EXPORT VexmoraAd : public QObject, public QQmlParserStatus {
     /// 3600.
     Q_PROPERTY(
         int expiresAfter READ expiresAfter WRITE setExpiresAfter NOTIFY expiresAfterChanged FINAL)
+    /// How a screen presents an interstitial: `Vexmora.FillMode.AsIs`, as at first, in the size of
+    /// its picture, `Fit` in that of its ad type. That of a `VexmoraAdItem`'s ad is the item's.
+    Q_PROPERTY(VexmoraSDK::Vexmora::FillMode fillMode READ fillMode WRITE setFillMode NOTIFY
+                   fillModeChanged FINAL)
 
     /// The contents of the ad; empty while there is none. Only native ads have a title, a
     /// description and a display name.
@@ -101,6 +105,8 @@ class VEXMORA_EXPORT VexmoraAd : public QObject, public QQmlParserStatus {
     void setTimeout(int seconds);
     int expiresAfter() const;
     void setExpiresAfter(int seconds);
+    Vexmora::FillMode fillMode() const { return fillMode_; }
+    void setFillMode(Vexmora::FillMode mode);
 
     QString title() const { return textOf(&AdSlot::Ad::title); }
     QString description() const { return textOf(&AdSlot::Ad::description); }
@@ -131,6 +137,7 @@ class VEXMORA_EXPORT VexmoraAd : public QObject, public QQmlParserStatus {
     void refreshIntervalChanged();
     void timeoutChanged();
     void expiresAfterChanged();
+    void fillModeChanged();
     void adChanged();
     void itemChanged();
     /// One of the four properties that choose the ad has changed.
@@ -181,6 +188,7 @@ class VEXMORA_EXPORT VexmoraAd : public QObject, public QQmlParserStatus {
     /// itself.
     VexmoraAdItem* shownBy_ = nullptr;
     bool isComplete_ = true;
+    Vexmora::FillMode fillMode_ = Vexmora::FillMode::AsIs;
     AdSlot::Placement placement_;
     QTimer wakeTimer_;
     AdSlot slot_;

@@ -33,6 +33,7 @@ VexmoraAdItem::VexmoraAdItem(QQuickItem* parent) : ViewItem(parent), ad_(new Vex
     });
     connect(ad_, &VexmoraAd::didHaveError, this, &VexmoraAdItem::didHaveError);
     connect(ad_, &VexmoraAd::willLeaveApplication, this, &VexmoraAdItem::willLeaveApplication);
+    connect(this, &ViewItem::fillModeChanged, ad_, [this] { ad_->setFillMode(fillMode()); });
     ad_->shownBy_ = this;
     // The parent may have brought the item into a scene during the base constructor.
     if (window()) updateAccessibility();
@@ -122,8 +123,9 @@ void VexmoraAdItem::updateAccessibility() {
     const auto word = translated("Advertisement");
     const auto name =
         view() ? QString::fromStdString(accessibleName(word.toStdString(), *view())) : word;
-    if (auto* link = makeAccessible(this, QAccessible::Link, name, {this, "press()"}))
-        link->setProperty("focusable", activeFocusOnTab());
+    auto* const link =
+        accessible_->update(this, QAccessible::Link, name, !isShowing(), {this, "press()"});
+    if (link) link->setProperty("focusable", activeFocusOnTab());
 }
 
 }  // namespace VexmoraSDK

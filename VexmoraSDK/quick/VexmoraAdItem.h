@@ -20,8 +20,8 @@ namespace VexmoraSDK {
 /// The implicit size is that of `adSize` or of the ad type until an ad is drawn, then that of the
 /// ad; with `fillMode: Vexmora.FillMode.Fit` it does not change. A tap on the ad, or Return or
 /// Space, opens its URL. Screen readers know it as a link, items made in C++ too once a QML engine
-/// of the process has imported QtQuick. The item may be destroyed at any time, from inside its
-/// signals too. Main thread.
+/// of the process has imported QtQuick. The item may be destroyed at any time, from inside the
+/// signals about its ad too. Main thread.
 ///
 /// An interstitial ad takes no space and is not shown in place: a `VexmoraScreenItem` presents it.
 class VEXMORA_EXPORT VexmoraAdItem : public VexmoraSDK::ViewItem {  // The QML tools need all of it.

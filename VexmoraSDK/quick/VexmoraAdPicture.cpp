@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VexmoraSDK/quick/VexmoraAdPicture.h"
 
+#include <utility>
+
 #include "VexmoraSDK/platform/ui/ImageView.h"
 #include "VexmoraSDK/quick/Accessibility.h"
 
@@ -12,24 +14,28 @@ VexmoraAdPicture::VexmoraAdPicture(QQuickItem* parent) : ViewItem(parent) {
 
 void VexmoraAdPicture::setAd(VexmoraAd* ad) {
     if (ad == ad_) return;
-    if (ad_) ad_->disconnect(this);
-    ad_ = ad;
+    const QPointer former(std::exchange(ad_, ad).data());
+    if (former) former->disconnect(this);
     if (ad) {
         connect(ad, &VexmoraAd::adChanged, this, &VexmoraAdPicture::showPicture);
         connect(ad, &QObject::destroyed, this, &VexmoraAdPicture::showPicture);
-        if (!ad->item()) ad->setItem(this);
     }
     showPicture();
-    Q_EMIT adChanged();
+    // The host may destroy this or the ad when it hears of what follows.
+    const QPointer guard(this);
+    if (former && former->item() == this) former->setItem(nullptr);
+    if (guard && ad_ && !ad_->item()) ad_->setItem(this);
+    if (guard) Q_EMIT adChanged();
 }
 
 void VexmoraAdPicture::showPicture() {
     const bool hasPicture = ad_ && ad_->slot().ad() && ad_->slot().ad()->picture;
     show(hasPicture ? platform::ImageView::create(ad_->slot().ad()->picture) : nullptr);
+    updateAccessibility();
 }
 
 void VexmoraAdPicture::updateAccessibility() {
-    makeAccessible(this, QAccessible::Graphic, translated("Advertisement"));
+    accessible_->update(this, QAccessible::Graphic, translated("Advertisement"), !isShowing());
 }
 
 }  // namespace VexmoraSDK

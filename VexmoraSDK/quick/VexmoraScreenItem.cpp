@@ -52,6 +52,8 @@ class VexmoraScreenItem::CloseKey : public QQuickPaintedItem {
         painter->drawEllipse(boundingRect().adjusted(2, 2, -2, -2));
     }
 
+    AccessibleItem accessible;
+
  protected:
     void itemChange(ItemChange change, const ItemChangeData& data) override {
         if (change == ItemActiveFocusHasChanged) update();
@@ -63,7 +65,8 @@ VexmoraScreenItem::VexmoraScreenItem(QQuickItem* parent)
     : presentation_(std::make_unique<Presentation>([this](bool animated) { leave(animated); })),
       stage_(new Stage(this)),
       closeKey_(new CloseKey(stage_)),
-      movement_(stage_, "y") {
+      movement_(stage_, "y"),
+      accessible_(std::make_unique<AccessibleItem>()) {
     // An item cannot become a focus scope once it is in a window and has children.
     setFlag(ItemIsFocusScope);
     setParent(parent);
@@ -75,21 +78,26 @@ VexmoraScreenItem::VexmoraScreenItem(QQuickItem* parent)
             &VexmoraScreenItem::closeLabelChanged);
     movement_.setDuration(kMoveMilliseconds);
     movement_.setEasingCurve(QEasingCurve::OutCubic);
-    connect(&movement_, &QPropertyAnimation::finished, this, [this] {
-        if (presentation_->isLeaving()) leftScreen();
-    });
+    // Queued, because all animations stand still while a host's slot runs in this signal. The ad
+    // may have been closed since it was emitted.
+    const auto hasMoved = [this] {
+        if (presentation_->isLeaving() && !isMoving()) leftScreen();
+    };
+    connect(&movement_, &QPropertyAnimation::finished, this, hasMoved, Qt::QueuedConnection);
     // The signal is queued, so that the host may destroy the screen inside it.
     connect(&movement_, &QPropertyAnimation::stateChanged, this, &VexmoraScreenItem::movingChanged,
             Qt::QueuedConnection);
 }
 
-VexmoraScreenItem::~VexmoraScreenItem() = default;
+VexmoraScreenItem::~VexmoraScreenItem() {
+    if (isPresenting()) giveFocusBack();
+}
 
 bool VexmoraScreenItem::present(QObject* object) {
     auto* const item = qobject_cast<VexmoraAdItem*>(object);
     auto* const ad = item ? item->ad() : qobject_cast<VexmoraAd*>(object);
     if (!ad) return false;
-    const auto fillMode = item ? FillMode(item->fillMode()) : FillMode::asIs;
+    const auto fillMode = FillMode(ad->fillMode());
     const auto& drawn = ad->slot().view();
     if (item && item->view() != drawn) return present(item->view(), nullptr, fillMode);
     return ad->slot().isPresentable() && present(drawn, ad, fillMode);
@@ -112,6 +120,8 @@ bool VexmoraScreenItem::present(std::shared_ptr<VexmoraView> view, VexmoraAd* ad
     stage_->setY(height());
     setAcceptedMouseButtons(Qt::AllButtons);
     setAcceptTouchEvents(true);
+    setAcceptHoverEvents(true);
+    setCursor(Qt::ArrowCursor);
     moveStage(0);
     focusedBefore_ = window() ? window()->activeFocusItem() : nullptr;
     // The host may destroy this screen inside the following signals.
@@ -159,14 +169,24 @@ void VexmoraScreenItem::leftScreen() {
     presentation_->end();
     setAcceptedMouseButtons(Qt::NoButton);
     setAcceptTouchEvents(false);
+    setAcceptHoverEvents(false);
+    unsetCursor();
     const QPointer guard(this);
     if (ad_) ad_->setStage(nullptr);
     if (!guard) return;
-    // Focus returns, unless the host has moved it elsewhere since.
-    if (hasActiveFocus() && focusedBefore_) focusedBefore_->forceActiveFocus();
-    if (guard) setFocus(false);
+    giveFocusBack();
+    // The host may present the next ad inside a focus event.
+    if (guard && !isPresenting()) setFocus(false);
+    if (guard && isPresenting()) forceActiveFocus();
     if (guard) Q_EMIT closeRectChanged();
     if (guard) Q_EMIT presentingChanged();
+}
+
+// Focus returns, unless the host has moved it elsewhere since. The window may be inactive.
+void VexmoraScreenItem::giveFocusBack() {
+    const bool isInactive = window() && !window()->isActive();
+    if (focusedBefore_ && (isInactive ? hasFocus() : hasActiveFocus()))
+        focusedBefore_->forceActiveFocus();
 }
 
 void VexmoraScreenItem::moveStage(double to) {
@@ -243,12 +263,10 @@ void VexmoraScreenItem::updateAccessibility() {
     closeKey_->setPosition(rect.topLeft());
     closeKey_->setSize(rect.size());
     closeKey_->setVisible(!rect.isEmpty());
-    if (auto* button =
-            makeAccessible(closeKey_, QAccessible::Button, closeLabel(), {this, "close()"})) {
-        button->setProperty("focusable", true);
-    }
-    if (auto* dialog = makeAccessible(this, QAccessible::Dialog, translated("Advertisement")))
-        dialog->setProperty("ignored", !isPresenting());
+    auto* const button = closeKey_->accessible.update(closeKey_, QAccessible::Button, closeLabel(),
+                                                      false, {this, "close()"});
+    if (button) button->setProperty("focusable", true);
+    accessible_->update(this, QAccessible::Dialog, translated("Advertisement"), !isPresenting());
 }
 
 bool VexmoraScreenItem::event(QEvent* event) {
@@ -282,6 +300,9 @@ void VexmoraScreenItem::keyReleaseEvent(QKeyEvent* event) {
 
 // Swallows the events, so that they do not reach the items behind a presented ad.
 void VexmoraScreenItem::mousePressEvent(QMouseEvent*) {}
+void VexmoraScreenItem::hoverEnterEvent(QHoverEvent*) {}
+void VexmoraScreenItem::hoverMoveEvent(QHoverEvent*) {}
+void VexmoraScreenItem::hoverLeaveEvent(QHoverEvent*) {}
 void VexmoraScreenItem::wheelEvent(QWheelEvent* event) {
     event->setAccepted(isPresenting());
 }

@@ -89,6 +89,9 @@ class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void hoverEnterEvent(QHoverEvent* event) override;
+    void hoverMoveEvent(QHoverEvent* event) override;
+    void hoverLeaveEvent(QHoverEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void touchEvent(QTouchEvent* event) override;
 
@@ -102,6 +105,7 @@ class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     void updateAccessibility();
     void leave(bool animated);
     void leftScreen();
+    void giveFocusBack();
     void moveStage(double to);
     void setInset(double platform::EdgeInsets::*edge, double inset);
     std::shared_ptr<platform::Button> closeButton() const;
@@ -118,6 +122,7 @@ class VEXMORA_EXPORT VexmoraScreenItem : public QQuickItem {
     /// The item that had focus before; it gets it back.
     QPointer<QQuickItem> focusedBefore_;
     platform::EdgeInsets insets_;
+    const std::unique_ptr<AccessibleItem> accessible_;
 };
 
 }  // namespace VexmoraSDK

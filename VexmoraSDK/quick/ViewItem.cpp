@@ -16,6 +16,7 @@
 #include "VexmoraSDK/platform/MainQueue.h"
 #include "VexmoraSDK/platform/qt/ViewPainter.h"
 #include "VexmoraSDK/presenting/TapTarget.h"
+#include "VexmoraSDK/quick/Accessibility.h"
 #include "VexmoraSDK/quick/AttachedProperties.h"
 
 namespace VexmoraSDK {
@@ -42,7 +43,8 @@ void paintFocusFrame(QPainter& painter, QSizeF size) {
 
 }  // namespace
 
-ViewItem::ViewItem(QQuickItem* parent) : QQuickItem(parent) {
+ViewItem::ViewItem(QQuickItem* parent)
+    : QQuickItem(parent), accessible_(std::make_unique<AccessibleItem>()) {
     setAcceptedMouseButtons(Qt::LeftButton);
     // The parent may have brought the item into a scene already.
     if (window()) followMirroring();
@@ -79,7 +81,7 @@ void ViewItem::viewChanged() {
     const auto [width, height] = sizeOf(view_);
     const bool isTappable = view_ && takesTap(*view_, {width / 2, height / 2});
     setActiveFocusOnTab(isTappable);
-    setAcceptHoverEvents(isTappable);
+    setAcceptHoverEvents(isShowing());
     updateImplicitSize();
 }
 
@@ -208,7 +210,7 @@ void ViewItem::keyPressEvent(QKeyEvent* event) {
     constexpr std::array kKeys = {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Select};
     const bool presses = hasActiveFocus() && std::ranges::find(kKeys, event->key()) != kKeys.end();
     event->setAccepted(presses);
-    if (presses) press();
+    if (presses && !event->isAutoRepeat()) press();
 }
 
 // Presses that the view does not use go to the item behind.

@@ -16,6 +16,8 @@
 
 namespace VexmoraSDK {
 
+class AccessibleItem;
+
 /// Shows a view tree in a scene: paints it when it has changed, and passes on taps by touch, mouse,
 /// keyboard or screen reader. The implicit size is that of the view. Main thread.
 class VEXMORA_EXPORT ViewItem : public QQuickItem {
@@ -53,7 +55,10 @@ class VEXMORA_EXPORT ViewItem : public QQuickItem {
     /// Updates role and name for screen readers. Called when the item enters a scene and when the
     /// app's language changes.
     virtual void updateAccessibility() {}
+    const std::unique_ptr<AccessibleItem> accessible_;
 
+    /// Whether there is a view on show.
+    bool isShowing() const { return view_ != nullptr; }
     /// Shows `view`, or nothing if it is null. No other item may show it.
     void show(std::shared_ptr<platform::View> view);
     /// Sets the implicit size for `Fit`, and for `AsIs` while there is no view or it has no size.

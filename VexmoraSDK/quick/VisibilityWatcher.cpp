@@ -4,6 +4,7 @@
 #include <QtCore/QEvent>
 #include <QtGui/QColor>
 #include <QtGui/QRegion>
+#include <QtQuick/QQuickRenderControl>
 #include <algorithm>
 #include <vector>
 
@@ -15,6 +16,12 @@ constexpr int kDelayMilliseconds = 50;
 
 QRect rectInScene(const QQuickItem& item, const QRectF& rect) {
     return item.mapRectToScene(rect).toAlignedRect();
+}
+
+/// The window that a scene is seen in: another one than its own when that is painted into a widget.
+QWindow* windowOnScreen(QQuickWindow* window) {
+    auto* const other = QQuickRenderControl::renderWindowFor(window);
+    return other ? other : window;
 }
 
 double area(const QRegion& region) {
@@ -76,19 +83,22 @@ void VisibilityWatcher::setItem(QQuickItem* item) {
 }
 
 void VisibilityWatcher::watchWindow(QQuickWindow* window) {
-    if (window_) {
-        window_->disconnect(this);
-        window_->removeEventFilter(this);
-    }
+    if (window_) window_->disconnect(this);
     window_ = window;
     if (window) {
         connect(window, &QQuickWindow::afterAnimating, this, &VisibilityWatcher::lookSoon);
-        window->installEventFilter(this);
+        connect(window, &QWindow::visibilityChanged, this, &VisibilityWatcher::lookSoon);
     }
     lookSoon();
 }
 
 void VisibilityWatcher::lookSoon() {
+    auto* const shownIn = window_ ? windowOnScreen(window_) : nullptr;
+    if (shownIn != shownIn_) {
+        if (shownIn_) shownIn_->removeEventFilter(this);
+        if (shownIn) shownIn->installEventFilter(this);
+        shownIn_ = shownIn;
+    }
     if (!timer_.isActive()) timer_.start();
 }
 
@@ -105,8 +115,11 @@ bool VisibilityWatcher::eventFilter(QObject* watched, QEvent* event) {
 
 double VisibilityWatcher::visibleFraction() const {
     if (!item_ || !item_->isVisible() || !item_->window()) return 0;
-    const auto* const window = item_->window();
-    if (!window->isExposed() || window->visibility() == QWindow::Minimized) return 0;
+    auto* const window = item_->window();
+    const auto* const shownIn = windowOnScreen(window);
+    // A widget that is hidden hides the window that it paints too.
+    if (window->visibility() == QWindow::Hidden || !shownIn->isExposed()) return 0;
+    if (shownIn->visibility() == QWindow::Minimized) return 0;
 
     QRect whole = rectInScene(*item_, item_->boundingRect());
     // An item without a size counts as visible if its position is.

@@ -37,6 +37,7 @@ class VisibilityWatcher : public QObject {
 
     QPointer<QQuickItem> item_;
     QPointer<QQuickWindow> window_;
+    QPointer<QWindow> shownIn_;
     QTimer timer_;
 };
 

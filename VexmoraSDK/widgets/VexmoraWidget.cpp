@@ -9,6 +9,7 @@
 #include <QtGui/QStyleHints>
 #include <QtGui/QWindow>
 #include <QtWidgets/QAccessibleWidget>
+#include <cmath>
 #include <utility>
 
 #include "VexmoraSDK/platform/MainQueue.h"
@@ -22,39 +23,6 @@ namespace {
 
 using platform::Size;
 using QtSlot::isInterstitial;
-
-/// Screen readers know an ad as a link, and an interstitial as a picture.
-class AccessibleAd : public QAccessibleWidget {
- public:
-    explicit AccessibleAd(VexmoraWidget* ad) : QAccessibleWidget(ad) {}
-
-    QAccessible::Role role() const override {
-        return isInterstitial(ad().view().get()) ? QAccessible::Graphic : QAccessible::Link;
-    }
-
-    QString text(QAccessible::Text text) const override {
-        if (text != QAccessible::Name) return QAccessibleWidget::text(text);
-        const auto word = QCoreApplication::translate("VexmoraSDK", "Advertisement");
-        if (!ad().view()) return word;
-        return QString::fromStdString(accessibleName(word.toStdString(), *ad().view()));
-    }
-
-    QStringList actionNames() const override {
-        return role() == QAccessible::Link ? QStringList{pressAction()} : QStringList();
-    }
-
-    void doAction(const QString& name) override {
-        if (name == pressAction()) ad().press();
-    }
-
- private:
-    VexmoraWidget& ad() const { return *static_cast<VexmoraWidget*>(widget()); }
-};
-
-QAccessibleInterface* makeAccessible(const QString&, QObject* object) {
-    auto* const ad = qobject_cast<VexmoraWidget*>(object);
-    return ad ? new AccessibleAd(ad) : nullptr;
-}
 
 platform::Color colorFrom(const QColor& color) {
     return {color.redF(), color.greenF(), color.blueF(), color.alphaF()};
@@ -70,9 +38,49 @@ double area(const QRect& rect) {
 
 }  // namespace
 
+/// Screen readers know an ad as a link, an interstitial on its screen as a picture, and nothing
+/// where there is neither.
+class VexmoraWidget::Accessible : public QAccessibleWidget {
+ public:
+    static QAccessibleInterface* create(const QString&, QObject* object) {
+        auto* const ad = qobject_cast<VexmoraWidget*>(object);
+        return ad ? new Accessible(ad) : nullptr;
+    }
+
+    QAccessible::Role role() const override {
+        return isInterstitial(ad().view_.get()) ? QAccessible::Graphic : QAccessible::Link;
+    }
+
+    QAccessible::State state() const override {
+        auto state = QAccessibleWidget::state();
+        if (!ad().view_) state.invisible = true;
+        return state;
+    }
+
+    QString text(QAccessible::Text text) const override {
+        if (text != QAccessible::Name) return QAccessibleWidget::text(text);
+        const auto word = QCoreApplication::translate("VexmoraSDK", "Advertisement");
+        if (!ad().view_) return word;
+        return QString::fromStdString(VexmoraSDK::accessibleName(word.toStdString(), *ad().view_));
+    }
+
+    QStringList actionNames() const override {
+        return role() == QAccessible::Link ? QStringList{pressAction()} : QStringList();
+    }
+
+    void doAction(const QString& name) override {
+        if (name == pressAction()) ad().press();
+    }
+
+ private:
+    explicit Accessible(VexmoraWidget* ad) : QAccessibleWidget(ad) {}
+
+    VexmoraWidget& ad() const { return *static_cast<VexmoraWidget*>(widget()); }
+};
+
 VexmoraWidget::VexmoraWidget(QWidget* parent) : QWidget(parent), slot_(slotDelegate()) {
     [[maybe_unused]] static const bool accessible =
-        (QAccessible::installFactory(makeAccessible), true);
+        (QAccessible::installFactory(&Accessible::create), true);
     // The widget may be smaller than the ad, so that a server cannot size the window.
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
     setMouseTracking(true);
@@ -106,15 +114,17 @@ AdSlot::Delegate VexmoraWidget::slotDelegate() {
 
 void VexmoraWidget::announce(std::initializer_list<void (VexmoraWidget::*)()> signalsInOrder) {
     const QPointer guard(this);
-    if (adView_ != slot_.view()) {
+    const auto about = slot_.view();
+    if (adView_ != about) {
         adView_ = slot_.view();
         applyTextColors();
-        showView(isInterstitial(adView_.get()) ? nullptr : adView_);
+        if (!hostView_) showInPlace(adView_);
         Q_EMIT adChanged();
         if (guard) Q_EMIT viewableChanged();
     }
+    // A host that asks for something else meanwhile hears no more of the ad.
     for (const auto signal : signalsInOrder)
-        if (guard) Q_EMIT(this->*signal)();
+        if (guard && slot_.view() == about) Q_EMIT(this->*signal)();
 }
 
 // The placement.
@@ -125,7 +135,7 @@ void VexmoraWidget::changePlacement(Value AdSlot::Placement::*member, Value valu
     if (placement_.*member == value) return;
     placement_.*member = std::move(value);
     // A view set by the host is removed like the slot's own.
-    if (!adView_) showView(nullptr);
+    if (std::exchange(hostView_, nullptr)) showView(nullptr);
     const QPointer guard(this);
     slot_.setPlacement(placement_);
     if (!guard) return;
@@ -174,8 +184,9 @@ void VexmoraWidget::setViewType(int viewType) {
 
 void VexmoraWidget::setView(std::shared_ptr<VexmoraView> view) {
     const QPointer guard(this);
+    hostView_ = std::move(view);
     slot_.setPlacement({});
-    if (guard) showView(std::move(view));
+    if (guard) showInPlace(hostView_);
 }
 
 void VexmoraWidget::reload() {
@@ -224,13 +235,18 @@ void VexmoraWidget::setExpiresAfter(int seconds) {
 // The view on show.
 
 const std::shared_ptr<VexmoraView>& VexmoraWidget::view() const {
-    return view_ ? view_ : adView_;
+    return hostView_ ? hostView_ : adView_;
+}
+
+void VexmoraWidget::showInPlace(std::shared_ptr<VexmoraView> view) {
+    showView(isInterstitial(view.get()) ? nullptr : std::move(view));
 }
 
 void VexmoraWidget::showView(std::shared_ptr<VexmoraView> view) {
     if (view_) view_->setDisplayCallback({});
     // A press on the previous view must not become a tap on this one.
     taps_.cancel();
+    unsetCursor();
     view_ = std::move(view);
     if (view_) view_->setDisplayCallback([this] { viewChanged(); });
     viewChanged();
@@ -299,7 +315,14 @@ int VexmoraWidget::heightForWidth(int width) const {
 }
 
 AdPosition VexmoraWidget::position() const {
-    return AdPosition::of(fillMode_, view_->frame().size, sizeFrom(size()), isRightToLeft());
+    auto position =
+        AdPosition::of(fillMode_, view_->frame().size, sizeFrom(size()), isRightToLeft());
+    // The ad begins at a whole pixel of the screen, so that it stays sharp.
+    const double pixels = devicePixelRatioF();
+    auto& [x, y] = position.origin;
+    x = std::round(x * pixels) / pixels;
+    y = std::round(y * pixels) / pixels;
+    return position;
 }
 
 void VexmoraWidget::paintEvent(QPaintEvent*) {
@@ -425,7 +448,9 @@ void VexmoraWidget::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_Return:
         case Qt::Key_Enter:
         case Qt::Key_Select:
-        case Qt::Key_Space: return press();
+        case Qt::Key_Space:
+            if (!event->isAutoRepeat()) press();
+            break;
         default: QWidget::keyPressEvent(event);
     }
 }

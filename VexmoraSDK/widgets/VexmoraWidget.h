@@ -26,7 +26,8 @@ namespace VexmoraSDK {
 ///
 /// In a layout the widget has the size of the requested banner until an ad is drawn, then the size
 /// that `fillMode` says, or less where there is less room. A tap, Return or Space opens the ad's
-/// URL. The widget may be destroyed at any time, from inside its signals too. Main thread.
+/// URL. The widget may be destroyed at any time, from inside the signals about its ad too. Main
+/// thread.
 ///
 /// An interstitial ad takes no space and is not shown in place: a `VexmoraWidgetScreen` presents
 /// it.
@@ -190,11 +191,14 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
  private:
     friend class VexmoraWidgetScreen;
 
+    class Accessible;
+
     AdSlot::Delegate slotDelegate();
     void announce(std::initializer_list<void (VexmoraWidget::*)()> signalsInOrder);
     template <class Value>
     void changePlacement(Value AdSlot::Placement::*member, Value value,
                          void (VexmoraWidget::*changed)());
+    void showInPlace(std::shared_ptr<VexmoraView> view);
     void showView(std::shared_ptr<VexmoraView> view);
     void viewChanged();
     void nameChanged();
@@ -214,6 +218,8 @@ class VEXMORA_EXPORT VexmoraWidget : public QWidget {
     QColor secondaryTextColor_;
     QTimer wakeTimer_;
     AdSlot slot_;
+    /// Null while an ad that the properties request is on show.
+    std::shared_ptr<VexmoraView> hostView_;
     /// The view on show.
     std::shared_ptr<VexmoraView> view_;
     /// The slot's view of the last `adChanged`.

@@ -81,52 +81,75 @@ VexmoraWidgetScreen::VexmoraWidgetScreen(QWidget* window)
         (QAccessible::installFactory(makeAccessible), true);
     setAttribute(Qt::WA_NoMousePropagation);
     setFocusPolicy(Qt::ClickFocus);
+    // Not that of what it covers.
+    setCursor(Qt::ArrowCursor);
     hide();
     window->installEventFilter(this);
     connect(closeKey_, &QPushButton::clicked, this, &QWidget::close);
-    connect(&movement_, &QPropertyAnimation::finished, this, [this] {
-        if (presentation_->isLeaving()) leftScreen();
-    });
+    // Queued, because all animations stand still while a host's slot runs in this signal. The ad
+    // may have been closed since it was emitted.
+    const auto hasMoved = [this] {
+        if (presentation_->isLeaving() && !isMoving()) leftScreen();
+    };
+    connect(&movement_, &QPropertyAnimation::finished, this, hasMoved, Qt::QueuedConnection);
+    connect(&movement_, &QPropertyAnimation::stateChanged, this,
+            &VexmoraWidgetScreen::movingChanged, Qt::QueuedConnection);
+    connect(this, &VexmoraWidgetScreen::presentingChanged, this,
+            &VexmoraWidgetScreen::closeLabelChanged);
     movement_.setDuration(kMoveMilliseconds);
     movement_.setEasingCurve(QEasingCurve::OutCubic);
 }
 
-VexmoraWidgetScreen::~VexmoraWidgetScreen() = default;
+VexmoraWidgetScreen::~VexmoraWidgetScreen() {
+    // Not while all of the window is destroyed, which hides it.
+    if (isPresenting() && isVisible()) giveFocusBack();
+}
 
 bool VexmoraWidgetScreen::isPresenting() const {
     return presentation_->view() != nullptr;
 }
 
 bool VexmoraWidgetScreen::present(VexmoraWidget* ad) {
-    return ad && ad->slot().isPresentable() && present(ad->view(), ad);
+    if (!ad) return false;
+    if (ad->hostView_) return present(ad->hostView_, nullptr, ad->fillMode_);
+    return ad->slot().isPresentable() && present(ad->view(), ad, ad->fillMode_);
 }
 
 bool VexmoraWidgetScreen::present(std::shared_ptr<VexmoraView> view) {
-    return present(std::move(view), nullptr);
+    return present(std::move(view), nullptr, FillMode::asIs);
 }
 
-bool VexmoraWidgetScreen::present(std::shared_ptr<VexmoraView> view, VexmoraWidget* ad) {
+bool VexmoraWidgetScreen::present(std::shared_ptr<VexmoraView> view, VexmoraWidget* ad,
+                                  FillMode fillMode) {
     if (isPresenting() || !view || view->viewType() != VexmoraViewType::interstitial) return false;
     if (!isDrawn(*view) || view->window()) return false;
     presentation_->begin(view);
     stage_.showView(std::move(view));
     stage_.setEnabled(true);
     ad_ = ad;
+    fillMode_ = fillMode;
     coverWindow();
     stage_.move(0, height());
     focusedBefore_ = window()->focusWidget();
     raise();
     show();
-    setFocus();
     moveStage(0);
     if (ad_) ad_->setPresentedOn(&stage_);
-    Q_EMIT presentingChanged();
+    // The host may destroy this screen inside what follows. QWidget::setFocus would crash then, so
+    // the other widget loses the focus before.
+    const QPointer guard(this);
+    if (focusedBefore_) focusedBefore_->clearFocus();
+    if (guard) setFocus();
+    if (guard) Q_EMIT closeRectChanged();
+    if (guard) Q_EMIT presentingChanged();
     return true;
 }
 
 void VexmoraWidgetScreen::leave(bool animated) {
     // The screen keeps the focus and ignores keys while the ad leaves.
-    if (closeKey_->hasFocus()) setFocus();
+    const QPointer guard(this);
+    if (window()->focusWidget() == closeKey_) setFocus();
+    if (!guard) return;
     stage_.setEnabled(false);
     if (animated)
         moveStage(height());
@@ -140,9 +163,17 @@ void VexmoraWidgetScreen::leftScreen() {
     stage_.showView(nullptr);
     presentation_->end();
     const QPointer guard(this);
-    if (hasFocus() && focusedBefore_) focusedBefore_->setFocus();
-    if (guard) hide();
+    giveFocusBack();
+    // The host may present the next ad inside a focus event.
+    if (guard && !isPresenting()) hide();
+    if (guard) Q_EMIT closeRectChanged();
     if (guard) Q_EMIT presentingChanged();
+}
+
+// Focus returns, unless the host has moved it elsewhere since. The window may be inactive.
+void VexmoraWidgetScreen::giveFocusBack() {
+    const auto* const focused = window()->focusWidget();
+    if (focusedBefore_ && (focused == this || focused == closeKey_)) focusedBefore_->setFocus();
 }
 
 void VexmoraWidgetScreen::moveStage(int y) {
@@ -159,21 +190,29 @@ void VexmoraWidgetScreen::coverWindow() {
     view->setFrame({{0, 0}, {double(width()), double(height())}});
     view->setSafeAreaInsets(insetsOf(contentsMargins()));
     view->setMirrored(isRightToLeft());
-    layOutInterstitial(static_cast<VexmoraView&>(*view), ad_ ? ad_->fillMode_ : FillMode::asIs,
-                       devicePixelRatioF());
-    const auto button = closeButton();
-    closeKey_->setVisible(button != nullptr);
-    if (!button) return;
-    const auto [origin, size] = button->frame();
-    closeKey_->setGeometry(QRectF(origin.x, origin.y, size.width, size.height).toAlignedRect());
-    nameCloseKey();
+    layOutInterstitial(static_cast<VexmoraView&>(*view), fillMode_, devicePixelRatioF());
+    closeKey_->setVisible(closeButton() != nullptr);
+    closeKey_->setGeometry(closeRect().toAlignedRect());
+    closeKey_->setAccessibleName(closeLabel());
 }
 
-void VexmoraWidgetScreen::nameCloseKey() {
-    if (const auto button = closeButton()) {
-        closeKey_->setAccessibleName(
-            QCoreApplication::translate("VexmoraSDK", button->accessibilityLabel().c_str()));
-    }
+void VexmoraWidgetScreen::coverWindowAgain() {
+    if (!isPresenting()) return;
+    coverWindow();
+    Q_EMIT closeRectChanged();
+}
+
+QString VexmoraWidgetScreen::closeLabel() const {
+    const auto button = closeButton();
+    if (!button) return {};
+    return QCoreApplication::translate("VexmoraSDK", button->accessibilityLabel().c_str());
+}
+
+QRectF VexmoraWidgetScreen::closeRect() const {
+    const auto button = closeButton();
+    if (!button) return {};
+    const auto [origin, size] = button->frame();
+    return {origin.x, origin.y, size.width, size.height};
 }
 
 std::shared_ptr<platform::Button> VexmoraWidgetScreen::closeButton() const {
@@ -196,20 +235,27 @@ bool VexmoraWidgetScreen::event(QEvent* event) {
         event->accept();
         return true;
     }
-    if (event->type() == QEvent::LayoutDirectionChange && isPresenting()) coverWindow();
-    if (event->type() == QEvent::LanguageChange) {
-        nameCloseKey();
-        QAccessibleEvent renamed(this, QAccessible::NameChanged);
-        QAccessible::updateAccessibility(&renamed);
+    // The host may destroy the screen inside the signals.
+    const QPointer guard(this);
+    const bool known = QWidget::event(event);
+    switch (guard ? event->type() : QEvent::None) {
+        case QEvent::ContentsRectChange:
+        case QEvent::LayoutDirectionChange: coverWindowAgain(); break;
+        case QEvent::LanguageChange: {
+            closeKey_->setAccessibleName(closeLabel());
+            QAccessibleEvent renamed(this, QAccessible::NameChanged);
+            QAccessible::updateAccessibility(&renamed);
+            Q_EMIT closeLabelChanged();
+            break;
+        }
+        default: break;
     }
-    return QWidget::event(event);
+    return known;
 }
 
 bool VexmoraWidgetScreen::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == parentWidget() && event->type() == QEvent::Resize && isPresenting()) {
-        coverWindow();
-    }
-    return QWidget::eventFilter(watched, event);
+    if (watched == parentWidget() && event->type() == QEvent::Resize) coverWindowAgain();
+    return false;
 }
 
 // Keys that the ad does not use are swallowed. The host's shortcuts still work.

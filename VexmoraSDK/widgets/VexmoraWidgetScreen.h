@@ -30,6 +30,11 @@ class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
 
     /// True from the call of `present` until the ad has moved out.
     Q_PROPERTY(bool presenting READ isPresenting NOTIFY presentingChanged FINAL)
+    /// While the ad moves in or out.
+    Q_PROPERTY(bool moving READ isMoving NOTIFY movingChanged FINAL)
+    /// What screen readers say of the close button, and where it is; empty when there is none.
+    Q_PROPERTY(QString closeLabel READ closeLabel NOTIFY closeLabelChanged FINAL)
+    Q_PROPERTY(QRectF closeRect READ closeRect NOTIFY closeRectChanged FINAL)
 
  public:
     /// Makes a child of `window`, which owns it. The screen covers all of `window` while it
@@ -46,9 +51,15 @@ class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
     bool present(std::shared_ptr<VexmoraView> view);
 
     bool isPresenting() const;
+    bool isMoving() const { return movement_.state() == QPropertyAnimation::Running; }
+    QString closeLabel() const;
+    QRectF closeRect() const;
 
  Q_SIGNALS:
     void presentingChanged();
+    void movingChanged();
+    void closeLabelChanged();
+    void closeRectChanged();
 
  protected:
     /// Makes `close()` tap the close button.
@@ -60,13 +71,14 @@ class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
     bool focusNextPrevChild(bool next) override;
 
  private:
-    bool present(std::shared_ptr<VexmoraView> view, VexmoraWidget* ad);
+    bool present(std::shared_ptr<VexmoraView> view, VexmoraWidget* ad, FillMode fillMode);
     void coverWindow();
-    void nameCloseKey();
+    void coverWindowAgain();
     std::shared_ptr<platform::Button> closeButton() const;
     void moveStage(int y);
     void leave(bool animated);
     void leftScreen();
+    void giveFocusBack();
 
     const std::unique_ptr<Presentation> presentation_;
     /// The widget that moves.
@@ -74,6 +86,7 @@ class VEXMORA_EXPORT VexmoraWidgetScreen : public QWidget {
     QPropertyAnimation movement_{&stage_, "pos"};
     /// The widget whose ad is presented; absent for a view set by the host.
     QPointer<VexmoraWidget> ad_;
+    FillMode fillMode_ = FillMode::asIs;
     /// The close button for keyboard and screen readers. Taps reach the view's own button.
     QPushButton* const closeKey_;
     /// The widget that had focus before; it gets it back.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <QtCore/QPointer>
 #include <QtGui/QAccessible>
+#include <set>
 
 #include "VexmoraSDK/platform/ui/ImageView.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
@@ -79,6 +80,17 @@ TEST_P(AdPresenterTest, ShowsAPictureOfTwiceTheSizePixelForPixelOnScreensOfTwoPi
     for (int i = 0; i < 20; ++i)
         EXPECT_EQ(colorAt(10 + i * 0.5, 70), i % 2 == 0 ? Qt::black : Qt::white) << i;
     EXPECT_EQ(colorAt(389.5, 119.5), Qt::white);
+}
+
+TEST_P(AdPresenterTest, BeginsAtAWholePixelAlsoWhereItsMiddleIsNone) {
+    constexpr int kWidth = 379;
+    const auto view = plain({{0, 0}, {kWidth, 100}}, kRed);
+    for (int x = 0; x < kWidth; x += 2)
+        view->addSubview(plain({{double(x), 0}, {1, 100}}, kBlue));
+    app_->addAd(view)->setProperty("fillMode", 1);
+    const QColor first = colorAt(100, 70);
+    EXPECT_THAT((std::set{first.rgb(), colorAt(101, 70).rgb()}),
+                ElementsAre(QColor(Qt::blue).rgb(), QColor(Qt::red).rgb()));
 }
 
 TEST_P(AdPresenterTest, LiesAtTheRightInRightToLeftLayouts) {

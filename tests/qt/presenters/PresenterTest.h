@@ -39,6 +39,14 @@ class PresenterTest : public AppTest,
     void click(QPoint point, Qt::MouseButton button = Qt::LeftButton) {
         QTest::mouseClick(app_->window(), button, {}, point);
     }
+    /// Moves the mouse, whether or not the display has one.
+    bool waitForCursor(QPoint point, Qt::CursorShape shape) {
+        const QPoint there = app_->window()->mapToGlobal(point);
+        QMouseEvent hover(QEvent::MouseMove, point, there, Qt::NoButton, {}, {});
+        QCoreApplication::sendEvent(app_->window(), &hover);
+        move(point);
+        return App::waitFor([&] { return app_->cursorAt(point) == shape; });
+    }
     void type(Qt::Key key) { QTest::keyClick(app_->window(), key); }
 
     /// Clicks without running anything else on the main thread.

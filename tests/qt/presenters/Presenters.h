@@ -33,6 +33,8 @@ class Presenters {
     /// Calls `hear` with the name of each signal that the ad emits.
     virtual void listen(QObject* ad, std::function<void(const char*)> hear) = 0;
     virtual void moveAd(QObject* ad, QPoint to) = 0;
+    /// The cursor at a point of the window that the mouse has moved to.
+    virtual Qt::CursorShape cursorAt(QPoint point) = 0;
     /// Covers the right half of the window with something opaque, or uncovers it.
     virtual void cover(bool covers) = 0;
 
@@ -44,6 +46,7 @@ class Presenters {
     virtual bool isPresenting() = 0;
     virtual void close() = 0;
     virtual void setInsets(int top, int right) = 0;
+    virtual void onPresentingChanged(std::function<void()> act) = 0;
 
     virtual QWindow* window() = 0;
     virtual void resize(QSize size) = 0;
@@ -62,6 +65,8 @@ class Presenters {
             QObject::connect(ad, signal, ad, [hear, name] { hear(name); });
         };
         on(&Ad::statusChanged, "statusChanged");
+        on(&Ad::errorChanged, "errorChanged");
+        on(&Ad::viewableChanged, "viewableChanged");
         on(&Ad::didReceiveAd, "didReceiveAd");
         on(&Ad::didHaveError, "didHaveError");
         on(&Ad::becameViewable, "becameViewable");

@@ -37,9 +37,12 @@ class QuickPresenters final : public Presenters {
 
     AdSlot* slotOf(QObject* ad) override { return &qobject_cast<VexmoraAdItem*>(ad)->ad()->slot(); }
     void listen(QObject* ad, std::function<void(const char*)> hear) override {
-        listenTo(qobject_cast<VexmoraAdItem*>(ad), hear);
+        auto* const item = qobject_cast<VexmoraAdItem*>(ad);
+        QObject::connect(item->ad(), &VexmoraAd::adChanged, item, [hear] { hear("adChanged"); });
+        listenTo(item, hear);
     }
     void moveAd(QObject* ad, QPoint to) override { qobject_cast<QQuickItem*>(ad)->setPosition(to); }
+    Qt::CursorShape cursorAt(QPoint) override { return scene_.window().cursor().shape(); }
     void cover(bool covers) override { cover_->setVisible(covers); }
 
     QObject* screen() override { return screen_.data(); }
@@ -59,6 +62,10 @@ class QuickPresenters final : public Presenters {
         screen_->setRightInset(right);
     }
 
+    void onPresentingChanged(std::function<void()> act) override {
+        QObject::connect(screen_, &VexmoraScreenItem::presentingChanged, std::move(act));
+    }
+
     QWindow* window() override { return &scene_.window(); }
     void resize(QSize size) override { screen_->setSize(size); }
     void mirror() override { scene_.mirror(); }
@@ -75,6 +82,7 @@ class QuickPresenters final : public Presenters {
         id: button; property int clicks; property int escapes
         width: 400; height: 300
         acceptedButtons: Qt.AllButtons
+        cursorShape: Qt.IBeamCursor
         onClicked: ++clicks
         onWheel: {}
         Shortcut { sequence: "Escape"; onActivated: ++button.escapes }

@@ -2,6 +2,7 @@
 #include <QtCore/QAnimationDriver>
 #include <QtCore/QPointer>
 #include <QtCore/QTranslator>
+#include <QtCore/QVariantAnimation>
 #include <QtGui/QAccessible>
 #include <QtGui/QPointingDevice>
 
@@ -22,6 +23,24 @@ class HeldAnimations : public QAnimationDriver {
     ~HeldAnimations() override { uninstall(); }
     qint64 elapsed() const override { return 0; }
     void advance() override {}
+};
+
+/// Acts once when an object gets the keyboard or loses it.
+class FocusWatch : public QObject {
+ public:
+    FocusWatch(QObject* watched, QEvent::Type type, std::function<void()> act)
+        : type_(type), act_(std::move(act)) {
+        watched->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == type_ && act_) std::exchange(act_, nullptr)();
+        return false;
+    }
+
+ private:
+    const QEvent::Type type_;
+    std::function<void()> act_;
 };
 
 /// An interstitial ad to be presented over the window.
@@ -59,6 +78,7 @@ class ScreenPresenterTest : public PresenterTest {
 
     const std::unique_ptr<QPointingDevice> finger_{QTest::createTouchDevice()};
 
+    const QPointer<QObject> focused_ = app_->focused();
     const std::shared_ptr<VexmoraView> ad_ = createView("home", "300x250");
 };
 
@@ -70,6 +90,12 @@ TEST_P(ScreenPresenterTest, PresentsTheAdCentredAndRemovesItWhenClosed) {
     present();
     EXPECT_TRUE(app_->isPresenting());
     EXPECT_FALSE(app_->present(ad_));
+    auto* const screen = app_->screen();
+    EXPECT_TRUE(screen->property("closeRect").toRectF().contains(kClose));
+    EXPECT_EQ(screen->property("closeLabel"), QLatin1String("Close advertisement"));
+    EXPECT_TRUE(App::waitFor([&] { return !screen->property("moving").toBool(); }));
+    EXPECT_TRUE(waitForCursor(kClose, Qt::PointingHandCursor));
+    EXPECT_TRUE(waitForCursor({200, 150}, Qt::ArrowCursor));
 
     click(kClose);
     ASSERT_TRUE(waitToHear("did dismiss"));
@@ -81,6 +107,58 @@ TEST_P(ScreenPresenterTest, PresentsTheAdCentredAndRemovesItWhenClosed) {
     present();
     click(kClose);
     EXPECT_TRUE(waitToHear("did dismiss"));
+}
+
+TEST_P(ScreenPresenterTest, LeavesAViewToTheScreenThatPresentsIt) {
+    present();
+    const QPointer<QObject> first = app_->screen();
+    app_->addScreen();
+    EXPECT_FALSE(app_->present(ad_));
+    delete first;
+    EXPECT_TRUE(app_->present(ad_));
+}
+
+TEST_P(ScreenPresenterTest, LetsTheHostPresentOrAnimateWhenTheAdHasLeft) {
+    present();
+    app_->onPresentingChanged([this] {
+        if (app_->isPresenting()) return;
+        QVariantAnimation other;
+        other.setDuration(1);
+        other.start();
+        EXPECT_TRUE(App::waitFor([&] { return other.state() == QVariantAnimation::Stopped; }));
+        hear("animated");
+    });
+    app_->close();
+    ASSERT_TRUE(waitToHear("animated"));
+
+    present();
+    heard();
+    const FocusWatch watch(focused_, QEvent::FocusIn, [this] { app_->present(ad_); });
+    app_->close();
+    ASSERT_TRUE(waitToHear("did dismiss"));
+    EXPECT_TRUE(app_->isPresenting());
+    EXPECT_TRUE(App::waitFor([&] { return colorAt(60, 26) == Qt::red; }));
+    type(Qt::Key_Escape);
+    EXPECT_TRUE(App::waitFor([&] { return !app_->isPresenting(); }));
+    EXPECT_EQ(app_->escapes(), 0);
+}
+
+TEST_P(ScreenPresenterTest, GivesTheKeyboardBackAlsoInAWindowThatDoesNotHaveIt) {
+    present();
+    {
+        QWindow other;
+        other.show();
+        other.requestActivate();
+        ASSERT_TRUE(App::waitFor([&] { return QGuiApplication::focusWindow() == &other; }));
+        app_->close();
+        ASSERT_TRUE(App::waitFor([&] { return !app_->isPresenting(); }));
+    }
+    app_->window()->requestActivate();
+    EXPECT_TRUE(App::waitFor([&] { return app_->focused() == focused_; }));
+
+    present();
+    delete app_->screen();
+    EXPECT_EQ(app_->focused(), focused_);
 }
 
 TEST_P(ScreenPresenterTest, ShowsAWhiteCrossToCloseTheAdWith) {
@@ -112,14 +190,15 @@ TEST_P(ScreenPresenterTest, BlocksInputAndPassesOnTapsOnTheCloseButtonOnly) {
     type(Qt::Key_Escape);
     ASSERT_TRUE(waitToHear("did dismiss"));
     auto* inPlace = app_->addAd(ad_);
+    EXPECT_EQ(app_->sizeOf(inPlace), QSizeF(0, 0));
     QMetaObject::invokeMethod(inPlace, "press");
     click({200, 150});
     App::runQueuedBlocks();
     EXPECT_THAT(heard(), ElementsAre("will dismiss", "did dismiss"));
+    EXPECT_TRUE(app_->presentAd(inPlace));
 }
 
 TEST_P(ScreenPresenterTest, ClosesOnceHoweverOftenItIsToldTo) {
-    const QPointer<QObject> focused = app_->focused();
     // Something else could have the keyboard, too.
     app_->moveAd(app_->addAd(createView("home", "320x60")), {10, 235});
     ASSERT_TRUE(waitToHear("received"));
@@ -142,7 +221,7 @@ TEST_P(ScreenPresenterTest, ClosesOnceHoweverOftenItIsToldTo) {
     EXPECT_THAT(heard(), ElementsAre("will dismiss", "did dismiss"));
     EXPECT_EQ(app_->escapes(), 0);
     EXPECT_EQ(app_->clicks(), 0);
-    EXPECT_EQ(app_->focused(), focused);
+    EXPECT_EQ(app_->focused(), focused_);
     type(Qt::Key_Escape);
     EXPECT_EQ(app_->escapes(), 1);
 
@@ -152,8 +231,8 @@ TEST_P(ScreenPresenterTest, ClosesOnceHoweverOftenItIsToldTo) {
 }
 
 TEST_P(ScreenPresenterTest, GivesTheKeyboardAndScreenReadersACloseButtonThatStaysInSight) {
-    app_->setInsets(40, 10);
     present();
+    app_->setInsets(40, 10);
     app_->resize({350, 280});
     click({350 - 10 - 12 - 18, 40 + 12 + 18});
     ASSERT_TRUE(waitToHear("did dismiss"));
@@ -240,6 +319,11 @@ TEST_P(ScreenPresenterTest, MayBeDestroyedInsideItsDelegate) {
     click(kClose);
     ASSERT_TRUE(App::waitFor([&] { return !app_->screen(); }));
     EXPECT_FALSE(ad_->window());
+
+    app_->addScreen();
+    app_->onPresentingChanged([this] { delete app_->screen(); });
+    app_->present(ad_);
+    EXPECT_FALSE(app_->screen());
 }
 
 }  // namespace

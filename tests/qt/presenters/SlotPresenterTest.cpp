@@ -4,6 +4,7 @@
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtGui/QAccessible>
+#include <set>
 
 #include "tests/RecordingOpener.h"
 #include "tests/qt/presenters/PresenterTest.h"
@@ -24,8 +25,9 @@ class SlotPresenterTest : public PresenterTest {
         ad_ = app_->addAd(nullptr);
         slot().setClock([now = now_] { return *now; });
         app_->listen(ad_, [this](const char* signal) {
-            hear(signal);
-            if (signal == lastWord_) delete ad_.data();
+            const std::set<std::string> details{"errorChanged", "adChanged", "viewableChanged"};
+            if (!details.contains(signal)) hear(signal);
+            if (signal == lastWord_) lastAct_();
         });
     }
 
@@ -66,8 +68,10 @@ class SlotPresenterTest : public PresenterTest {
     /// Shared, because the presenter outlives the test.
     const std::shared_ptr<AdSlot::Time> now_ = std::make_shared<AdSlot::Time>(1000h);
     QPointer<QObject> ad_;
-    /// The ad is destroyed at this event.
+    /// The event at which `lastAct_` runs, which destroys the ad unless a test wants something
+    /// else.
     std::string lastWord_;
+    std::function<void()> lastAct_ = [this] { delete ad_.data(); };
 };
 
 INSTANTIATE_TEST_SUITE_P(Of, SlotPresenterTest, kToolkits, nameOf);
@@ -95,6 +99,21 @@ TEST_P(SlotPresenterTest, KeepsItsPlaceAndReportsItsStatus) {
     EXPECT_EQ(property("status").toInt(), 3);
     EXPECT_EQ(property("errorCode").toInt(), 2);
     EXPECT_EQ(property("errorString").toString(), QLatin1String("ParsingError"));
+
+    lastWord_ = "adChanged";
+    lastAct_ = [this] { ask("nothing", "320x60"); };
+    heard();
+    ask("home", "320x60");
+    EXPECT_TRUE(waitToHear("didHaveError"));
+    for (const auto& word : heard())
+        EXPECT_NE(word, "didReceiveAd") << "of an ad that was dropped";
+}
+
+TEST_P(SlotPresenterTest, ShowsAHandWhereATapOpensTheAd) {
+    askAndWait("home", "320x60");
+    EXPECT_TRUE(waitForCursor({20, 30}, Qt::PointingHandCursor));
+    ask("nothing", "320x60");
+    EXPECT_NE(app_->cursorAt({20, 30}), Qt::PointingHandCursor);
 }
 
 TEST_P(SlotPresenterTest, FitsTheAdIntoItsPlaceOnRequest) {
@@ -159,6 +178,7 @@ TEST_P(SlotPresenterTest, DoesNotWakeTheAppWhileNothingChanges) {
     for (int i = 0; i < 10; ++i) {
         if (i > 0) add();
         askAndWait("home", "320x60");
+        EXPECT_TRUE(waitForVisible(1));
         pass(1s);
         EXPECT_EQ(slot().untilNextWake(), std::nullopt);
     }
@@ -185,10 +205,15 @@ TEST_P(SlotPresenterTest, DoesNotWakeTheAppWhileNothingChanges) {
 }
 
 TEST_P(SlotPresenterTest, SupportsKeyboardAndScreenReaders) {
+    auto* const link = QAccessible::queryAccessibleInterface(ad_);
+    const auto isFound = [link] {
+        return link->parent()->indexOfChild(link) >= 0 && !link->state().invisible;
+    };
+    EXPECT_FALSE(isFound()) << "nothing is shown";
     ad_->setProperty("containerId", QLatin1String("home"));
     ad_->setProperty("adType", 1);
     ASSERT_TRUE(waitToHear("didReceiveAd"));
-    auto* const link = QAccessible::queryAccessibleInterface(ad_);
+    EXPECT_TRUE(isFound());
     EXPECT_EQ(link->text(QAccessible::Name),
               QLatin1String("Advertisement, Title, What it is about., Advertiser"));
     EXPECT_TRUE(link->state().focusable);
@@ -196,6 +221,13 @@ TEST_P(SlotPresenterTest, SupportsKeyboardAndScreenReaders) {
     EXPECT_EQ(app_->focused(), ad_);
     type(Qt::Key_Return);
     EXPECT_TRUE(waitToHear("willLeaveApplication"));
+    heard();
+    for (const auto key : {Qt::Key_Return, Qt::Key_Space}) {
+        QKeyEvent held(QEvent::KeyPress, key, {}, {}, true);
+        QCoreApplication::sendEvent(app_->window(), &held);
+    }
+    App::runQueuedBlocks();
+    EXPECT_THAT(heard(), IsEmpty()) << "a key that is held";
 }
 
 TEST_P(SlotPresenterTest, SurvivesATapOnAnInterstitialAd) {
@@ -236,12 +268,15 @@ TEST_P(SlotPresenterTest, SurvivesATapOnAnInterstitialAd) {
 }
 
 TEST_P(SlotPresenterTest, MayBeDestroyedFromInsideOfItsSignals) {
-    for (const char* word : {"statusChanged", "didReceiveAd", "becameViewable",
-                             "willLeaveApplication", "didHaveError"}) {
+    for (const char* word : {"statusChanged", "errorChanged", "adChanged", "didReceiveAd",
+                             "viewableChanged", "becameViewable", "willLeaveApplication",
+                             "didHaveError", "willDismissScreen", "didDismissScreen"}) {
         if (!ad_) add();
         lastWord_ = word;
-        ask(lastWord_ == "didHaveError" ? "nothing" : "home", "320x60");
+        const bool isOnScreen = lastWord_.ends_with("DismissScreen");
+        ask(lastWord_ == "didHaveError" ? "nothing" : "home", isOnScreen ? "300x250" : "320x60");
         EXPECT_TRUE(App::waitFor([&] {
+            if (ad_ && isOnScreen && app_->presentAd(ad_)) app_->close();
             if (ad_ && slot().ad()) click({20, 30});
             if (ad_ && slot().visibleFraction() == 1) pass(1s);
             return !ad_;

@@ -20,6 +20,7 @@ class WidgetPresenters final : public Presenters {
         button_->setFlat(true);
         button_->setAttribute(Qt::WA_AcceptTouchEvents);
         button_->resize(400, 300);
+        button_->setCursor(Qt::IBeamCursor);
         QObject::connect(button_, &QPushButton::clicked, [this] { ++clicks_; });
         QObject::connect(&shortcut_, &QShortcut::activated, [this] { ++escapes_; });
         window_.show();
@@ -45,9 +46,14 @@ class WidgetPresenters final : public Presenters {
 
     AdSlot* slotOf(QObject* ad) override { return &qobject_cast<VexmoraWidget*>(ad)->slot(); }
     void listen(QObject* ad, std::function<void(const char*)> hear) override {
-        listenTo(qobject_cast<VexmoraWidget*>(ad), hear);
+        auto* const widget = qobject_cast<VexmoraWidget*>(ad);
+        QObject::connect(widget, &VexmoraWidget::adChanged, widget, [hear] { hear("adChanged"); });
+        listenTo(widget, hear);
     }
     void moveAd(QObject* ad, QPoint to) override { qobject_cast<QWidget*>(ad)->move(to); }
+    Qt::CursorShape cursorAt(QPoint point) override {
+        return window_.childAt(point)->cursor().shape();
+    }
     void cover(bool covers) override {
         cover_->setAutoFillBackground(true);
         cover_->setGeometry(200, 0, 200, 300);
@@ -64,6 +70,10 @@ class WidgetPresenters final : public Presenters {
     bool isPresenting() override { return screen_->isPresenting(); }
     void close() override { screen_->close(); }
     void setInsets(int top, int right) override { screen_->setContentsMargins(0, top, right, 0); }
+
+    void onPresentingChanged(std::function<void()> act) override {
+        QObject::connect(screen_, &VexmoraWidgetScreen::presentingChanged, std::move(act));
+    }
 
     QWindow* window() override { return window_.windowHandle(); }
     void resize(QSize size) override { button_->resize(size); }

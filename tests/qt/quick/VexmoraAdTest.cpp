@@ -3,8 +3,10 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QTranslator>
+#include <QtQuickWidgets/QQuickWidget>
 
 #include "VexmoraSDK/platform/foundation/Bundle.h"
+#include "VexmoraSDK/quick/VexmoraAdPicture.h"
 #include "VexmoraSDK/quick/VexmoraScreenItem.h"
 #include "tests/LocalAds.h"
 #include "tests/RecordingOpener.h"
@@ -65,15 +67,18 @@ TEST_F(VexmoraAdTest, LetsAPageLayOutANativeAdItself) {
 }
 
 TEST_F(VexmoraAdTest, IsPresentedWithoutAnItem) {
-    auto* screen = scene_.add<VexmoraScreenItem>("VexmoraScreen { width: 400; height: 300 }");
+    auto* screen = scene_.add<VexmoraScreenItem>("VexmoraScreen { width: 200; height: 300 }");
     VexmoraAd ad;
+    ad.setFillMode(Vexmora::FillMode::Fit);
     listenTo(&ad);
     EXPECT_FALSE(screen->present(&ad));
     ad.setContainerId(QStringLiteral("home"));
     ad.setAdSize(QStringLiteral("300x250"));
     ASSERT_TRUE(waitToHear("received"));
     ASSERT_TRUE(screen->present(&ad));
-    EXPECT_TRUE(App::waitFor([&] { return scene_.colorAt(60, 26) == Qt::red; }));
+    EXPECT_TRUE(App::waitFor([&] { return scene_.colorAt(2, 150) == Qt::red; }));
+    EXPECT_EQ(scene_.colorAt(198, 150), Qt::blue);
+    EXPECT_NE(scene_.colorAt(2, 40), Qt::red) << "as much as fits";
     auto* const dialog = QAccessible::queryAccessibleInterface(screen);
     EXPECT_EQ(dialog->role(), QAccessible::Dialog);
     EXPECT_EQ(dialog->text(QAccessible::Name), QLatin1String("Advertisement"));
@@ -89,6 +94,49 @@ TEST_F(VexmoraAdTest, IsPresentedWithoutAnItem) {
     }
     screen->close();
     EXPECT_TRUE(waitToHear("dismissed"));
+}
+
+TEST_F(VexmoraAdTest, WatchesThePictureThatShowsIt) {
+    VexmoraAd first;
+    VexmoraAd second;
+    VexmoraAdPicture picture;
+    picture.setAd(&first);
+    EXPECT_EQ(first.item(), &picture);
+    picture.setAd(&second);
+    EXPECT_EQ(first.item(), nullptr);
+    EXPECT_EQ(second.item(), &picture);
+}
+
+TEST_F(VexmoraAdTest, LeavesToThePageWhatItTellsScreenReaders) {
+    auto* ad = scene_.add<VexmoraAdItem>(R"(VexmoraAdView {
+        containerId: 'home'; adSize: '320x60'
+        Accessible.name: 'Ours'; Accessible.description: 'Words'
+    })");
+    listenTo(ad->ad());
+    ASSERT_TRUE(waitToHear("received"));
+    auto* const link = QAccessible::queryAccessibleInterface(ad);
+    EXPECT_EQ(link->text(QAccessible::Name), QLatin1String("Ours"));
+    EXPECT_EQ(link->role(), QAccessible::Link);
+    link->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(waitToHear("leaves"));
+}
+
+TEST_F(VexmoraAdTest, IsSeenInAWidgetThatPaintsItsScene) {
+    QQuickWidget widget;
+    widget.resize(400, 300);
+    auto* const ad = new VexmoraAdItem(widget.quickWindow()->contentItem());
+    const auto waitForVisible = [ad](double fraction) {
+        return App::waitFor([&] { return ad->ad()->slot().visibleFraction() == fraction; });
+    };
+    listenTo(ad->ad());
+    ad->setContainerId(QStringLiteral("home"));
+    ad->setAdSize(QStringLiteral("320x60"));
+    ASSERT_TRUE(waitToHear("received"));
+    EXPECT_EQ(ad->ad()->slot().visibleFraction(), 0);
+    widget.show();
+    EXPECT_TRUE(waitForVisible(1));
+    widget.hide();
+    EXPECT_TRUE(waitForVisible(0));
 }
 
 TEST_F(VexmoraAdTest, WarnsOnceOfASizeThatNoAdHas) {

@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "VexmoraSDK/widgets/VexmoraWidget.h"
 
+#include <QtTest/QTest>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QVBoxLayout>
 
+#include "VexmoraSDK/platform/ui/ImageView.h"
 #include "VexmoraSDK/views/VexmoraBannerView.h"
+#include "VexmoraSDK/views/VexmoraInterstitialView.h"
+#include "VexmoraSDK/widgets/VexmoraWidgetScreen.h"
 #include "tests/AppTest.h"
 #include "tests/LocalAds.h"
 
@@ -68,6 +73,23 @@ TEST_F(VexmoraWidgetTest, IsPaintedAgainWhenItsViewChanges) {
     ad.paints = 0;
     view->setBackgroundColor(platform::Color{1, 0, 0, 1});
     EXPECT_TRUE(App::waitFor([&] { return ad.paints > 0; }));
+}
+
+TEST_F(VexmoraWidgetTest, LetsTheHostDestroyTheScreenThatTakesTheKeyboard) {
+    QWidget window;
+    QLineEdit edit(&window);
+    const QPointer screen = new VexmoraWidgetScreen(&window);
+    window.show();
+    window.activateWindow();
+    edit.setFocus();
+    ASSERT_TRUE(App::waitFor([&] { return edit.hasFocus(); }));
+    QTest::keyClicks(&edit, QStringLiteral("words"));
+    QObject::connect(&edit, &QLineEdit::editingFinished, [&] { delete screen.data(); });
+    const auto view = VexmoraInterstitialView::create({{0, 0}, {300, 250}});
+    view->addSubview(platform::ImageView::create(nullptr));
+    screen->present(view);
+    EXPECT_FALSE(screen);
+    EXPECT_FALSE(view->window());
 }
 
 }  // namespace
