@@ -31,7 +31,8 @@ case "${1:-}" in
 esac
 
 export QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software
-CTEST_PARALLEL_LEVEL=$(nproc)
+# One more than there are cores, because some tests wait for most of their time.
+CTEST_PARALLEL_LEVEL=$(($(nproc) + 1))
 export CTEST_PARALLEL_LEVEL
 summary=$(mktemp)
 times=()

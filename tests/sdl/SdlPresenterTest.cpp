@@ -278,9 +278,12 @@ TEST_F(SdlTest, RedrawsLostTexturesAndPausesWhileTheWindowIsHidden) {
     SDL_Event event{};
     event.type = SDL_WINDOWEVENT;
     event.window.windowID = window.id();
+    slot.setRefreshInterval(10s);
+    EXPECT_TRUE(slot.untilNextWake());
     event.window.event = SDL_WINDOWEVENT_MINIMIZED;
     view.handle(event);
     EXPECT_FALSE(slot.isActive());
+    EXPECT_FALSE(slot.untilNextWake()) << "nothing is refreshed in the background";
     event.window.event = SDL_WINDOWEVENT_RESTORED;
     view.handle(event);
     EXPECT_TRUE(slot.isActive());
