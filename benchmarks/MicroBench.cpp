@@ -108,10 +108,11 @@ class SceneAd {
             explicit Link(QQuickItem* parent) : ViewItem(parent) { updateAccessibility(); }
             using ViewItem::show;
             void updateAccessibility() override {
-                if (auto* link = makeAccessible(this, QAccessible::Link,
-                                                translated("Advertisement"), {this, "press()"}))
-                    link->setProperty("focusable", activeFocusOnTab());
+                auto* const link = accessible.update(
+                    this, QAccessible::Link, translated("Advertisement"), false, {this, "press()"});
+                if (link) link->setProperty("focusable", activeFocusOnTab());
             }
+            AccessibleItem accessible;
         } item(window_.contentItem());
         bool received = false;
         auto delegate = std::make_shared<VexmoraDelegate>();
