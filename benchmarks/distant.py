@@ -39,7 +39,8 @@ class DistantServers:
         rest = asyncio.all_tasks(self.loop)
         for task in rest:
             task.cancel()
-        self.loop.run_until_complete(asyncio.gather(*rest, return_exceptions=True))
+        if rest:
+            self.loop.run_until_complete(asyncio.wait(rest))
 
     async def listen(self):
         """The address of a server behind its proxy."""
