@@ -24,31 +24,18 @@ build=$folder/build
 as_root=()
 [ "$(id -u)" -eq 0 ] || as_root=(sudo)
 
-times=()
-current=
-step() {
-    current=$1
-    local start=$SECONDS
-    echo "== $1"
-    "${@:2}"
-    times+=("$1 $((SECONDS - start))")
-    current=
-}
+# shellcheck source=scripts/steps.sh
+. scripts/steps.sh
 
 # shellcheck disable=SC2317  # the trap calls it
 report() {
     unregister
-    local time
-    echo
-    for time in "${times[@]}"; do
-        printf '%-10s %4d s\n' "${time% *}" "${time#* }"
-    done
-    printf '%-10s %4d s\n' total "$SECONDS"
+    print_times
     sed -n '/tests passed/,/^Total/p' "$folder/tests.log" 2>/dev/null || true
     echo "Not run on $arch: LimitsTest, and the largest pictures in 128 MiB, since the memory would be"
     echo "the emulator's, too; tests in real windows, whose mouse is moved by a program that Qt cannot"
     echo "start there; the examples, sanitizers and fuzzers; and what installs packages."
-    [ -z "$current" ] || echo "failed: $current" >&2
+    print_failed_step
 }
 
 # Unpacks packages of an architecture and all that they depend on below a folder.

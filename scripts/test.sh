@@ -35,29 +35,15 @@ export QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software
 CTEST_PARALLEL_LEVEL=$(($(nproc) + 1))
 export CTEST_PARALLEL_LEVEL
 summary=$(mktemp)
-times=()
-current=
-
-step() {
-    current=$1
-    local start=$SECONDS
-    echo "== $1"
-    "${@:2}"
-    times+=("$1 $((SECONDS - start))")
-    current=
-}
+# shellcheck source=scripts/steps.sh
+. scripts/steps.sh
 
 # shellcheck disable=SC2317  # the trap calls it
 report() {
-    local time
-    echo
-    for time in "${times[@]}"; do
-        printf '%-10s %4d s\n' "${time% *}" "${time#* }"
-    done
-    printf '%-10s %4d s\n' total "$SECONDS"
+    print_times
     sed -n '/tests passed/,$p' "$summary"
     rm "$summary"
-    [ -z "$current" ] || echo "failed: $current" >&2
+    print_failed_step
 }
 trap report EXIT
 
