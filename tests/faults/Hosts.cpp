@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
 
@@ -14,21 +13,9 @@
 #include "tests/App.h"
 #include "tests/EventRecorder.h"
 #include "tests/LibraryFolder.h"
+#include "tests/faults/Bombs.h"
 
 namespace VexmoraSDK {
-namespace {
-
-Catalog catalogWithBombs() {
-    Catalog catalog = Catalog::load();
-    for (const auto& bomb : std::filesystem::directory_iterator(VEXMORA_BOMBS)) {
-        catalog.placements[bomb.path().stem()] = {
-            {Creative::kNativeAdType, "/landing/bomb", bomb.path(), "A bomb", "Boom.", "Acme"}};
-    }
-    return catalog;
-}
-
-}  // namespace
-
 std::string requestUrlFormat() {
     constexpr auto kVariable = "VEXMORA_TEST_TEMPLATE";
     if (const char* inherited = std::getenv(kVariable)) return inherited;

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -15,6 +14,7 @@
 #include "tests/EventRecorder.h"
 #include "tests/LibraryFolder.h"
 #include "tests/Program.h"
+#include "tests/faults/Bombs.h"
 #include "tests/faults/Outcomes.h"
 
 // Ads on a machine of one core whose process may hold 128 MiB of data. The mock ad server is in a
@@ -28,15 +28,6 @@ constexpr int kAdsAtOnce = 30;
 /// Under an emulator its own data count, too, which VEXMORA_EMULATOR_KIB tells.
 constexpr auto kOnSmallMachine =
     R"(ulimit -d $((131072 + ${VEXMORA_EMULATOR_KIB:-0})) && exec taskset -c 0 "$0" "$1")";
-
-Catalog catalogWithLargePictures() {
-    Catalog catalog = Catalog::load();
-    for (const auto& picture : std::filesystem::directory_iterator(VEXMORA_BOMBS)) {
-        catalog.placements[picture.path().stem()] = {
-            {Creative::kNativeAdType, "/landing", picture.path(), "A large picture", "", "Acme"}};
-    }
-    return catalog;
-}
 
 std::vector<Promise> smallMachinePromises() {
     std::vector<Promise> promises;
@@ -105,7 +96,7 @@ int showAll(const std::string& requestUrlFormat) {
 int main(int argc, char** argv) {
     using namespace VexmoraSDK;
     if (argc == 2) return showAll(argv[1]);
-    const AdServer server(catalogWithLargePictures());
+    const AdServer server(catalogWithBombs());
     Program host({"/bin/sh", "-c", kOnSmallMachine, argv[0], server.requestUrlFormat()});
     const std::string output = host.readAll();
     const int status = host.wait();
