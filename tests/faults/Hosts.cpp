@@ -16,6 +16,7 @@
 #include "tests/faults/Bombs.h"
 
 namespace VexmoraSDK {
+
 std::string requestUrlFormat() {
     constexpr auto kVariable = "VEXMORA_TEST_TEMPLATE";
     if (const char* inherited = std::getenv(kVariable)) return inherited;

@@ -13,9 +13,10 @@
 
 namespace VexmoraSDK::platform {
 
-/// Who begins next. There are as many places as there may be transfers; a fetch has one from its
-/// beginning until its completion has run, and holds its body meanwhile. An origin (scheme, host
-/// and port) has at most half of the places, and origins take turns.
+/// The fetches that wait for a transfer, and the places of those that have begun. There are as many
+/// places as there may be transfers; a fetch has one from its beginning until its completion has
+/// run, and holds its body meanwhile. An origin (scheme, host and port) has at most half of the
+/// places, and origins take turns.
 ///
 /// Tasks of low priority begin after the others, and leave an eighth of all places and of each
 /// origin's free for them. No task begins while the bodies of its priority hold the limit, of which
