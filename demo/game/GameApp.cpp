@@ -122,6 +122,6 @@ bool GameApp::moves() const {
 
 std::chrono::milliseconds GameApp::maySleep() const {
     if (moves() || (ads_.screen().isPresenting() && !ads_.screen().coversWindow())) return 0ms;
-    // What this frame has shown and hidden changes what the loop has said at its beginning.
+    // Ads that this frame has shown or hidden may change the time that the loop returned before.
     return VexmoraSDK::AdSlot::wakeAll().value_or(1h);
 }
