@@ -2,6 +2,7 @@
 #include <spng.h>
 
 #include <algorithm>
+#include <cstring>
 #include <vector>
 
 #include "VexmoraSDK/platform/images/Codecs.h"
@@ -86,12 +87,14 @@ std::uint32_t premultiply(std::span<std::uint32_t> pixels) {
     return alphas;
 }
 
-/// Converts the bytes red, green, blue to pixels.
-void expand(std::span<const std::uint8_t> bytes, std::span<std::uint32_t> pixels) {
-    const auto* byte = bytes.data();
+/// Converts the bytes red, green, blue to pixels. A pixel is read as one word, so a byte has to
+/// follow the last one.
+void expand(const std::uint8_t* bytes, std::span<std::uint32_t> pixels) {
     for (auto& pixel : pixels) {
-        pixel = 0xFF000000 | std::uint32_t{byte[0]} << 16 | std::uint32_t{byte[1]} << 8 | byte[2];
-        byte += 3;
+        std::uint32_t word = 0;
+        std::memcpy(&word, bytes, sizeof word);
+        pixel = 0xFF000000 | __builtin_bswap32(word) >> 8;
+        bytes += 3;
     }
 }
 
@@ -115,7 +118,7 @@ class PngDecoder {
         // libspng decodes 8-bit RGB, the usual case, faster without conversion.
         isPlain_ = header.color_type == SPNG_COLOR_TYPE_TRUECOLOR && header.bit_depth == 8 &&
                    !hasAlpha_ && !isInterlaced_;
-        if (isPlain_) row_.resize(width_ * 3);
+        if (isPlain_) row_.resize(width_ * 3 + 1);
     }
 
     std::shared_ptr<const Image> decode() {
@@ -138,7 +141,7 @@ class PngDecoder {
             spng_row_info info{};
             if (const int end = spng_get_row_info(png_, &info)) return end == SPNG_EOI;
             const std::span row(pixels_.get() + info.row_num * width_, width_);
-            const int result = isPlain_ ? spng_decode_row(png_, row_.data(), row_.size())
+            const int result = isPlain_ ? spng_decode_row(png_, row_.data(), width_ * 3)
                                         : spng_decode_row(png_, row.data(), row.size_bytes());
             if (result != SPNG_OK && result != SPNG_EOI) return false;
             // The rows of an interlaced picture are filled in several passes.
@@ -150,7 +153,7 @@ class PngDecoder {
 
     void finish(std::span<std::uint32_t> decoded) {
         if (isPlain_) {
-            expand(row_, decoded);
+            expand(row_.data(), decoded);
         } else if (hasAlpha_) {
             alphas_ &= premultiply(decoded);
         } else {
