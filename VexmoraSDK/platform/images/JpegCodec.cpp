@@ -115,10 +115,13 @@ class JpegDecoder {
         return jpeg_read_header(&jpeg_, TRUE) == JPEG_HEADER_OK;
     }
 
-    bool isAccepted() const {
+    bool isAccepted() {
+        if (!isAcceptedSize(jpeg_.image_width, jpeg_.image_height)) return false;
+        // Otherwise libjpeg refuses a second scan.
+        if (!jpeg_has_multiple_scans(&jpeg_)) return true;
         const std::uint64_t pixels = std::uint64_t{jpeg_.image_width} * jpeg_.image_height;
-        return isAcceptedSize(jpeg_.image_width, jpeg_.image_height) &&
-               markers_.scans() <= kMaxScans && pixels * markers_.scans() <= kMaxPixelsOfAllScans;
+        const std::uint64_t scans = markers_.countScans();
+        return scans <= kMaxScans && pixels * scans <= kMaxPixelsOfAllScans;
     }
 
     bool readPixels() {

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace VexmoraSDK::platform {
 namespace {
@@ -55,35 +56,59 @@ bool isStandalone(std::byte marker) {
     return marker <= std::byte{0x01} || (marker >= std::byte{0xD0} && marker <= std::byte{0xD8});
 }
 
-}  // namespace
+constexpr std::byte kScan{0xDA};
 
-JpegMarkers::JpegMarkers(Bytes data) {
-    constexpr std::byte kScan{0xDA};
+/// A marker and the bytes that its length covers. The data of a scan follow its segment.
+struct Segment {
+    std::byte marker;
+    Bytes body;
+};
+
+/// Removes the next segment and all before it from the data. Absent at the end of the picture.
+std::optional<Segment> takeSegment(Bytes& data) {
     constexpr std::byte kEnd{0xD9};
-    constexpr std::byte kApp1{0xE1};
-    constexpr std::string_view kExif("Exif\0\0", 6);
-    bool hasExif = false;
-    // A scan's data lie between its marker and the next.
     while (const auto* prefix = std::memchr(data.data(), 0xFF, data.size())) {
         data = data.subspan(
             static_cast<std::size_t>(static_cast<const std::byte*>(prefix) - data.data()));
         const auto marker =
             std::ranges::find_if(data, [](auto byte) { return byte != kMarkerPrefix; });
-        if (marker == data.end() || *marker == kEnd) return;
+        if (marker == data.end() || *marker == kEnd) break;
         data = {marker + 1, data.end()};
         if (isStandalone(*marker)) continue;
-        if (*marker == kScan) ++scans_;
-        if (data.size() < 2) return;
+        if (data.size() < 2) return Segment{*marker, std::exchange(data, {})};
         const auto size =
             std::to_integer<std::size_t>(data[0]) * 256 + std::to_integer<std::size_t>(data[1]);
         const auto segment = data.first(std::min(data.size(), std::max<std::size_t>(size, 2)));
         data = data.subspan(segment.size());
-        if (*marker != kApp1 || hasExif) continue;
-        const auto body = segment.subspan(2);
-        hasExif = std::ranges::equal(body.first(std::min(body.size(), kExif.size())),
-                                     std::as_bytes(std::span(kExif)));
-        if (hasExif) orientation_ = Tiff(body.subspan(kExif.size())).orientation();
+        return Segment{*marker, segment.subspan(2)};
     }
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::uint64_t JpegMarkers::countScans() const {
+    std::uint64_t scans = 0;
+    auto rest = data_;
+    while (const auto segment = takeSegment(rest)) {
+        if (segment->marker == kScan) ++scans;
+    }
+    return scans;
+}
+
+int JpegMarkers::orientation() const {
+    constexpr std::byte kApp1{0xE1};
+    constexpr std::string_view kExif("Exif\0\0", 6);
+    auto rest = data_;
+    for (auto segment = takeSegment(rest); segment && segment->marker != kScan;
+         segment = takeSegment(rest)) {
+        const auto begin = segment->body.first(std::min(segment->body.size(), kExif.size()));
+        if (segment->marker == kApp1 &&
+            std::ranges::equal(begin, std::as_bytes(std::span(kExif)))) {
+            return Tiff(segment->body.subspan(kExif.size())).orientation();
+        }
+    }
+    return 1;
 }
 
 }  // namespace VexmoraSDK::platform

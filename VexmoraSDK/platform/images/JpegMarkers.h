@@ -7,19 +7,18 @@
 
 namespace VexmoraSDK::platform {
 
-/// Facts from the markers of a JPEG, read before decoding.
+/// Facts from the markers of a JPEG that libjpeg does not tell. The data have to outlive it.
 class JpegMarkers {
  public:
-    explicit JpegMarkers(std::span<const std::byte> data);
+    explicit JpegMarkers(std::span<const std::byte> data) : data_(data) {}
 
-    /// The number of scans. Each one costs a pass over the whole picture.
-    std::uint64_t scans() const { return scans_; }
-    /// The EXIF orientation, from 1 (upright) to 8.
-    int orientation() const { return orientation_; }
+    /// The number of scans. This searches all of the data.
+    std::uint64_t countScans() const;
+    /// The EXIF orientation, from 1 (upright) to 8, in the headers before the first scan.
+    int orientation() const;
 
  private:
-    std::uint64_t scans_ = 0;
-    int orientation_ = 1;
+    std::span<const std::byte> data_;
 };
 
 }  // namespace VexmoraSDK::platform
