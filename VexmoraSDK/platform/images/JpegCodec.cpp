@@ -82,7 +82,7 @@ class JpegDecoder {
         placement_ = placementFor(markers_.orientation(), width, height);
         pixels_ = makePixels(std::size_t{jpeg_.image_width} * jpeg_.image_height);
         if (!pixels_) return nullptr;
-        if (placement_.right != 1) row_.resize(jpeg_.image_width);
+        row_.resize(kRowBegin + jpeg_.image_width);
         if (!readPixels()) return nullptr;
         return std::make_shared<const Image>(placement_.width, placement_.height,
                                              std::move(pixels_), true);
@@ -130,14 +130,18 @@ class JpegDecoder {
             jpeg_.jpeg_color_space == JCS_CMYK || jpeg_.jpeg_color_space == JCS_YCCK;
         jpeg_.out_color_space = hasInks ? JCS_CMYK : JCS_EXT_BGRA;
         jpeg_start_decompress(&jpeg_);
+        const auto row = std::span(row_).subspan(kRowBegin);
+        auto* bytes = reinterpret_cast<JSAMPROW>(row.data());
         while (jpeg_.output_scanline < jpeg_.output_height) {
             const auto y = static_cast<std::ptrdiff_t>(jpeg_.output_scanline);
             auto* target = pixels_.get() + placement_.first + y * placement_.down;
-            auto* row = row_.empty() ? target : row_.data();
-            auto* bytes = reinterpret_cast<JSAMPROW>(row);
             jpeg_read_scanlines(&jpeg_, &bytes, 1);
-            if (hasInks) convertInks({row, jpeg_.output_width}, jpeg_.saw_Adobe_marker);
-            for (const auto pixel : row_) {
+            if (hasInks) convertInks(row, jpeg_.saw_Adobe_marker);
+            if (placement_.right == 1) {
+                std::ranges::copy(row, target);
+                continue;
+            }
+            for (const auto pixel : row) {
                 *target = pixel;
                 target += placement_.right;
             }
@@ -154,8 +158,10 @@ class JpegDecoder {
     TimeBudget budget_;
     Placement placement_{};
     Image::Pixels pixels_;
-    /// Holds a coded row of a picture that is mirrored or rotated.
+    /// Holds a coded row from `kRowBegin` on. libjpeg-turbo would write a row whose address is a
+    /// multiple of 16 past the caches, and painting would wait for memory.
     std::vector<std::uint32_t> row_;
+    static constexpr std::size_t kRowBegin = 1;
 };
 
 }  // namespace
