@@ -36,18 +36,18 @@ void Native::render(InternalAdView& view) {
 
     // These frames are not final, because the view fits and stacks the texts as they are added.
     const auto& titleFont = Utils::nativeTitleFont;
-    const auto title = handler.addTextView(view, {{135, 0}, {188, 20}}, titleFont, title_);
+    const auto title = handler.addTextView(view, {{135, 0}, {kTextWidth, 20}}, titleFont, title_);
     title->setTextColor(titleFont.color);
 
     const auto& descriptionFont = Utils::nativeDescriptionFont;
     const auto description = handler.addTextView(
-        view, {{135, title->contentSize().height}, {188, 80}}, descriptionFont, desc_);
+        view, {{135, title->contentSize().height}, {kTextWidth, 80}}, descriptionFont, desc_);
     description->setTextColor(descriptionFont.color);
 
     const auto& displayNameFont = Utils::nativeDisplayNameFont;
     const double below = title->contentSize().height + description->contentSize().height;
     const auto displayName =
-        handler.addTextView(view, {{135, below}, {188, 20}}, displayNameFont, displayName_);
+        handler.addTextView(view, {{135, below}, {kTextWidth, 20}}, displayNameFont, displayName_);
     displayName->setTextColor(displayNameFont.color);
 
     view.sizeToFit();

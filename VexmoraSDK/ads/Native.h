@@ -12,6 +12,8 @@ namespace VexmoraSDK {
 class VEXMORA_EXPORT Native : public ImageAd {
  public:
     static constexpr std::string_view kClassName = "VexmoraSDK.Native";
+    /// The width of its text views before they are fitted, in points.
+    static constexpr double kTextWidth = 188;
 
     /// Makes a model and starts to load its picture from `imageUrl`.
     static std::shared_ptr<Native> create(platform::Url clickUrl, std::string title,

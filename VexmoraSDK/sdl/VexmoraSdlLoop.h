@@ -25,7 +25,7 @@ class VEXMORA_EXPORT VexmoraSdlLoop {
     /// that are due. Returns the time until the next call, 0 for at once; absent if only an event
     /// can bring work.
     std::optional<std::chrono::milliseconds> run(
-        std::chrono::microseconds budget = std::chrono::milliseconds(1)) noexcept;
+        std::chrono::microseconds budget = std::chrono::microseconds(200)) noexcept;
 
     /// The type of the event that wakes a sleeping game so that it calls `run`.
     static std::uint32_t wakeUpEvent();

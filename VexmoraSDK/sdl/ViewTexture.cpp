@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <span>
 #include <utility>
 
 #include "VexmoraSDK/platform/cairo/ViewPainter.h"
@@ -12,14 +13,17 @@ namespace VexmoraSDK {
 namespace {
 
 // Some renderers do not blend premultiplied colours.
-std::uint32_t straight(std::uint32_t pixel) {
-    const std::uint32_t alpha = pixel >> 24;
-    if (alpha == 0 || alpha == 255) return pixel;
-    const auto channel = [pixel, alpha](int shift) {
-        const std::uint32_t value = (pixel >> shift) & 0xFF;
-        return std::min<std::uint32_t>(255, (value * 255 + alpha / 2) / alpha) << shift;
-    };
-    return alpha << 24 | channel(16) | channel(8) | channel(0);
+void makeStraight(std::span<std::uint32_t> pixels) {
+    for (auto& pixel : pixels) {
+        const std::uint32_t alpha = pixel >> 24;
+        // Most pixels, which are not written then.
+        if (alpha == 0 || alpha == 255) continue;
+        const auto channel = [pixel, alpha](int shift) {
+            const std::uint32_t value = (pixel >> shift) & 0xFF;
+            return std::min<std::uint32_t>(255, (value * 255 + alpha / 2) / alpha) << shift;
+        };
+        pixel = alpha << 24 | channel(16) | channel(8) | channel(0);
+    }
 }
 
 }  // namespace
@@ -69,7 +73,7 @@ void ViewTexture::paint(int width, int height, double scale) {
     const bool opaque = coversItself(width, height, scale);
     if (!opaque) std::memset(pixels.get(), 0, count * sizeof pixels[0]);
     platform::paintView({pixels.get(), width, height, width * 4}, scale, *view_);
-    if (!opaque) std::transform(pixels.get(), pixels.get() + count, pixels.get(), straight);
+    if (!opaque) makeStraight({pixels.get(), count});
     SDL_SetTextureBlendMode(texture_.get(), opaque ? SDL_BLENDMODE_NONE : SDL_BLENDMODE_BLEND);
     SDL_UpdateTexture(texture_.get(), nullptr, pixels.get(), width * 4);
     paintedScale_ = scale;

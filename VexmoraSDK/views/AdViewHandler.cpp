@@ -80,11 +80,18 @@ std::shared_ptr<platform::ImageView> AdViewHandler::addImageView(
 std::shared_ptr<platform::TextView> AdViewHandler::addTextView(
     VexmoraView& view, platform::Rect frame, const Utils::Font& font,
     std::optional<std::string> text) const {
+    auto textView = makeTextView(frame, font, std::move(text));
+    view.addSubview(textView);
+    return textView;
+}
+
+std::shared_ptr<platform::TextView> AdViewHandler::makeTextView(platform::Rect frame,
+                                                                const Utils::Font& font,
+                                                                std::optional<std::string> text) {
     auto textView = platform::TextView::create(frame);
     textView->setFont(platform::Font::named(font.family, font.size));
     textView->setText(std::move(text));
     textView->setEditable(false);
-    view.addSubview(textView);
     return textView;
 }
 

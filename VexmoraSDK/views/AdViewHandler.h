@@ -42,6 +42,10 @@ class AdViewHandler {
     std::shared_ptr<platform::TextView> addTextView(VexmoraView& view, platform::Rect frame,
                                                     const Utils::Font& font,
                                                     std::optional<std::string> text) const;
+    /// Makes the view that `addTextView` adds.
+    static std::shared_ptr<platform::TextView> makeTextView(platform::Rect frame,
+                                                            const Utils::Font& font,
+                                                            std::optional<std::string> text);
 
     /// Has `adReadyCallback:` sent to the view when the ad's picture has arrived.
     void addObserver(VexmoraView& view, const std::shared_ptr<AdProtocol>& ad) const;

@@ -38,8 +38,30 @@ void VexmoraNativeView::containerSetCallback() {
     const auto self = shared<VexmoraNativeView>();
     AdFactory::fetchAndCreateAd(
         vexmoraDelegate()->getUrl(*this),
-        [self](const std::shared_ptr<Native>& native) { self->receive(native); },
+        [self](const std::shared_ptr<Native>& native) {
+            self->receive(native);
+            self->layOutAhead(native);
+        },
         [self](const VexmoraError& error) { self->tell(&VexmoraDelegate::didHaveError, error); });
+}
+
+// The blocks run behind the one that starts the picture's transfer. They are two, so that a game,
+// which runs few blocks a frame, divides the work.
+void VexmoraNativeView::layOutAhead(const std::shared_ptr<Native>& native) {
+    laidOutAhead_.clear();
+    const auto layOut = [self = shared<VexmoraNativeView>()](const Utils::Font& font,
+                                                             const std::string& text) {
+        const Size size{Native::kTextWidth, std::numeric_limits<double>::max()};
+        auto view = AdViewHandler::makeTextView({{}, size}, font, text);
+        view->sizeThatFits(size);
+        self->laidOutAhead_.push_back(std::move(view));
+    };
+    auto& queue = platform::unwrap(platform::MainQueue::main(), "application object");
+    queue.async([=] { layOut(Utils::nativeTitleFont, native->title()); });
+    queue.async([=] {
+        layOut(Utils::nativeDescriptionFont, native->desc());
+        layOut(Utils::nativeDisplayNameFont, native->displayName());
+    });
 }
 
 void VexmoraNativeView::draw() {
@@ -60,6 +82,10 @@ VexmoraNativeView::Method VexmoraNativeView::method(std::string_view selector) c
 void VexmoraNativeView::didAddSubview(platform::View& subview) {
     auto* text = dynamic_cast<TextView*>(&subview);
     if (!text) return;
+
+    const auto same = std::ranges::find_if(
+        laidOutAhead_, [text](const auto& other) { return text->takeLayoutOf(*other); });
+    if (same != laidOutAhead_.end()) laidOutAhead_.erase(same);
 
     const auto [origin, size] = text->frame();
     const Size fitted = text->sizeThatFits({size.width, std::numeric_limits<double>::max()});

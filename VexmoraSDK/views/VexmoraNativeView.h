@@ -1,11 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <memory>
+#include <vector>
+
 #include "VexmoraSDK/Export.h"
 #include "VexmoraSDK/ads/Native.h"
 #include "VexmoraSDK/views/InternalAdView.h"
 
 namespace VexmoraSDK {
+
+namespace platform {
+class TextView;
+}
 
 /// Shows a native ad: its picture at the left and three texts stacked to its right. The view takes
 /// the size of its content.
@@ -43,7 +50,12 @@ class VEXMORA_EXPORT VexmoraNativeView : public InternalAdView {
     Method method(std::string_view selector) const override;
 
  private:
+    /// Lays out the texts of `native` while its picture is on its way.
+    void layOutAhead(const std::shared_ptr<Native>& native);
+
     double lastTextViewYPos_;
+    /// Views with the laid out texts of an ad that is not drawn yet. They are never shown.
+    std::vector<std::shared_ptr<platform::TextView>> laidOutAhead_;
 };
 
 }  // namespace VexmoraSDK

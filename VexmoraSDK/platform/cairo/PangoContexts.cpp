@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/cairo/PangoContexts.h"
 
-#include <hb.h>
+#include <hb-ot.h>
 #include <pango/pangocairo.h>
 #include <pango/pangofc-fontmap.h>
 
@@ -63,16 +63,24 @@ void findFonts() {
     // Fontconfig alone works here, for many seconds where it has no cache of the device's fonts.
     const auto title = Font::named("Helvetica-Bold", 13);
     const auto text = Font::named("Helvetica", 12);
-    const std::optional system(Font::system(12));
+    const std::optional closeButton(Font::system(26));
 
     const std::lock_guard lock(shaping().mutex);
     if (!shaping().mayBegin) return;
-    for (const auto& font : {title, text, system}) {
+    for (const auto& font : {title, text, closeButton}) {
         if (!font) continue;
         const LayoutPointer layout(pango_layout_new(contexts().leftToRight));
-        pango_layout_set_font_description(layout.get(), pangoFont(*font).get());
-        pango_layout_set_text(layout.get(), "Ad ☕", -1);
+        const auto description = pangoFont(*font);
+        pango_layout_set_font_description(layout.get(), description.get());
+        pango_layout_set_text(layout.get(), "Ad ×☕", -1);
         pango_layout_get_line_count(layout.get());
+        // HarfBuzz reads the font's table of heights at the first question.
+        const CPointer<PangoFont, g_object_unref> loaded(
+            pango_context_load_font(contexts().leftToRight, description.get()));
+        if (loaded) {
+            hb_ot_metrics_get_position(pango_font_get_hb_font(loaded.get()),
+                                       HB_OT_METRICS_TAG_HORIZONTAL_CLIPPING_ASCENT, nullptr);
+        }
     }
 }
 

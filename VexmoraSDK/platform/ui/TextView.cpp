@@ -62,6 +62,12 @@ const TextLayout& TextView::layout() {
     return layoutWithin(frame().size.width);
 }
 
+bool TextView::takeLayoutOf(TextView& other) {
+    if (text_ != other.text_ || font_ != other.font_) return false;
+    layout_ = std::move(other.layout_);
+    return true;
+}
+
 Point TextView::layoutOrigin() const {
     return {textContainerInset_.left + kLinePadding, textContainerInset_.top};
 }

@@ -52,6 +52,9 @@ class VEXMORA_EXPORT TextView : public View {
 
     /// The lines as they lie in the current width. Valid until the view changes.
     const TextLayout& layout();
+    /// Takes the lines that `other` has laid out, if its text and font are the same, and returns
+    /// whether they are.
+    bool takeLayoutOf(TextView& other);
     /// The start of the lines, in the view's own coordinates.
     Point layoutOrigin() const;
 

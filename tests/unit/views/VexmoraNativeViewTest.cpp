@@ -91,6 +91,19 @@ TEST_F(VexmoraNativeViewTest, StacksASecondAdBelowTheFirst) {
     EXPECT_EQ(view_->frame().size, (Size{320, 236}));
 }
 
+TEST_F(VexmoraNativeViewTest, LaysOutEachTextOnceBeforeThePictureArrives) {
+    std::vector<std::string> laidOut;
+    platform::FakeTextLayout::measureBy([&](const auto& text, const auto&, double) {
+        laidOut.push_back(text);
+        return Size{178, 20};
+    });
+    receiveAd();
+    EXPECT_THAT(laidOut, ElementsAre("Title", "Words", "Name"));
+    serve("https://cdn.test/a", plainPicture(400, 300));
+    EXPECT_EQ(frames().size(), 4u);
+    EXPECT_EQ(laidOut.size(), 3u);
+}
+
 TEST_F(VexmoraNativeViewTest, IsAsHighAsItsPictureWhereTheTextsAreShort) {
     platform::FakeTextLayout::measureBy([](const auto&, const auto&, double) {
         return Size{40, 5};
