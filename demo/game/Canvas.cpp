@@ -30,14 +30,14 @@ std::string keyOf(SDL_Color color) {
     return key;
 }
 
-// The painter's colours are premultiplied; those of SDL's textures are not.
-std::uint32_t straight(std::uint32_t pixel) {
+// The painter's colours are premultiplied; those of SDL's textures are not. Red and blue change
+// places, because without a graphics processor SDL blends ABGR alike on every processor, and ARGB
+// with instructions that round differently on each.
+std::uint32_t straightAbgr(std::uint32_t pixel) {
     const std::uint32_t alpha = pixel >> 24;
-    if (alpha == 0 || alpha == 255) return pixel;
-    const auto channel = [&](int shift) {
-        return ((pixel >> shift) & 0xFF) * 255 / alpha << shift;
-    };
-    return alpha << 24 | channel(16) | channel(8) | channel(0);
+    if (alpha == 0) return 0;
+    const auto channel = [&](int shift) { return ((pixel >> shift) & 0xFF) * 255 / alpha; };
+    return alpha << 24 | channel(0) << 16 | channel(8) << 8 | channel(16);
 }
 
 std::shared_ptr<View> textView(const std::string& text, const Canvas::Font& font, float width) {
@@ -113,9 +113,9 @@ Canvas::Painted Canvas::paint(View& view) {
                                       static_cast<std::size_t>(height));
     paintView({pixels.data(), width, height, 4 * width}, scale, view);
     for (auto& pixel : pixels)
-        pixel = straight(pixel);
+        pixel = straightAbgr(pixel);
     Painted painted{static_cast<float>(width) / scale, static_cast<float>(height) / scale, {}};
-    painted.texture.reset(SDL_CreateTexture(renderer_, SDL_PIXELFORMAT_ARGB8888,
+    painted.texture.reset(SDL_CreateTexture(renderer_, SDL_PIXELFORMAT_ABGR8888,
                                             SDL_TEXTUREACCESS_STATIC, width, height));
     SDL_SetTextureBlendMode(painted.texture.get(), SDL_BLENDMODE_BLEND);
     SDL_UpdateTexture(painted.texture.get(), nullptr, pixels.data(), 4 * width);

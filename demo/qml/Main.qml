@@ -13,7 +13,8 @@ ApplicationWindow {
     property string containerId: "home-bottom-2x"
     property int articlesOpened: 0
     /// Whether no page and no ad is moving.
-    readonly property bool settled: !pages.busy && interstitial.settled
+    readonly property bool settled: !pages.busy && pages.currentItem.opacity === 1
+                                    && interstitial.settled
 
     function openArticle(article: Article) {
         pages.push(articlePage, {

@@ -18,9 +18,10 @@ namespace {
 
 using VexmoraSDK::platform::Image;
 
-// How much toolkits round another way on another processor.
-constexpr int kMaxLevels = 8;  // of 255
-constexpr double kMaxShare = 0.05;
+// Qt blends the ends of rows with other instructions on another processor: that shows at the edges
+// of rounded corners.
+constexpr int kMaxLevels = 5;  // of 255
+constexpr double kMaxShare = 0.001;
 
 std::string bytesOf(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
