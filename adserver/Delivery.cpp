@@ -252,6 +252,10 @@ constexpr Delivery kBad[] = {
              crumbs += chunk("1", "x");
          sendWithoutEnd("HTTP/1.1 302 Found\r\n" + headers + "\r\n", crumbs);
      }},
+    {"endless-extension",
+     [](Exchange& e) {
+         sendWithoutEnd(head(e, "Transfer-Encoding: chunked\r\n") + "1;", std::string(64'000, 'x'));
+     }},
     {"endless-trailers",
      [](Exchange& e) {
          sendWithoutEnd(head(e, "Transfer-Encoding: chunked\r\n") + "0\r\n",

@@ -197,6 +197,15 @@ TEST_F(UrlSessionTest, RefusesABodyBeyondTheLimit) {
         const RudeServer boastful("HTTP/1.1 200 OK\r\nContent-Length: " + length + "\r\n\r\nabc");
         expectTooLarge(boastful.address());
     }
+    // What stands behind the sizes of chunks counts, in one chunk or in many.
+    const std::string head = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
+    const std::string half = "1;" + std::string(600'000, 'x') + "\r\na\r\n";
+    const RudeServer modest(head + half + "0\r\n\r\n");
+    EXPECT_EQ(fetch(modest.address()).text(), "a");
+    const RudeServer talkative(head + half + half + "0\r\n\r\n");
+    expectTooLarge(talkative.address());
+    const RudeServer restless(head + "1;" + std::string(8'000'000, 'x'));
+    expectTooLarge(restless.address());
 }
 
 TEST_F(UrlSessionTest, RefusesHeadersBeyondTheLimit) {

@@ -116,6 +116,12 @@ CurlTransfer::CurlTransfer(std::string url, const std::vector<std::string>& requ
     set(CURLOPT_HEADERDATA, this);
     set(CURLOPT_WRITEFUNCTION, &receive<&CurlTransfer::takeBody>);
     set(CURLOPT_WRITEDATA, this);
+    set(CURLOPT_VERBOSE, 1L);  // Only with it libcurl tells of what chunks are wrapped in.
+    set(CURLOPT_DEBUGFUNCTION, &countBody);
+    set(CURLOPT_DEBUGDATA, this);
+    set(CURLOPT_NOPROGRESS, 0L);
+    set(CURLOPT_XFERINFOFUNCTION, &checkBody);
+    set(CURLOPT_XFERINFODATA, this);
 
     for (const auto& header : requestHeaders) {
         curl_slist* longer = curl_slist_append(requestHeaders_, header.c_str());
@@ -173,6 +179,21 @@ int CurlTransfer::willResolve(void*, void*, void* self) {
     return 0;
 }
 
+/// libcurl's debug callback.
+int CurlTransfer::countBody(CURL*, curl_infotype type, char*, std::size_t count, void* self) {
+    if (type == CURLINFO_DATA_IN) static_cast<CurlTransfer*>(self)->bodyBytes_ += count;
+    return 0;
+}
+
+/// libcurl's progress callback. It comes also while a chunk's extension never ends, when there is
+/// nothing to write.
+int CurlTransfer::checkBody(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
+    auto& transfer = *static_cast<CurlTransfer*>(self);
+    if (transfer.bodyBytes_ <= transfer.limits_.maxBodyBytes) return 0;
+    transfer.refusal_ = CURLE_FILESIZE_EXCEEDED;
+    return 1;
+}
+
 // Each response, interim ones too, begins with a status line and has an empty line behind its
 // headers. Lines after that are trailers.
 CURLcode CurlTransfer::takeHeader(std::string_view line) {
@@ -195,7 +216,6 @@ CURLcode CurlTransfer::takeHeader(std::string_view line) {
 
 // The body may come a byte at a time: nothing here looks at the headers.
 CURLcode CurlTransfer::takeBody(std::string_view bytes) {
-    bodyBytes_ += bytes.size();
     if (bodyBytes_ > limits_.maxBodyBytes) return CURLE_FILESIZE_EXCEEDED;
     try {
         if (!location_.empty()) return CURLE_OK;

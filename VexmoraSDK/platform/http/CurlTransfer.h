@@ -57,6 +57,8 @@ class CurlTransfer {
     template <CURLcode (CurlTransfer::*take)(std::string_view bytes)>
     static std::size_t receive(const char* bytes, std::size_t, std::size_t count,
                                void* self) noexcept;
+    static int countBody(CURL*, curl_infotype type, char*, std::size_t count, void* self);
+    static int checkBody(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t);
     CURLcode takeHeader(std::string_view line);
     CURLcode takeBody(std::string_view bytes);
     bool isSelfDelimited() const;
@@ -70,6 +72,7 @@ class CurlTransfer {
     std::string url_;
     int redirects_ = 0;
     std::size_t headerBytes_ = 0;
+    /// Of all bodies, as they were sent.
     std::size_t bodyBytes_ = 0;
     bool headIsComplete_ = false;
     bool setsCookies_ = false;
