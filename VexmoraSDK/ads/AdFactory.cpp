@@ -41,33 +41,34 @@ VexmoraAdType adTypeOf(const AdRecord& record) {
 }
 
 template <class T>
-std::shared_ptr<T> adFrom(const platform::Url& url, const platform::SharedData& body,
-                          const ErrorCallback& errorCallback) {
-    const platform::FatalContext context("answer to", url.text());
-    return Utils::getAdFromJson<T>(unwrap(body, "body"), errorCallback);
-}
-
-template <class T>
 void fetchAndCreate(const platform::Url& url, std::function<void(std::shared_ptr<T>)> completion,
                     ErrorCallback errorCallback) {
-    const auto parse = [url, completion = std::move(completion),
-                        errorCallback](const platform::SharedData& body) {
-        if (auto ad = adFrom<T>(url, body, errorCallback)) {
-            completion(std::move(ad));
-        } else {
-            errorCallback(VexmoraError(VexmoraErrorCodes::NoFill, std::nullopt));
-        }
+    const auto create = [completion = std::move(completion),
+                         errorCallback](const platform::Data& body) {
+        if (auto ad = Utils::getAdFromJson<T>(body, errorCallback))
+            return completion(std::move(ad));
+        errorCallback(VexmoraError(VexmoraErrorCodes::NoFill, std::nullopt));
     };
-    Utils::getDataFromUrl(
-        url,
-        [parse](platform::SharedData body) {
-            unwrap(platform::MainQueue::main(), "application object")
-                .async([parse, body = std::move(body)] { parse(body); });
-        },
-        errorCallback);
+    AdFactory::fetchResponse(url, create, errorCallback);
 }
 
 }  // namespace
+
+void AdFactory::fetchResponse(const platform::Url& url,
+                              std::function<void(const platform::Data& body)> completion,
+                              ErrorCallback errorCallback) {
+    const auto complete = [url, completion = std::move(completion)](const auto& body) {
+        const platform::FatalContext context("answer to", url.text());
+        completion(unwrap(body, "body"));
+    };
+    Utils::getDataFromUrl(
+        url,
+        [complete](platform::SharedData body) {
+            unwrap(platform::MainQueue::main(), "application object")
+                .async([complete, body = std::move(body)] { complete(body); });
+        },
+        std::move(errorCallback));
+}
 
 std::shared_ptr<ImageAd> AdFactory::modelFrom(const AdRecord& record) {
     const auto adType = adTypeOf(record);

@@ -23,6 +23,12 @@ class AdFactory {
         return platform::forcedConversion<T>(modelFrom(record));
     }
 
+    /// Fetches a response. Returns at once; `completion` gets its body on the main thread.
+    /// `errorCallback` runs on a delivery thread with a `RequestError`.
+    static void fetchResponse(const platform::Url& url,
+                              std::function<void(const platform::Data& body)> completion,
+                              ErrorCallback errorCallback);
+
     /// Fetches a native ad. Returns at once; `completion` runs on the main thread. `errorCallback`
     /// runs on a delivery thread with a `RequestError`, or on the main thread with a `ParsingError`
     /// and then once more with `NoFill`.

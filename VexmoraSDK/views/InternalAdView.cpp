@@ -48,14 +48,8 @@ void InternalAdView::open(const std::shared_ptr<ImageAd>& ad) {
 }
 
 InternalAdView::Method InternalAdView::method(std::string_view selector) const {
-    if (selector == Utils::adReadyCallbackSelector) {
-        return [](Object& self, Object*) { static_cast<InternalAdView&>(self).adReadyCallback(); };
-    }
-    if (selector == "containerSetCallback") {
-        return [](Object& self, Object*) {
-            static_cast<InternalAdView&>(self).containerSetCallback();
-        };
-    }
+    if (selector == Utils::adReadyCallbackSelector) return call<&InternalAdView::adReadyCallback>;
+    if (selector == "containerSetCallback") return call<&InternalAdView::containerSetCallback>;
     return VexmoraView::method(selector);
 }
 

@@ -43,9 +43,7 @@ void VexmoraBannerView::draw() {
 }
 
 VexmoraBannerView::Method VexmoraBannerView::method(std::string_view selector) const {
-    if (selector == Utils::handleTapCallbackSelector) {
-        return [](Object& self, Object*) { static_cast<VexmoraBannerView&>(self).handleTap(); };
-    }
+    if (selector == Utils::handleTapCallbackSelector) return call<&VexmoraBannerView::handleTap>;
     return InternalAdView::method(selector);
 }
 

@@ -29,16 +29,9 @@ VexmoraInterstitialView::VexmoraInterstitialView(const platform::Coder& coder)
 
 void VexmoraInterstitialView::containerSetCallback() {
     const auto self = shared<VexmoraInterstitialView>();
-    const auto url = vexmoraDelegate()->getUrl(*this);
-    Utils::getDataFromUrl(
-        url,
-        [self, url](platform::SharedData body) {
-            unwrap(platform::MainQueue::main(), "application object")
-                .async([self, url, body = std::move(body)] {
-                    const platform::FatalContext context("answer to", url.text());
-                    self->handleResponse(unwrap(body, "body"));
-                });
-        },
+    AdFactory::fetchResponse(
+        vexmoraDelegate()->getUrl(*this),
+        [self](const platform::Data& body) { self->handleResponse(body); },
         [self](const VexmoraError& error) { self->tell(&VexmoraDelegate::didHaveError, error); });
 }
 
@@ -74,11 +67,7 @@ void VexmoraInterstitialView::setOutlet(std::string_view outlet,
 }
 
 VexmoraInterstitialView::Method VexmoraInterstitialView::method(std::string_view selector) const {
-    if (selector == "handleCloseTap:") {
-        return [](Object& self, Object*) {
-            static_cast<VexmoraInterstitialView&>(self).handleCloseTap();
-        };
-    }
+    if (selector == "handleCloseTap:") return call<&VexmoraInterstitialView::handleCloseTap>;
     return InternalAdView::method(selector);
 }
 

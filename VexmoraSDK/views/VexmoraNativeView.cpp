@@ -73,9 +73,7 @@ void VexmoraNativeView::draw() {
 }
 
 VexmoraNativeView::Method VexmoraNativeView::method(std::string_view selector) const {
-    if (selector == Utils::handleTapCallbackSelector) {
-        return [](Object& self, Object*) { static_cast<VexmoraNativeView&>(self).handleTap(); };
-    }
+    if (selector == Utils::handleTapCallbackSelector) return call<&VexmoraNativeView::handleTap>;
     return InternalAdView::method(selector);
 }
 

@@ -42,11 +42,11 @@ std::shared_ptr<View> loadView() {
 }
 
 template <class View>
-std::shared_ptr<VexmoraView> makeView(const std::string& containerId,
-                                      const std::vector<VexmoraAdType>& adTypes,
-                                      Delegate delegate) {
+std::shared_ptr<VexmoraView> makeView(
+    const std::string& containerId, const Delegate& delegate,
+    const std::vector<VexmoraAdType>& adTypes = View::allowedAdTypes()) {
     const auto view = loadView<View>();
-    if (delegate) view->setDelegate(std::move(delegate));
+    if (delegate) view->setDelegate(delegate);
     view->setAdTypes(rawValues(adTypes));
     // This starts the request, which needs all of the above.
     view->setContainerId(containerId);
@@ -65,10 +65,9 @@ std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& c
 
     switch (viewType->second) {
         case VexmoraViewType::interstitial:
-            return makeView<VexmoraInterstitialView>(containerId, adTypes->second,
-                                                     std::move(delegate));
+            return makeView<VexmoraInterstitialView>(containerId, delegate, adTypes->second);
         case VexmoraViewType::banner:
-            return makeView<VexmoraBannerView>(containerId, adTypes->second, std::move(delegate));
+            return makeView<VexmoraBannerView>(containerId, delegate, adTypes->second);
         default: return nullptr;
     }
 }
@@ -78,14 +77,9 @@ std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& c
                                                             Delegate delegate) noexcept {
     switch (viewType) {
         case VexmoraViewType::interstitial:
-            return makeView<VexmoraInterstitialView>(
-                containerId, VexmoraInterstitialView::allowedAdTypes(), std::move(delegate));
-        case VexmoraViewType::native:
-            return makeView<VexmoraNativeView>(containerId, VexmoraNativeView::allowedAdTypes(),
-                                               std::move(delegate));
-        default:
-            return makeView<VexmoraBannerView>(containerId, VexmoraBannerView::allowedAdTypes(),
-                                               std::move(delegate));
+            return makeView<VexmoraInterstitialView>(containerId, delegate);
+        case VexmoraViewType::native: return makeView<VexmoraNativeView>(containerId, delegate);
+        default: return makeView<VexmoraBannerView>(containerId, delegate);
     }
 }
 
@@ -94,14 +88,14 @@ std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& c
                                                             Delegate delegate) noexcept {
     switch (adType) {
         case VexmoraAdType::native:
-            return makeView<VexmoraNativeView>(containerId, {adType}, std::move(delegate));
+            return makeView<VexmoraNativeView>(containerId, delegate, {adType});
         case VexmoraAdType::mediumRectangle:
         case VexmoraAdType::leaderboard:
-            return makeView<VexmoraInterstitialView>(containerId, {adType}, std::move(delegate));
+            return makeView<VexmoraInterstitialView>(containerId, delegate, {adType});
         case VexmoraAdType::banner:
         case VexmoraAdType::mediumBanner:
         case VexmoraAdType::fullBanner:
-            return makeView<VexmoraBannerView>(containerId, {adType}, std::move(delegate));
+            return makeView<VexmoraBannerView>(containerId, delegate, {adType});
         default: break;
     }
     if (delegate && delegate->didHaveError) {

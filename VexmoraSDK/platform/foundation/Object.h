@@ -41,6 +41,12 @@ class VEXMORA_EXPORT Object : public std::enable_shared_from_this<Object> {
     /// the selectors that it does not answer itself.
     virtual Method method(std::string_view selector) const;
 
+    /// The method that calls a member function without arguments.
+    template <auto function>
+    static void call(Object& self, Object*) {
+        callOn(self, function);
+    }
+
     /// This object as the `T` that it is. One that no `std::shared_ptr` holds is a fatal stop.
     template <class T>
     std::shared_ptr<T> shared() {
@@ -48,6 +54,11 @@ class VEXMORA_EXPORT Object : public std::enable_shared_from_this<Object> {
     }
 
  private:
+    template <class Class>
+    static void callOn(Object& self, void (Class::*function)()) {
+        (static_cast<Class&>(self).*function)();
+    }
+
     std::shared_ptr<Object> self();
 };
 
