@@ -13,8 +13,7 @@ ApplicationWindow {
     property string containerId: "home-bottom-2x"
     property int articlesOpened: 0
     /// Whether no page and no ad is moving.
-    readonly property bool settled: !pages.busy && pages.currentItem.opacity === 1
-                                    && interstitial.settled
+    readonly property bool settled: !pages.busy && interstitial.settled
 
     function openArticle(article: Article) {
         pages.push(articlePage, {
@@ -57,6 +56,18 @@ ApplicationWindow {
         anchors.bottom: inspector.top
         width: parent.width
         clip: true
+        pushEnter: Slide {
+            from: pages.width
+        }
+        pushExit: Slide {
+            to: -pages.width
+        }
+        popEnter: Slide {
+            from: -pages.width
+        }
+        popExit: Slide {
+            to: pages.width
+        }
 
         initialItem: ArticleListPage {
             events: root.events
