@@ -18,6 +18,10 @@ class VEXMORA_EXPORT TextLayout {
     /// More lines than any ad needs. Further ones are left out.
     static constexpr int kMaxLines = 100;
 
+    /// Starts to load what texts need, on another thread where that takes long, and returns whether
+    /// it is loaded. The first text waits for it otherwise. Main thread, any number of times.
+    static bool prepare();
+
     /// Lays out `text` (UTF-8) in lines of at most `width` points. Wraps at words and breaks words
     /// that are too long; a single letter wider than `width` overflows. To bound the time, only the
     /// first 2,048 UTF-16 units are laid out. Main thread.

@@ -44,11 +44,6 @@ bool isCloseKey(const SDL_Event& event, const RendererSpace& space) {
     }
 }
 
-std::shared_ptr<platform::Button> closeButton(const std::shared_ptr<VexmoraView>& view) {
-    const auto interstitial = std::dynamic_pointer_cast<VexmoraInterstitialView>(view);
-    return interstitial ? interstitial->closeButton() : nullptr;
-}
-
 }  // namespace
 
 struct VexmoraSdlScreen::Impl {
@@ -94,11 +89,7 @@ struct VexmoraSdlScreen::Impl {
     void draw(milliseconds time) {
         now = time;
         fillWindow();
-        if (!view) {
-            // The frame that presents the waiting ad then takes less time.
-            if (const auto button = closeButton(slot.view())) button->layout();
-            return;
-        }
+        if (!view) return;
         if (!movesSince) movesSince = now;
         const double fraction = shown();
         if (presentation.isLeaving() && fraction == 0) return stop();
@@ -112,7 +103,9 @@ struct VexmoraSdlScreen::Impl {
     double top() const { return (1 - shown()) * view->frame().size.height; }
 
     void press() {
-        if (const auto button = closeButton(view)) button->press();
+        const auto interstitial = std::dynamic_pointer_cast<VexmoraInterstitialView>(view);
+        const auto button = interstitial ? interstitial->closeButton() : nullptr;
+        if (button) button->press();
     }
 
     void handle(const PointerEvent& event) {

@@ -2,6 +2,7 @@
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
 
 #include "VexmoraSDK/ads/AdFactory.h"
+#include "VexmoraSDK/platform/TextLayout.h"
 #include "VexmoraSDK/platform/foundation/Fatal.h"
 #include "VexmoraSDK/platform/foundation/NoDestructor.h"
 #include "VexmoraSDK/platform/ui/Button.h"
@@ -33,6 +34,8 @@ void VexmoraInterstitialView::containerSetCallback() {
         vexmoraDelegate()->getUrl(*this),
         [self](const platform::Data& body) { self->handleResponse(body); },
         [self](const VexmoraError& error) { self->tell(&VexmoraDelegate::didHaveError, error); });
+    // The close button has a title.
+    platform::TextLayout::prepare();
 }
 
 void VexmoraInterstitialView::handleResponse(const platform::Data& body) {

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "VexmoraSDK/ads/AdFactory.h"
+#include "VexmoraSDK/platform/TextLayout.h"
 #include "VexmoraSDK/platform/foundation/NoDestructor.h"
 #include "VexmoraSDK/platform/ui/ImageView.h"
 #include "VexmoraSDK/platform/ui/TextView.h"
@@ -14,6 +15,7 @@ namespace VexmoraSDK {
 
 using platform::ImageView;
 using platform::Size;
+using platform::TextLayout;
 using platform::TextView;
 
 const std::vector<VexmoraAdType>& VexmoraNativeView::allowedAdTypes() {
@@ -43,6 +45,7 @@ void VexmoraNativeView::containerSetCallback() {
             self->layOutAhead(native);
         },
         [self](const VexmoraError& error) { self->tell(&VexmoraDelegate::didHaveError, error); });
+    TextLayout::prepare();
 }
 
 // The blocks run behind the one that starts the picture's transfer. They are two, so that a game,
@@ -51,6 +54,7 @@ void VexmoraNativeView::layOutAhead(const std::shared_ptr<Native>& native) {
     laidOutAhead_.clear();
     const auto layOut = [self = shared<VexmoraNativeView>()](const Utils::Font& font,
                                                              const std::string& text) {
+        if (!TextLayout::prepare()) return;
         const Size size{Native::kTextWidth, std::numeric_limits<double>::max()};
         auto view = AdViewHandler::makeTextView({{}, size}, font, text);
         view->sizeThatFits(size);

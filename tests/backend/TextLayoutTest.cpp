@@ -137,6 +137,12 @@ TEST_F(TextLayoutTest, MeasuresTheSameOnEveryBackend) {
     }
 }
 
+TEST_F(TextLayoutTest, IsPreparedAfterTheFirstText) {
+    TextLayout::prepare();
+    measure("Coffee", kWide);
+    EXPECT_TRUE(TextLayout::prepare());
+}
+
 TEST_F(TextLayoutTest, KnowsTheWidthsInWhichItsLinesStay) {
     const TextLayout fromTheLeft("Roasted at dawn, at your door by noon", font_, 100);
     const double fitted = fromTheLeft.size().width;

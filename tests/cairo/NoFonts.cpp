@@ -1,4 +1,4 @@
 // SPDX-License-Identifier: MIT
 #include "VexmoraSDK/platform/cairo/FontFinder.h"
 
-void VexmoraSDK::platform::findFontsInBackground() {}
+void VexmoraSDK::platform::prepareFontsForEnd() {}

@@ -15,6 +15,9 @@ using Rule = std::function<Size(const std::string& text, const Font& font, doubl
 /// Texts that are laid out from now on are measured by `rule`. Main thread.
 void measureBy(Rule rule);
 
+/// How often texts were prepared for.
+int preparationCount();
+
 /// The rule at first: each byte is half the font's size wide, each line is as high as the font's
 /// size, and lines break anywhere.
 Size measureByBytes(const std::string& text, const Font& font, double width);

@@ -14,12 +14,23 @@ FakeTextLayout::Rule& currentRule() {
     return rule;
 }
 
+int preparations = 0;
+
 }  // namespace
 
 struct TextLayout::Impl {
     Size size;
     double width;
 };
+
+bool TextLayout::prepare() {
+    ++preparations;
+    return true;
+}
+
+int FakeTextLayout::preparationCount() {
+    return preparations;
+}
 
 TextLayout::TextLayout(const std::string& text, const Font& font, double width)
     : impl_(std::make_unique<const Impl>(Impl{currentRule()(text, font, width), width})) {}

@@ -11,9 +11,9 @@ namespace VexmoraSDK::platform {
 /// The main queue of an app with its own loop. The thread that makes the `HostLoop` becomes the
 /// main thread. Only one may exist at a time. Main thread.
 ///
-/// The first one has the fonts of the device read on a thread of its own, so that the first text
-/// does not wait for them. Fontconfig takes no change of its fonts meanwhile: an app adds its own
-/// (`FcConfigAppFontAddFile`) before it makes the loop, or after it has measured a text.
+/// The first request for a native ad or an interstitial has the fonts of the device read on a
+/// thread of its own. Fontconfig takes no change of its fonts meanwhile: an app adds its own
+/// (`FcConfigAppFontAddFile`) before that, or after it has measured a text.
 class VEXMORA_EXPORT HostLoop {
  public:
     /// `wakeUp`, if given, is called when there are blocks to run: on any thread when the first

@@ -43,7 +43,8 @@ void wakeUp() {
 }  // namespace
 
 HostLoop::HostLoop(std::function<void()> wakeUp) {
-    findFontsInBackground();
+    // Here rather than in `prepareForEnd`, which the first request calls in a frame.
+    prepareFontsForEnd();
     std::unique_lock lock(state().mutex);
     const FatalContext context("constructor of", "HostLoop");
     if (state().hasLoop) fatalError("there is a HostLoop already");

@@ -90,9 +90,18 @@ std::shared_future<void>& search() {
     return *search;
 }
 
+void waitForSearch() {
+    search().wait_for(std::chrono::seconds(1));
+    // A search that still reads fonts is left behind, and does not come to HarfBuzz.
+    const std::lock_guard lock(shaping().mutex);
+    shaping().mayBegin = false;
+}
+
+}  // namespace
+
 // Exit handlers run in reverse order of registration. HarfBuzz registers its own on first use, and
-// they destroy objects that the search uses.
-void makeHarfBuzzRegisterItsExitHandlers() {
+// they destroy objects that a search and the blocks of the main queue use.
+void prepareFontsForEnd() {
     hb_language_get_default();
     hb_buffer_t* const buffer = hb_buffer_create();
     hb_buffer_add_utf8(buffer, "a", 1, 0, 1);
@@ -105,18 +114,10 @@ void makeHarfBuzzRegisterItsExitHandlers() {
     hb_buffer_destroy(buffer);
 }
 
-void waitForSearch() {
-    search().wait_for(std::chrono::seconds(1));
-    // A search that still reads fonts is left behind, and does not come to HarfBuzz.
-    const std::lock_guard lock(shaping().mutex);
-    shaping().mayBegin = false;
-}
-
-}  // namespace
-
-void findFontsInBackground() {
-    if (search().valid()) return;
-    makeHarfBuzzRegisterItsExitHandlers();
+bool findFontsInBackground() {
+    if (search().valid())
+        return search().wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+    prepareFontsForEnd();
     const auto found = std::make_shared<std::promise<void>>();
     search() = found->get_future();
     if (std::atexit(waitForSearch) != 0) fatalError("no exit handler to be had");
@@ -128,6 +129,7 @@ void findFontsInBackground() {
         pthread_detach(*thread);
     else
         found->set_value();
+    return false;
 }
 
 PangoContext* PangoContexts::forDirection(PangoDirection direction) {

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <utility>
 
+#include "VexmoraSDK/platform/cairo/FontFinder.h"
 #include "VexmoraSDK/platform/cairo/FontImpl.h"
 #include "VexmoraSDK/platform/cairo/PangoContexts.h"
 #include "VexmoraSDK/platform/cairo/TextLayoutImpl.h"
@@ -167,6 +168,10 @@ void TextLayout::Impl::placeLines(double lineWidth) {
             {LayoutLinePointer(pango_layout_line_ref(line)), {left, size.height + reach.ascent}});
         size.height += reach.ascent + reach.descent;
     }
+}
+
+bool TextLayout::prepare() {
+    return findFontsInBackground();
 }
 
 TextLayout::TextLayout(const std::string& text, const Font& font, double width)

@@ -110,6 +110,11 @@ const QTextLayout& TextLayout::Impl::lines() const {
     return *layout_;
 }
 
+// Qt has loaded its fonts when the application object is made.
+bool TextLayout::prepare() {
+    return true;
+}
+
 TextLayout::TextLayout(const std::string& text, const Font& font, double width)
     : impl_(std::make_unique<const Impl>(text, font, width)) {}
 

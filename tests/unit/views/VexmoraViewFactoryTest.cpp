@@ -4,6 +4,7 @@
 #include "VexmoraSDK/views/VexmoraBannerView.h"
 #include "VexmoraSDK/views/VexmoraInterstitialView.h"
 #include "VexmoraSDK/views/VexmoraNativeView.h"
+#include "tests/fake_platform/FakeTextLayout.h"
 #include "tests/unit/views/AdViewTest.h"
 
 namespace VexmoraSDK {
@@ -39,6 +40,15 @@ TEST_F(VexmoraViewFactoryTest, MakesTheViewOfASize) {
     expect<VexmoraBannerView>(create("320x60"), "77");
     expect<VexmoraBannerView>(create("320x100"), "83");
     expect<VexmoraBannerView>(create("468x60"), "84");
+}
+
+TEST_F(VexmoraViewFactoryTest, PreparesForTextsOnlyWhereAdsHaveSome) {
+    const int before = platform::FakeTextLayout::preparationCount();
+    create(VexmoraViewType::banner);
+    EXPECT_EQ(platform::FakeTextLayout::preparationCount(), before);
+    create(VexmoraViewType::native);
+    create(VexmoraViewType::interstitial);
+    EXPECT_EQ(platform::FakeTextLayout::preparationCount(), before + 2);
 }
 
 TEST_F(VexmoraViewFactoryTest, RefusesAnUnknownSizeSilently) {
