@@ -25,9 +25,10 @@ std::size_t sizeOf(const CachedResponse& response) {
            response.body->size();
 }
 
-bool isWorthStoring(const CachedResponse& response) {
-    return response.policy.isStorable() && (response.freshUntil > response.responseTime ||
-                                            !response.policy.conditionalHeaders().empty());
+/// Whether the response can be used again if it is stored.
+bool isReusable(const CachedResponse& response) {
+    return response.freshUntil > response.responseTime ||
+           !response.policy.conditionalHeaders().empty();
 }
 
 }  // namespace
@@ -46,11 +47,13 @@ void HttpCache::store(const Url& url, const CachePolicy& policy, const SharedDat
                       Times times) noexcept {
     try {
         const auto address = addressOf(url);
-        CachedResponse response{std::string(address), policy, body, times.responseTime,
-                                policy.freshUntil(times.requestTime, times.responseTime)};
         Response stored;
-        if (isWorthStoring(response) && sizeOf(response) <= limits_.maxCacheBytes / kMaxShare)
-            stored = std::make_shared<const CachedResponse>(std::move(response));
+        if (policy.isStorable()) {
+            CachedResponse response{std::string(address), policy, body, times.responseTime,
+                                    policy.freshUntil(times.requestTime, times.responseTime)};
+            if (isReusable(response) && sizeOf(response) <= limits_.maxCacheBytes / kMaxShare)
+                stored = std::make_shared<const CachedResponse>(std::move(response));
+        }
         const std::lock_guard lock(mutex_);
         remove(address);
         if (stored) put(std::move(stored));
@@ -68,7 +71,8 @@ void HttpCache::revalidated(const Response& response, const CachePolicy& policy,
         updated.freshUntil = updated.policy.freshUntil(times.requestTime, times.responseTime);
         // A 304 that names another entity tag than the request is not to be relied on.
         Response stored;
-        if (updated.policy.etag == response->policy.etag && isWorthStoring(updated))
+        if (updated.policy.etag == response->policy.etag && updated.policy.isStorable() &&
+            isReusable(updated))
             stored = std::make_shared<const CachedResponse>(std::move(updated));
 
         const std::lock_guard lock(mutex_);

@@ -11,7 +11,7 @@ namespace VexmoraSDK::platform {
 std::optional<std::chrono::sys_seconds> readHttpDate(const std::string& text) {
     using namespace std::chrono;
     constexpr std::string_view kLongest = "Wednesday, 11-Nov-26 12:00:00 GMT";
-    if (text.size() > kLongest.size()) return std::nullopt;
+    if (text.empty() || text.size() > kLongest.size()) return std::nullopt;
     for (const char* form :
          {"%a, %d %b %Y %H:%M:%S GMT", "%A, %d-%b-%y %H:%M:%S GMT", "%a %b %e %H:%M:%S %Y"}) {
         std::istringstream stream(text);

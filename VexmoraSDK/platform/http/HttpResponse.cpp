@@ -6,12 +6,16 @@
 namespace VexmoraSDK::platform {
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n";
+constexpr bool isBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
 
 std::string_view trimmed(std::string_view text) {
-    const auto begin = text.find_first_not_of(kBlanks);
-    if (begin == text.npos) return {};
-    return text.substr(begin, text.find_last_not_of(kBlanks) + 1 - begin);
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
 }  // namespace
@@ -54,9 +58,9 @@ std::vector<std::string_view> HttpHeaders::values(std::string_view name) const {
     for (std::string_view rest = lines_; !rest.empty();) {
         const auto line = rest.substr(0, rest.find('\n'));
         rest.remove_prefix(line.size() + 1);
-        const auto colon = line.find(':');
-        if (colon != line.npos && equalIgnoringCase(trimmed(line.substr(0, colon)), name))
-            values.push_back(trimmed(line.substr(colon + 1)));
+        if (!equalIgnoringCase(line.substr(0, name.size()), name)) continue;
+        const auto colonAndValue = trimmed(line.substr(name.size()));
+        if (colonAndValue.starts_with(':')) values.push_back(trimmed(colonAndValue.substr(1)));
     }
     return values;
 }
