@@ -10,7 +10,11 @@ std::shared_ptr<const Image> ImageCache::find(const SharedData& data) {
     const std::lock_guard lock(mutex_);
     const auto found = images_.find(data);
     auto image = found == images_.end() ? nullptr : found->second.lock();
-    if (!image) return nullptr;
+    if (!image) {
+        // The memory of the last picture is still in the caches, and is taken for the next one.
+        dropUnneeded();
+        return nullptr;
+    }
     const auto kept = std::ranges::find(latest_, image, &Kept::image);
     if (kept == latest_.end()) {
         latest_.push_front({data, image});
