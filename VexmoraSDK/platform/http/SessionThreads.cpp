@@ -35,11 +35,7 @@ void SessionThreads::complete(std::shared_ptr<Fetch> fetch) {
     const std::lock_guard lock(mutex_);
     ended_[fetch->priority].push(std::move(fetch));
     addThreads();
-    if (following_ > 0) {
-        changed_.notify_one();
-    } else if (hasLeader_) {
-        loop_.wake();
-    }
+    if (!notifyFollower() && hasLeader_) loop_.wake();
 }
 
 void SessionThreads::stop() {
@@ -47,7 +43,8 @@ void SessionThreads::stop() {
     std::unique_lock lock(mutex_);
     stopped_ = true;
     if (hasLeader_) loop_.wake();
-    changed_.notify_all();
+    while (notifyFollower()) {
+    }
     // The turn must have ended, for TLS is taken down after this. It does so without a deadline: it
     // waits for nobody, and what it takes of each transfer is bounded.
     changed_.wait(lock, [this] { return !hasLeader_; });
@@ -58,11 +55,11 @@ void SessionThreads::stop() {
         return std::ranges::all_of(
             workers_, [&](const Worker& worker) { return worker.isGone || isOwn(worker); });
     });
-    for (const auto& [thread, isGone] : workers_) {
-        if (isGone) {
-            pthread_join(thread, nullptr);  // It has nothing more to do.
+    for (const auto& worker : workers_) {
+        if (worker.isGone) {
+            pthread_join(worker.thread, nullptr);  // It has nothing more to do.
         } else {
-            pthread_detach(thread);
+            pthread_detach(worker.thread);
         }
     }
 }
@@ -75,9 +72,9 @@ void SessionThreads::work(Worker& self) {
         } else if (needsLeader()) {
             leadOnce(lock);
         } else {
-            ++following_;
-            changed_.wait(lock);
-            --following_;
+            following_.push_back(&self);
+            self.notified.wait(lock);
+            std::erase(following_, &self);
         }
     }
     self.isGone = true;
@@ -90,11 +87,9 @@ void SessionThreads::completeOne(TaskPriority priority, std::unique_lock<std::mu
     ++completing_[priority];
     const std::size_t left = ended_[TaskPriority::normal].size() +
                              ended_[TaskPriority::low].size() + (needsLeader() ? 1 : 0);
-    const std::size_t helpers = std::min(following_, left);
+    for (std::size_t i = 0; i < left && notifyFollower(); ++i) {
+    }
     lock.unlock();
-    // A notified thread takes the lock first.
-    for (std::size_t i = 0; i < helpers; ++i)
-        changed_.notify_one();
     fetch->complete();
     lock.lock();
     --completing_[priority];
@@ -143,8 +138,15 @@ void SessionThreads::notifyLeader() {
     if (hasLeader_) {
         loop_.wake();
     } else {
-        changed_.notify_one();
+        notifyFollower();
     }
+}
+
+bool SessionThreads::notifyFollower() {
+    if (following_.empty()) return false;
+    following_.back()->notified.notify_one();
+    following_.pop_back();
+    return true;
 }
 
 void SessionThreads::addThreads() {

@@ -8,6 +8,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <vector>
 
 #include "VexmoraSDK/platform/http/TransferLoop.h"
 #include "VexmoraSDK/platform/http/TransferQueue.h"
@@ -52,6 +53,7 @@ class SessionThreads {
  private:
     struct Worker {
         pthread_t thread{};
+        std::condition_variable notified;
         bool isGone = false;
     };
 
@@ -63,16 +65,20 @@ class SessionThreads {
     bool needsLeader() const;
     void addThreads();
     void notifyLeader();
+    /// Notifies the thread that has followed for the shortest time, because its caches are the
+    /// warmest. False if none follows.
+    bool notifyFollower();
 
     TransferLoop loop_;
 
     std::mutex mutex_;
+    /// Tells `stop` that a turn has ended or a thread is gone.
     std::condition_variable changed_;
     std::list<Worker> workers_;
     TransferQueue waiting_;
     ByPriority<FetchLine> ended_;
     ByPriority<std::size_t> completing_;
-    std::size_t following_ = 0;
+    std::vector<Worker*> following_;  // the latest comes last
     bool hasLeader_ = false;
     /// Whether a thread has been notified to lead since the last turn began.
     bool leaderIsNotified_ = false;
