@@ -105,7 +105,7 @@ class SceneAd {
     /// A view of the factory's, in an item that is a link to screen readers and nothing else.
     void showView(const AdKind& kind) {
         struct Link : ViewItem {
-            explicit Link(QQuickItem* parent) : ViewItem(parent) { updateAccessibility(); }
+            explicit Link(QQuickItem* parent) : ViewItem(parent) { Link::updateAccessibility(); }
             using ViewItem::show;
             void updateAccessibility() override {
                 auto* const link = accessible.update(

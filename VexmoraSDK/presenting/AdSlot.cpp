@@ -29,6 +29,7 @@ using platform::unwrap;
 namespace {
 
 constexpr double kViewableFraction = 0.5;
+constexpr AdSlot::Duration kOff{0};
 constexpr AdSlot::Duration kViewableAfter = 1s;
 constexpr AdSlot::Duration kMinRefreshInterval = 10s;
 constexpr AdSlot::Duration kMaxRetryWait = 5min;
@@ -175,13 +176,13 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
     }
 
     std::optional<Time> refreshAt() const {
-        const bool refreshes = refreshInterval > 0s && !isInterstitial() && mayRetry;
+        const bool refreshes = refreshInterval > kOff && !isInterstitial() && mayRetry;
         if (!refreshes || !exposedSince || askAt || state == State::empty) return std::nullopt;
         return *exposedSince + (wait() - exposure);
     }
 
     std::optional<Time> timeoutAt() const {
-        if (!request || timeout == 0s) return std::nullopt;
+        if (!request || timeout == kOff) return std::nullopt;
         return request->startedAt + timeout;
     }
 
@@ -480,7 +481,7 @@ void AdSlot::setExpiresAfter(Duration age) {
 bool AdSlot::isPresentable() const {
     if (!view() || view()->viewType() != VexmoraViewType::interstitial) return false;
     if (impl_->presented || view()->window()) return false;
-    return expiresAfter() == 0s || *age() < expiresAfter();
+    return expiresAfter() == kOff || *age() < expiresAfter();
 }
 
 void AdSlot::setPresented() {
@@ -493,7 +494,8 @@ AdSlot::Duration AdSlot::refreshInterval() const {
 
 void AdSlot::setRefreshInterval(Duration interval) noexcept {
     const auto held = impl_;
-    held->refreshInterval = interval > 0s ? std::max(bounded(interval), kMinRefreshInterval) : 0s;
+    held->refreshInterval =
+        interval > kOff ? std::max(bounded(interval), kMinRefreshInterval) : kOff;
     held->tellNextWake();
 }
 

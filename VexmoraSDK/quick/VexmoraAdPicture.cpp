@@ -9,7 +9,7 @@
 namespace VexmoraSDK {
 
 VexmoraAdPicture::VexmoraAdPicture(QQuickItem* parent) : ViewItem(parent) {
-    if (window()) updateAccessibility();
+    if (window()) VexmoraAdPicture::updateAccessibility();
 }
 
 void VexmoraAdPicture::setAd(VexmoraAd* ad) {

@@ -59,7 +59,7 @@ class VexmoraWidget::Accessible : public QAccessibleWidget {
 
     QString text(QAccessible::Text text) const override {
         if (text != QAccessible::Name) return QAccessibleWidget::text(text);
-        const auto word = QCoreApplication::translate("VexmoraSDK", "Advertisement");
+        auto word = QCoreApplication::translate("VexmoraSDK", "Advertisement");
         if (!ad().view_) return word;
         return QString::fromStdString(VexmoraSDK::accessibleName(word.toStdString(), *ad().view_));
     }

@@ -24,13 +24,13 @@ constexpr Pixel kGreenPixel = 0xFF00FF00;
 constexpr Pixel kBluePixel = 0xFF0000FF;
 
 int red(Pixel pixel) {
-    return (pixel >> 16) & 0xFF;
+    return static_cast<int>(pixel >> 16 & 0xFF);
 }
 int green(Pixel pixel) {
-    return (pixel >> 8) & 0xFF;
+    return static_cast<int>(pixel >> 8 & 0xFF);
 }
 int blue(Pixel pixel) {
-    return pixel & 0xFF;
+    return static_cast<int>(pixel & 0xFF);
 }
 
 /// A picture whose columns have the colours that `color` returns.

@@ -84,7 +84,7 @@ class SdlTest : public testing::Test {
 
     template <class Condition>
     static bool waitFor(Condition condition) {
-        const auto deadline = std::chrono::steady_clock::now() + 60s;
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
         while (!condition()) {
             if (std::chrono::steady_clock::now() > deadline) return false;
             const auto next = loop_->run();

@@ -71,18 +71,18 @@ Fetch::Fetch(Url address, UrlSession::Completion callback, HttpCache& store,
       origin(originOf(url)),
       priority(urgency),
       completion(std::move(callback)),
-      cache(store),
-      limits(bounds) {}
+      cache_(store),
+      limits_(bounds) {}
 
 bool Fetch::isServedFromCache() {
     const auto now = HttpCache::now();
-    cached = cache.find(url, now);
-    servedFromCache = cached && cached->isFresh(now);
-    return servedFromCache;
+    cached_ = cache_.find(url, now);
+    servedFromCache_ = cached_ && cached_->isFresh(now);
+    return servedFromCache_;
 }
 
 std::vector<std::string> Fetch::requestHeaders() const {
-    return cached ? cached->policy.conditionalHeaders() : std::vector<std::string>();
+    return cached_ ? cached_->policy.conditionalHeaders() : std::vector<std::string>();
 }
 
 void Fetch::fail(int code, const char* description) {
@@ -94,15 +94,15 @@ void Fetch::fail(int code, const char* description) {
 
 void Fetch::complete() {
     const auto callback = std::exchange(completion, nullptr);
-    if (!error && !servedFromCache) decodeBody();
+    if (!error && !servedFromCache_) decodeBody();
     if (error) return callback(nullptr, std::nullopt, std::move(error));
     SharedData body;
-    if (!servedFromCache) {
+    if (!servedFromCache_) {
         response.body.shrink_to_fit();  // It may be kept for long.
         body = std::make_shared<const Data>(std::move(response.body));
         tellCache(body);
     }
-    if (servedFromCache) return callback(cached->body, UrlResponse{200}, std::nullopt);
+    if (servedFromCache_) return callback(cached_->body, UrlResponse{200}, std::nullopt);
     callback(std::move(body), UrlResponse{response.status}, std::nullopt);
 }
 
@@ -112,7 +112,7 @@ void Fetch::decodeBody() {
     const auto times = std::ranges::count_if(listElements(encodings), isGzip);
     if (times == 0 || response.body.empty()) return;
     Data decoded;
-    const auto result = times == 1 ? gunzip(response.body, limits.maxBodyBytes, decoded)
+    const auto result = times == 1 ? gunzip(response.body, limits_.maxBodyBytes, decoded)
                                    : CURLE_BAD_CONTENT_ENCODING;
     if (result != CURLE_OK) return fail(result, curl_easy_strerror(result));
     response.body = std::move(decoded);
@@ -120,11 +120,12 @@ void Fetch::decodeBody() {
 
 void Fetch::tellCache(const SharedData& body) {
     const HttpCache::Times times{requestTime, HttpCache::now()};
-    servedFromCache = response.status == 304 && cached && !response.isRedirected;
-    if (servedFromCache) return cache.revalidated(cached, CachePolicy::of(response.headers), times);
+    servedFromCache_ = response.status == 304 && cached_ && !response.isRedirected;
+    if (servedFromCache_)
+        return cache_.revalidated(cached_, CachePolicy::of(response.headers), times);
     const bool isOfUse =
         response.status == 200 && response.isSelfDelimited && !response.isRedirected;
-    cache.store(url, isOfUse ? CachePolicy::of(response.headers) : CachePolicy(), body, times);
+    cache_.store(url, isOfUse ? CachePolicy::of(response.headers) : CachePolicy(), body, times);
 }
 
 }  // namespace VexmoraSDK::platform

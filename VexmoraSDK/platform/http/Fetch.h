@@ -47,10 +47,10 @@ struct Fetch {
     void decodeBody();
     void tellCache(const SharedData& body);
 
-    HttpCache& cache;
-    const UrlSessionLimits& limits;
-    HttpCache::Response cached;
-    bool servedFromCache = false;
+    HttpCache& cache_;
+    const UrlSessionLimits& limits_;
+    HttpCache::Response cached_;
+    bool servedFromCache_ = false;
 };
 
 }  // namespace VexmoraSDK::platform

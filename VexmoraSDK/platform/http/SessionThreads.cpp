@@ -33,7 +33,8 @@ void SessionThreads::transfer(std::shared_ptr<Fetch> fetch) {
 
 void SessionThreads::complete(std::shared_ptr<Fetch> fetch) {
     const std::lock_guard lock(mutex_);
-    ended_[fetch->priority].push(std::move(fetch));
+    FetchLine& line = ended_[fetch->priority];
+    line.push(std::move(fetch));
     addThreads();
     if (!notifyFollower() && hasLeader_) loop_.wake();
 }
@@ -113,7 +114,8 @@ void SessionThreads::leadOnce(std::unique_lock<std::mutex>& lock) {
     loop_.forEachBody([this](Fetch& fetch, std::size_t bytes) { waiting_.hold(fetch, bytes); });
     for (auto& fetch : ended) {
         waiting_.hold(*fetch, fetch->response.body.size());
-        ended_[fetch->priority].push(std::move(fetch));
+        FetchLine& line = ended_[fetch->priority];
+        line.push(std::move(fetch));
     }
     addThreads();
 }

@@ -20,7 +20,8 @@ std::size_t placesFor(TaskPriority priority, std::size_t places) {
 }  // namespace
 
 void TransferQueue::push(std::shared_ptr<Fetch> fetch) {
-    lines_[fetch->priority].push(std::move(fetch));
+    FetchLine& line = lines_[fetch->priority];
+    line.push(std::move(fetch));
 }
 
 std::shared_ptr<Fetch> TransferQueue::pop() {
