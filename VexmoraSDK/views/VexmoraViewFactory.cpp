@@ -31,11 +31,12 @@ std::shared_ptr<View> loadView() {
     const auto interfaceFile = interfaceFileFor(View::kClassName);
     static const platform::NoDestructor<platform::Nib> nib(interfaceFile,
                                                            platform::Bundle::library());
-    const auto views = nib->instantiate({
+    static const platform::NoDestructor<platform::Nib::Creators> creators(platform::Nib::Creators{
         {"VexmoraBannerView", fromCoder<VexmoraBannerView>},
         {"VexmoraNativeView", fromCoder<VexmoraNativeView>},
         {"VexmoraInterstitialView", fromCoder<VexmoraInterstitialView>},
     });
+    const auto views = nib->instantiate(*creators);
     const platform::FatalContext context("interface file", interfaceFile);
     if (views.empty()) platform::fatalNil();
     return platform::forcedConversion<View>(views.front());

@@ -23,43 +23,57 @@ Coder contentsOf(std::string_view name, const Bundle& bundle) {
     return Coder(std::move(*contents));
 }
 
-/// Makes the views of one file: first all of them, then what connects them.
-class Loader {
- public:
-    explicit Loader(const Nib::Creators& creators) : creators_(creators) {}
+Coder coderOf(const Value& dictionary) {
+    return Coder(unwrap(dictionary.as<Dictionary>()));
+}
 
-    std::vector<std::shared_ptr<View>> viewsIn(const Coder& coder, std::string_view key) {
+}  // namespace
+
+Nib::Description::Description(const Value& view)
+    : coder(coderOf(view)), subviews(descriptionsIn(coder, "subviews")) {
+    const auto* found = coder.decode<Array>("actions");
+    for (const Value& action : found ? *found : Array())
+        actions.push_back(coderOf(action));
+}
+
+std::vector<Nib::Description> Nib::descriptionsIn(const Coder& coder, std::string_view key) {
+    const auto* found = coder.decode<Array>(key);
+    return found ? std::vector<Description>(found->begin(), found->end())
+                 : std::vector<Description>();
+}
+
+/// Makes the views of one file: first all of them, then what connects them.
+class Nib::Loader {
+ public:
+    explicit Loader(const Creators& creators) : creators_(creators) {}
+
+    std::vector<std::shared_ptr<View>> views(const std::vector<Description>& descriptions) {
         std::vector<std::shared_ptr<View>> views;
-        if (const auto* descriptions = coder.decode<Array>(key)) {
-            for (const Value& description : *descriptions) {
-                views.push_back(viewFrom(Coder(unwrap(description.as<Dictionary>()))));
-            }
-        }
+        for (const auto& description : descriptions)
+            views.push_back(viewFrom(description));
         return views;
     }
 
-    void connect() {
-        for (const auto& [view, coder] : made_) {
-            if (const auto* outlets = coder.decode<Dictionary>("outlets")) {
+    void connect() const {
+        for (const auto& [view, description] : made_) {
+            if (const auto* outlets = description->coder.decode<Dictionary>("outlets")) {
                 for (const auto& [outlet, id] : *outlets) {
                     view->setOutlet(outlet, named(unwrap(id.as<std::string>())));
                 }
             }
-            if (const auto* actions = coder.decode<Array>("actions")) {
-                for (const Value& action : *actions) {
-                    addAction(Coder(unwrap(action.as<Dictionary>())), view);
-                }
-            }
+            for (const auto& action : description->actions)
+                addAction(action, view);
         }
     }
 
  private:
-    std::shared_ptr<View> viewFrom(Coder coder) {
+    std::shared_ptr<View> viewFrom(const Description& description) {
+        const Coder& coder = description.coder;
         auto view = create(unwrap(coder.decode<std::string>("class")), coder);
         if (const auto* id = coder.decode<std::string>("id")) byId_[*id] = view;
-        for (const auto& subview : viewsIn(coder, "subviews"))
+        for (const auto& subview : views(description.subviews))
             view->addSubview(subview);
-        made_.emplace_back(view, std::move(coder));
+        made_.emplace_back(view, &description);
         return view;
     }
 
@@ -84,20 +98,21 @@ class Loader {
         return unwrap(found == byId_.end() ? nullptr : &found->second, "id", id);
     }
 
-    const Nib::Creators& creators_;
+    const Creators& creators_;
     std::map<std::string, std::shared_ptr<View>> byId_;
-    std::vector<std::pair<std::shared_ptr<View>, Coder>> made_;
+    std::vector<std::pair<std::shared_ptr<View>, const Description*>> made_;
 };
 
-}  // namespace
-
-Nib::Nib(std::string_view name, const Bundle& bundle)
-    : name_(name), file_(contentsOf(name, bundle)) {}
+Nib::Nib(std::string_view name, const Bundle& bundle) : name_(name) {
+    const Coder file = contentsOf(name, bundle);
+    const FatalContext context("interface file", name_);
+    objects_ = descriptionsIn(file, "objects");
+}
 
 std::vector<std::shared_ptr<View>> Nib::instantiate(const Creators& creators) const {
     const FatalContext context("interface file", name_);
     Loader loader(creators);
-    auto views = loader.viewsIn(file_, "objects");
+    auto views = loader.views(objects_);
     loader.connect();
     return views;
 }

@@ -38,8 +38,20 @@ class Nib {
     std::vector<std::shared_ptr<View>> instantiate(const Creators& creators) const;
 
  private:
+    /// A view of the file.
+    struct Description {
+        explicit Description(const Value& view);
+
+        Coder coder;
+        std::vector<Description> subviews;
+        std::vector<Coder> actions;
+    };
+    class Loader;
+
+    static std::vector<Description> descriptionsIn(const Coder& coder, std::string_view key);
+
     std::string name_;
-    Coder file_;
+    std::vector<Description> objects_;
 };
 
 }  // namespace VexmoraSDK::platform
