@@ -7,11 +7,10 @@
 #include <cstdlib>
 
 /// Replaces libcurl's function.
-extern "C" CURL* curl_easy_init() {
-    static const auto next =
-        reinterpret_cast<decltype(&curl_easy_init)>(dlsym(RTLD_NEXT, "curl_easy_init"));
-    CURL* easy = next();
+extern "C" CURLMcode curl_multi_add_handle(CURLM* multi, CURL* easy) {
+    static const auto next = reinterpret_cast<decltype(&curl_multi_add_handle)>(
+        dlsym(RTLD_NEXT, "curl_multi_add_handle"));
     if (const char* file = std::getenv("VEXMORA_TEST_CERTIFICATE"))
         curl_easy_setopt(easy, CURLOPT_CAINFO, file);
-    return easy;
+    return next(multi, easy);
 }

@@ -71,7 +71,7 @@ std::string_view locationOf(const HttpResponse& response) {
 
 template <class Value>
 void CurlTransfer::set(CURLoption option, Value value) {
-    if (error_ == CURLE_OK) error_ = curl_easy_setopt(easy_, option, value);
+    if (error_ == CURLE_OK) error_ = curl_easy_setopt(easy_.get(), option, value);
 }
 
 /// libcurl's callback for headers and body. A count other than the given one makes libcurl end the
@@ -84,10 +84,15 @@ std::size_t CurlTransfer::receive(const char* bytes, std::size_t, std::size_t co
     return transfer.refusal_ == CURLE_OK ? count : 0;
 }
 
-CurlTransfer::CurlTransfer(std::string url, const std::vector<std::string>& requestHeaders,
-                           CURLSH* cookies, const UrlSessionLimits& limits, std::size_t& heldBytes,
+CurlTransfer::CurlTransfer(EasyHandle easy, std::string url,
+                           const std::vector<std::string>& requestHeaders, CURLSH* cookies,
+                           const UrlSessionLimits& limits, std::size_t& heldBytes,
                            std::optional<NextDescriptors>& resolving)
-    : limits_(limits), heldBytes_(heldBytes), resolving_(resolving), url_(std::move(url)) {
+    : limits_(limits),
+      heldBytes_(heldBytes),
+      resolving_(resolving),
+      easy_(std::move(easy)),
+      url_(std::move(url)) {
     if (!easy_) error_ = CURLE_FAILED_INIT;
     set(CURLOPT_URL, url_.c_str());
     set(CURLOPT_PATH_AS_IS, 1L);
@@ -132,7 +137,7 @@ CurlTransfer::CurlTransfer(std::string url, const std::vector<std::string>& requ
 }
 
 CurlTransfer::~CurlTransfer() {
-    curl_easy_cleanup(easy_);
+    easy_.reset();
     curl_slist_free_all(requestHeaders_);
 }
 
@@ -205,7 +210,8 @@ CURLcode CurlTransfer::takeHeader(std::string_view line) {
         response_.headers.clear();
     } else if (line == "\r\n" || line == "\n") {
         headIsComplete_ = true;
-        const auto known = curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &response_.status);
+        const auto known =
+            curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &response_.status);
         location_ = locationOf(response_);
         return known == CURLE_OK ? checkFraming(response_.headers) : known;
     } else if (!headIsComplete_) {
@@ -228,7 +234,8 @@ CURLcode CurlTransfer::takeBody(std::string_view bytes) {
             return CURLE_FILESIZE_EXCEEDED;
         }
         curl_off_t announced = 0;
-        if (body.empty()) curl_easy_getinfo(easy_, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
+        if (body.empty())
+            curl_easy_getinfo(easy_.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
         // Announcing costs a server nothing.
         const std::size_t most = std::min(limits_.maxBodyBytes, limits_.maxContestedBodyBytes);
         if (announced > 0) body.reserve(std::min(static_cast<std::size_t>(announced), most));
@@ -244,7 +251,7 @@ bool CurlTransfer::isSelfDelimited() const {
     long version = 0;
     return !response_.headers.values("Content-Length").empty() ||
            equalIgnoringCase(response_.headers.combined("Transfer-Encoding"), "chunked") ||
-           (curl_easy_getinfo(easy_, CURLINFO_HTTP_VERSION, &version) == CURLE_OK &&
+           (curl_easy_getinfo(easy_.get(), CURLINFO_HTTP_VERSION, &version) == CURLE_OK &&
             version >= CURL_HTTP_VERSION_2_0);
 }
 

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "VexmoraSDK/platform/http/EasyHandles.h"
 #include "VexmoraSDK/platform/http/HttpResponse.h"
 #include "VexmoraSDK/platform/http/NextDescriptors.h"
 #include "VexmoraSDK/platform/http/UrlSessionLimits.h"
@@ -22,10 +23,11 @@ namespace VexmoraSDK::platform {
 /// nothing of what these send. On one thread.
 class CurlTransfer {
  public:
-    /// `heldBytes` is what this body and those it contests with hold, and grows with it.
-    /// `resolving` gets the descriptors that libcurl will open when it resolves a name.
-    CurlTransfer(std::string url, const std::vector<std::string>& requestHeaders, CURLSH* cookies,
-                 const UrlSessionLimits& limits, std::size_t& heldBytes,
+    /// `easy` has no options. `heldBytes` is what this body and those it contests with hold, and
+    /// grows with it. `resolving` gets the descriptors that libcurl will open when it resolves a
+    /// name.
+    CurlTransfer(EasyHandle easy, std::string url, const std::vector<std::string>& requestHeaders,
+                 CURLSH* cookies, const UrlSessionLimits& limits, std::size_t& heldBytes,
                  std::optional<NextDescriptors>& resolving);
     ~CurlTransfer();
     CurlTransfer(const CurlTransfer&) = delete;
@@ -34,7 +36,9 @@ class CurlTransfer {
     /// Whether `easy` may be handed to libcurl: half a configuration might let through what it
     /// should not.
     bool isReady() const { return error_ == CURLE_OK; }
-    CURL* easy() const { return easy_; }
+    CURL* easy() const { return easy_.get(); }
+    /// Takes the handle out of a finished transfer, which is of no more use than for its outcome.
+    EasyHandle takeEasy() { return std::move(easy_); }
 
     /// Takes libcurl's result of a request. True when the response is a redirect and `easy` is to
     /// be handed to libcurl once more.
@@ -67,7 +71,7 @@ class CurlTransfer {
     std::size_t& heldBytes_;
     std::optional<NextDescriptors>& resolving_;
     const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-    CURL* const easy_ = curl_easy_init();
+    EasyHandle easy_;
     curl_slist* requestHeaders_ = nullptr;
     std::string url_;
     int redirects_ = 0;

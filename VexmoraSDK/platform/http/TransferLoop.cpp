@@ -66,8 +66,8 @@ void TransferLoop::begin(std::shared_ptr<Fetch> fetch, Fetches& ended) {
     fetch->requestTime = HttpCache::now();
     auto transfer = std::unique_ptr<Transfer>(
         new Transfer{fetch,
-                     {fetch->url.text(), fetch->requestHeaders(), cookies_.share(), limits_,
-                      heldBytes_[fetch->priority], resolving_}});
+                     {easyHandles_.take(), fetch->url.text(), fetch->requestHeaders(),
+                      cookies_.share(), limits_, heldBytes_[fetch->priority], resolving_}});
     CurlTransfer& curl = transfer->curl;
     if (curl.isReady() && curl_multi_add_handle(multi_, curl.easy()) == CURLM_OK) {
         transfers_.emplace(curl.easy(), std::move(transfer));
@@ -87,7 +87,7 @@ void TransferLoop::takeDone(Fetches& ended) {
         const auto found = transfers_.find(easy);
         CurlTransfer& curl = found->second->curl;
         // A handle that cannot be removed here is removed when the transfer is destroyed.
-        static_cast<void>(curl_multi_remove_handle(multi_, easy));
+        const bool isRemoved = curl_multi_remove_handle(multi_, easy) == CURLM_OK;
         if (curl.finish(result)) {
             if (curl_multi_add_handle(multi_, easy) == CURLM_OK) continue;
             curl.finish(CURLE_FAILED_INIT);
@@ -95,6 +95,7 @@ void TransferLoop::takeDone(Fetches& ended) {
         if (curl.setsCookies()) cookies_.bound(easy, limits_.maxCookies);
         settle(*found->second->fetch, curl);
         ended.push_back(std::move(found->second->fetch));
+        if (isRemoved && result == CURLE_OK) easyHandles_.giveBack(curl.takeEasy());
         transfers_.erase(found);
     }
 }

@@ -11,6 +11,7 @@
 #include "VexmoraSDK/platform/http/ByPriority.h"
 #include "VexmoraSDK/platform/http/CookieJar.h"
 #include "VexmoraSDK/platform/http/CurlTransfer.h"
+#include "VexmoraSDK/platform/http/EasyHandles.h"
 #include "VexmoraSDK/platform/http/Fetch.h"
 #include "VexmoraSDK/platform/http/NextDescriptors.h"
 
@@ -69,6 +70,7 @@ class TransferLoop {
     CURLM* multi_ = nullptr;
     /// The descriptors that libcurl opens to resolve names.
     std::optional<NextDescriptors> resolving_;
+    EasyHandles easyHandles_;
     std::unordered_map<CURL*, std::unique_ptr<Transfer>> transfers_;
 };
 
