@@ -260,7 +260,7 @@ struct AdSlot::Impl : std::enable_shared_from_this<AdSlot::Impl> {
                 if (const auto self = slot.lock()) self->tell(self->delegate.*operation, view);
             };
         };
-        const auto heard = std::make_shared<VexmoraDelegate>();
+        auto heard = std::make_shared<VexmoraDelegate>();
         heard->willShowScreen = handOn(&VexmoraDelegate::willShowScreen);
         heard->willDismissScreen = handOn(&VexmoraDelegate::willDismissScreen);
         heard->didDismissScreen = handOn(&VexmoraDelegate::didDismissScreen);

@@ -36,7 +36,7 @@ VexmoraAdItem::VexmoraAdItem(QQuickItem* parent) : ViewItem(parent), ad_(new Vex
     connect(this, &ViewItem::fillModeChanged, ad_, [this] { ad_->setFillMode(fillMode()); });
     ad_->shownBy_ = this;
     // The parent may have brought the item into a scene during the base constructor.
-    if (window()) updateAccessibility();
+    if (window()) VexmoraAdItem::updateAccessibility();
 }
 
 VexmoraAdItem::~VexmoraAdItem() {

@@ -133,7 +133,7 @@ Milliseconds showFloorAd(Game& game, GameFloor& floor, const KindName& kind) {
     const auto begin = std::chrono::steady_clock::now();
     std::optional<GameFloorAd> drawn;
     floor.fetch(addressOf(kind.type),
-                [&](GameFloor::Ad ad) { drawn.emplace(game.renderer, kind.kind, ad); });
+                [&](const GameFloor::Ad& ad) { drawn.emplace(game.renderer, kind.kind, ad); });
     for (;;) {
         floor.run();
         if (drawn) break;
@@ -154,7 +154,7 @@ boost::json::object oneByOne(int count) {
     constexpr int kWarmUp = 20;
     for (const auto& kind : kKinds) {
         boost::json::array sdk;
-        boost::json::array by_hand;
+        boost::json::array byHand;
         for (int i = -kWarmUp; i < count; ++i) {
             const auto theirs = showFloorAd(game, floor, kind);
             const auto ours = showSdkAd(game, kind);
@@ -162,9 +162,9 @@ boost::json::object oneByOne(int count) {
             SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
             if (i < 0) continue;
             sdk.emplace_back(ours.count());
-            by_hand.emplace_back(theirs.count());
+            byHand.emplace_back(theirs.count());
         }
-        result[kind.name] = {{"sdk", sdk}, {"floor", by_hand}};
+        result[kind.name] = {{"sdk", sdk}, {"floor", byHand}};
     }
     return result;
 }

@@ -124,14 +124,17 @@ TEST_F(CatalogTest, WarnsOfWhatWouldStopAnAppOrLookWrong) {
     const auto& warnings = Catalog::load(file_).warnings;
     const std::string expected[] = {
         "2: creatives.blank.clickUrl: stops the app: not a valid URL: \"/a b\"",
-        "3: creatives.small.picture: looks wrong: expected 320 × 100 pixels or a whole multiple of "
-        "it, not 320 × 60",
-        "4: creatives.jpeg.picture: looks wrong: expected 728 × 90 pixels or a whole multiple of "
-        "it, not 300 × 250",
-        "5: creatives.lossy.picture: looks wrong: expected 300 × 250 pixels or a whole multiple of "
-        "it, not 728 × 90",
-        "6: creatives.alpha.picture: looks wrong: expected 300 × 250 pixels or a whole multiple of "
-        "it, not 320 × 100",
+        ("3: creatives.small.picture: looks wrong: expected 320 × 100 pixels or a whole multiple "
+         "of "
+         "it, not 320 × 60"),
+        ("4: creatives.jpeg.picture: looks wrong: expected 728 × 90 pixels or a whole multiple of "
+         "it, not 300 × 250"),
+        ("5: creatives.lossy.picture: looks wrong: expected 300 × 250 pixels or a whole multiple "
+         "of "
+         "it, not 728 × 90"),
+        ("6: creatives.alpha.picture: looks wrong: expected 300 × 250 pixels or a whole multiple "
+         "of "
+         "it, not 320 × 100"),
         "9: creatives.none.picture: stops the app: not a PNG, JPEG or WebP picture",
         "10: placements.home bottom: stops the app that asks for it: not valid in a URL"};
     ASSERT_EQ(warnings.size(), std::size(expected));
