@@ -35,7 +35,7 @@ struct Reduced {
 // Reduces the picture to the pixels that will be shown. The painter itself would skip the others
 // instead of averaging them.
 QImage reduced(const std::shared_ptr<const Image>& picture, QSize devicePixels) {
-    const auto image = qtImage(picture);
+    auto image = qtImage(picture);
     const QSize size = image.size().boundedTo(devicePixels);
     if (size == image.size() || size.isEmpty()) return image;
     auto& derived = picture->derivedByPainter();
