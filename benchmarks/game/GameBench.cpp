@@ -3,6 +3,7 @@
 //   vexmora-game-bench one-by-one LIBRARY COUNT   time to ad, against the floor
 //   vexmora-game-bench frames LIBRARY COUNT       processor time in the SDK's calls of each frame
 //   vexmora-game-bench start LIBRARY              shows a banner, says so, and waits for its input
+//   vexmora-game-bench window LIBRARY             the same with an empty window
 
 #include <SDL.h>
 #include <curl/curl.h>
@@ -82,11 +83,14 @@ Milliseconds threadTime() {
     return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
 }
 
-struct Game {
-    Game() { SDL_RenderSetLogicalSize(renderer, 360, 640); }
+struct Window {
+    Window() { SDL_RenderSetLogicalSize(renderer, 360, 640); }
 
     SDL_Window* window = SDL_CreateWindow("", 0, 0, 360, 640, 0);
     SDL_Renderer* renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_SOFTWARE);
+};
+
+struct Game : Window {
     VexmoraSdlLoop loop;
 };
 
@@ -228,6 +232,13 @@ boost::json::object frames(int count) {
             {"uploads", uploads - uploadsBefore}};
 }
 
+void show(const Window& window) {
+    SDL_RenderPresent(window.renderer);
+    std::puts("shown");
+    std::fflush(stdout);
+    std::getchar();
+}
+
 void start() {
     Game game;
     AdSlot slot{AdSlot::Delegate()};
@@ -238,10 +249,7 @@ void start() {
         if (slot.state() != AdSlot::State::ready) sleep(next);
     }
     view.draw({20, 572, 320, 60});
-    SDL_RenderPresent(game.renderer);
-    std::puts("shown");
-    std::fflush(stdout);
-    std::getchar();
+    show(game);
 }
 
 }  // namespace
@@ -252,9 +260,13 @@ int main(int argc, char** argv) {
     if (argc < 3) return 2;
     SDL_SetHint(SDL_HINT_VIDEODRIVER, "dummy");
     if (SDL_Init(SDL_INIT_VIDEO) != 0) return 1;
+    const std::string mode = argv[1];
+    if (mode == "window") {
+        benchmarks::show({});
+        return 0;
+    }
     curl_global_init(CURL_GLOBAL_DEFAULT);
     platform::Bundle::setLibraryFolder(argv[2]);
-    const std::string mode = argv[1];
     const int count = argc > 3 ? std::atoi(argv[3]) : 0;
     if (mode == "one-by-one") std::cout << benchmarks::oneByOne(count) << '\n';
     if (mode == "frames") std::cout << benchmarks::frames(count) << '\n';
