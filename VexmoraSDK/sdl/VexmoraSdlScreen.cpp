@@ -93,8 +93,13 @@ struct VexmoraSdlScreen::Impl {
         if (!movesSince) movesSince = now;
         const double fraction = shown();
         if (presentation.isLeaving() && fraction == 0) return stop();
-        const double units = space.unitsPerPoint();
-        texture.draw({0, static_cast<float>(top() * units)}, units);
+        if (fraction > 0) {
+            const double units = space.unitsPerPoint();
+            texture.draw({0, static_cast<float>(top() * units)}, units);
+        } else if (const auto button = closeButton()) {
+            // Nothing is visible yet, and the frame that paints the ad then takes less time.
+            button->layout();
+        }
         // Last: the host may destroy this screen meanwhile.
         if (slot.visibleFraction() != fraction) slot.setVisibleFraction(fraction);
     }
@@ -102,10 +107,13 @@ struct VexmoraSdlScreen::Impl {
     /// The y coordinate of the ad's top edge, in points.
     double top() const { return (1 - shown()) * view->frame().size.height; }
 
-    void press() {
+    std::shared_ptr<platform::Button> closeButton() const {
         const auto interstitial = std::dynamic_pointer_cast<VexmoraInterstitialView>(view);
-        const auto button = interstitial ? interstitial->closeButton() : nullptr;
-        if (button) button->press();
+        return interstitial ? interstitial->closeButton() : nullptr;
+    }
+
+    void press() {
+        if (const auto button = closeButton()) button->press();
     }
 
     void handle(const PointerEvent& event) {

@@ -127,6 +127,7 @@ Milliseconds showSdkAd(Game& game, const KindName& kind) {
     if (screen) {
         screen->present();
         screen->draw(0ms);
+        screen->draw(1s);  // when the ad has moved in
     } else {
         view->draw({0, 0, 320, 60});
     }
