@@ -27,7 +27,8 @@ bool decodeInto(std::uint32_t* pixels, std::size_t canvasWidth, EncodedImage dat
     target.stride = static_cast<int>(canvasWidth * 4);
     target.size = ((height - 1) * canvasWidth + width) * 4;
     if (WebPDecode(bytesOf(data), data.size(), &config) != VP8_STATUS_OK) return false;
-    if (config.input.has_alpha) return true;
+    constexpr int kLossy = 1;
+    if (config.input.has_alpha || config.input.format == kLossy) return true;
     // A lossless picture may contain alphas even if its header denies it.
     for (std::size_t y = 0; y < height; ++y)
         for (auto& pixel : std::span(pixels + y * canvasWidth, width))
