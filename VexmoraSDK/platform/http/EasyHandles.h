@@ -3,10 +3,10 @@
 
 #include <curl/curl.h>
 
+#include <array>
 #include <cstddef>
 #include <memory>
 #include <utility>
-#include <vector>
 
 namespace VexmoraSDK::platform {
 
@@ -21,25 +21,21 @@ class EasyHandles {
  public:
     /// A handle without options; null without memory.
     EasyHandle take() {
-        if (idle_.empty()) return EasyHandle(curl_easy_init());
-        auto easy = std::move(idle_.back());
-        idle_.pop_back();
-        return easy;
+        return idleCount_ > 0 ? std::move(idle_[--idleCount_]) : EasyHandle(curl_easy_init());
     }
 
     /// Takes back a handle that is in no multi handle. It keeps its TLS sessions.
     void giveBack(EasyHandle easy) {
-        if (idle_.size() == kMaxIdle) return;
+        if (idleCount_ == idle_.size()) return;
         // Resetting would forget the names of cookie files without freeing them.
         if (curl_easy_setopt(easy.get(), CURLOPT_COOKIEFILE, nullptr) != CURLE_OK) return;
         curl_easy_reset(easy.get());
-        idle_.push_back(std::move(easy));
+        idle_[idleCount_++] = std::move(easy);
     }
 
  private:
-    static constexpr std::size_t kMaxIdle = 4;
-
-    std::vector<EasyHandle> idle_;
+    std::array<EasyHandle, 4> idle_;
+    std::size_t idleCount_ = 0;
 };
 
 }  // namespace VexmoraSDK::platform

@@ -30,16 +30,15 @@ Coder coderOf(const Value& dictionary) {
 }  // namespace
 
 Nib::Description::Description(const Value& view)
-    : coder(coderOf(view)), subviews(descriptionsIn(coder, "subviews")) {
-    const auto* found = coder.decode<Array>("actions");
-    for (const Value& action : found ? *found : Array())
-        actions.push_back(coderOf(action));
-}
+    : coder(coderOf(view)), subviews(descriptionsIn(coder, "subviews")) {}
 
-std::vector<Nib::Description> Nib::descriptionsIn(const Coder& coder, std::string_view key) {
-    const auto* found = coder.decode<Array>(key);
-    return found ? std::vector<Description>(found->begin(), found->end())
-                 : std::vector<Description>();
+std::list<Nib::Description> Nib::descriptionsIn(const Coder& coder, std::string_view key) {
+    std::list<Description> descriptions;
+    if (const auto* found = coder.decode<Array>(key)) {
+        for (const Value& view : *found)
+            descriptions.emplace_back(view);
+    }
+    return descriptions;
 }
 
 /// Makes the views of one file: first all of them, then what connects them.
@@ -47,7 +46,7 @@ class Nib::Loader {
  public:
     explicit Loader(const Creators& creators) : creators_(creators) {}
 
-    std::vector<std::shared_ptr<View>> views(const std::vector<Description>& descriptions) {
+    std::vector<std::shared_ptr<View>> views(const std::list<Description>& descriptions) {
         std::vector<std::shared_ptr<View>> views;
         for (const auto& description : descriptions)
             views.push_back(viewFrom(description));
@@ -61,8 +60,10 @@ class Nib::Loader {
                     view->setOutlet(outlet, named(unwrap(id.as<std::string>())));
                 }
             }
-            for (const auto& action : description->actions)
-                addAction(action, view);
+            if (const auto* actions = description->coder.decode<Array>("actions")) {
+                for (const Value& action : *actions)
+                    addAction(coderOf(action), view);
+            }
         }
     }
 
@@ -100,7 +101,7 @@ class Nib::Loader {
 
     const Creators& creators_;
     std::map<std::string, std::shared_ptr<View>> byId_;
-    std::vector<std::pair<std::shared_ptr<View>, const Description*>> made_;
+    std::list<std::pair<std::shared_ptr<View>, const Description*>> made_;
 };
 
 Nib::Nib(std::string_view name, const Bundle& bundle) : name_(name) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <list>
 #include <map>
 #include <memory>
 #include <string>
@@ -43,15 +44,14 @@ class Nib {
         explicit Description(const Value& view);
 
         Coder coder;
-        std::vector<Description> subviews;
-        std::vector<Coder> actions;
+        std::list<Description> subviews;
     };
     class Loader;
 
-    static std::vector<Description> descriptionsIn(const Coder& coder, std::string_view key);
+    static std::list<Description> descriptionsIn(const Coder& coder, std::string_view key);
 
     std::string name_;
-    std::vector<Description> objects_;
+    std::list<Description> objects_;
 };
 
 }  // namespace VexmoraSDK::platform
