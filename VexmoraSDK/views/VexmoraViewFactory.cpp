@@ -44,10 +44,10 @@ std::shared_ptr<View> loadView() {
 
 template <class View>
 std::shared_ptr<VexmoraView> makeView(
-    const std::string& containerId, const Delegate& delegate,
+    const std::string& containerId, Delegate delegate,
     const std::vector<VexmoraAdType>& adTypes = View::allowedAdTypes()) {
     const auto view = loadView<View>();
-    if (delegate) view->setDelegate(delegate);
+    if (delegate) view->setDelegate(std::move(delegate));
     view->setAdTypes(rawValues(adTypes));
     // This starts the request, which needs all of the above.
     view->setContainerId(containerId);
@@ -66,9 +66,10 @@ std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& c
 
     switch (viewType->second) {
         case VexmoraViewType::interstitial:
-            return makeView<VexmoraInterstitialView>(containerId, delegate, adTypes->second);
+            return makeView<VexmoraInterstitialView>(containerId, std::move(delegate),
+                                                     adTypes->second);
         case VexmoraViewType::banner:
-            return makeView<VexmoraBannerView>(containerId, delegate, adTypes->second);
+            return makeView<VexmoraBannerView>(containerId, std::move(delegate), adTypes->second);
         default: return nullptr;
     }
 }
@@ -78,9 +79,10 @@ std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& c
                                                             Delegate delegate) noexcept {
     switch (viewType) {
         case VexmoraViewType::interstitial:
-            return makeView<VexmoraInterstitialView>(containerId, delegate);
-        case VexmoraViewType::native: return makeView<VexmoraNativeView>(containerId, delegate);
-        default: return makeView<VexmoraBannerView>(containerId, delegate);
+            return makeView<VexmoraInterstitialView>(containerId, std::move(delegate));
+        case VexmoraViewType::native:
+            return makeView<VexmoraNativeView>(containerId, std::move(delegate));
+        default: return makeView<VexmoraBannerView>(containerId, std::move(delegate));
     }
 }
 
@@ -89,14 +91,14 @@ std::shared_ptr<VexmoraView> VexmoraViewFactory::createView(const std::string& c
                                                             Delegate delegate) noexcept {
     switch (adType) {
         case VexmoraAdType::native:
-            return makeView<VexmoraNativeView>(containerId, delegate, {adType});
+            return makeView<VexmoraNativeView>(containerId, std::move(delegate), {adType});
         case VexmoraAdType::mediumRectangle:
         case VexmoraAdType::leaderboard:
-            return makeView<VexmoraInterstitialView>(containerId, delegate, {adType});
+            return makeView<VexmoraInterstitialView>(containerId, std::move(delegate), {adType});
         case VexmoraAdType::banner:
         case VexmoraAdType::mediumBanner:
         case VexmoraAdType::fullBanner:
-            return makeView<VexmoraBannerView>(containerId, delegate, {adType});
+            return makeView<VexmoraBannerView>(containerId, std::move(delegate), {adType});
         default: break;
     }
     if (delegate && delegate->didHaveError) {

@@ -23,7 +23,6 @@ using platform::textOf;
 using platform::Url;
 using platform::UrlResponse;
 using platform::UrlSession;
-using platform::UrlSessionLimits;
 
 /// What became of one task.
 struct Ending {

@@ -25,7 +25,6 @@ using VexmoraSDK::RecordingOpener;
 using VexmoraSDK::Scene;
 using VexmoraSDK::VexmoraAdItem;
 using VexmoraSDK::VexmoraDelegate;
-using VexmoraSDK::VexmoraScreenItem;
 using VexmoraSDK::VexmoraView;
 using VexmoraSDK::VexmoraViewFactory;
 using VexmoraSDK::platform::Color;
