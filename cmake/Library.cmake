@@ -70,10 +70,11 @@ function(vexmora_backend name backend)
     endif()
 endfunction()
 
-# The shared library `name` exports what is marked so, and no instances of others' templates.
+# The shared library `name` exports what is marked so, and no instances of others' templates. It
+# contains no functions that nothing calls.
 function(vexmora_export_own_symbols name)
     set(symbols ${PROJECT_SOURCE_DIR}/cmake/exported-symbols.map)
-    target_link_options(${name} PRIVATE LINKER:--version-script=${symbols})
+    target_link_options(${name} PRIVATE LINKER:--version-script=${symbols} LINKER:--gc-sections)
     set_property(TARGET ${name} APPEND PROPERTY LINK_DEPENDS ${symbols})
 endfunction()
 
