@@ -67,7 +67,9 @@ struct Segment {
 /// Removes the next segment and all before it from the data. Absent at the end of the picture.
 std::optional<Segment> takeSegment(Bytes& data) {
     constexpr std::byte kEnd{0xD9};
-    while (const auto* prefix = std::memchr(data.data(), 0xFF, data.size())) {
+    while (!data.empty()) {
+        const auto* prefix = std::memchr(data.data(), 0xFF, data.size());
+        if (!prefix) break;
         data = data.subspan(
             static_cast<std::size_t>(static_cast<const std::byte*>(prefix) - data.data()));
         const auto marker =
