@@ -42,16 +42,21 @@ std::shared_ptr<View> loadView() {
     return platform::forcedConversion<View>(views.front());
 }
 
-template <class View>
-std::shared_ptr<VexmoraView> makeView(
-    const std::string& containerId, Delegate delegate,
-    const std::vector<VexmoraAdType>& adTypes = View::allowedAdTypes()) {
-    const auto view = loadView<View>();
+std::shared_ptr<VexmoraView> withRequest(std::shared_ptr<VexmoraView> view,
+                                         const std::string& containerId, Delegate&& delegate,
+                                         const std::vector<VexmoraAdType>& adTypes) {
     if (delegate) view->setDelegate(std::move(delegate));
     view->setAdTypes(rawValues(adTypes));
     // This starts the request, which needs all of the above.
     view->setContainerId(containerId);
     return view;
+}
+
+template <class View>
+std::shared_ptr<VexmoraView> makeView(
+    const std::string& containerId, Delegate&& delegate,
+    const std::vector<VexmoraAdType>& adTypes = View::allowedAdTypes()) {
+    return withRequest(loadView<View>(), containerId, std::move(delegate), adTypes);
 }
 
 }  // namespace
